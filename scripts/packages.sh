@@ -1,0 +1,31 @@
+# Sourced by the other scripts: which Debian packages each need takes, and how they get onto the machine.
+# shellcheck shell=bash
+
+declare -A debian_packages=(
+  [build]="g++ cmake ninja-build libjsoncpp-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev"
+  [lint]="git clang-format clang-tidy shellcheck"
+  [windows]="g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev"
+)
+
+# need_packages NEED... installs what these needs lack, or names it and ends the script.
+need_packages() {
+  local need package missing=()
+  for need in "$@"; do
+    for package in ${debian_packages[$need]}; do
+      dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
+    done
+  done
+  [[ ${#missing[@]} -gt 0 ]] || return 0
+
+  local as_root=()
+  if [[ $(id -u) -ne 0 ]]; then as_root=(sudo); fi
+  if command -v apt-get "${as_root[@]}" >/dev/null; then
+    echo "Installing the Debian packages ${missing[*]}" >&2
+    as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -q -y)
+    if "${as_root[@]}" update >&2 && "${as_root[@]}" install --no-install-recommends "${missing[@]}" >&2; then
+      return 0
+    fi
+  fi
+  echo "These Debian packages are lacking and could not be installed: ${missing[*]}" >&2
+  exit 1
+}
