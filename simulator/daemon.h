@@ -1,0 +1,85 @@
+// The simulated daemon: it hears requests, hands each to the family that knows it, and says reports to everybody.
+// Everything here runs on the server's thread, so families need no locks.
+#pragma once
+
+#include <json/value.h>
+
+#include <chrono>
+#include <functional>
+#include <future>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "simulator/options.h"
+#include "simulator/world.h"
+#include "simulator/ws_server.h"
+
+namespace zephsim {
+
+class Daemon;
+
+/// The members of a request are an object, or null when the request has none.
+using RequestHandler = std::function<void(Daemon&, const Json::Value& members)>;
+
+/// A row of a family's table.
+struct Request {
+  const char* event;
+  RequestHandler handle;
+};
+
+/// Codes of the errors that a daemon reports.
+enum class Fault { Network = 1, Credentials = 3, Directory = 4, OAuthExpired = 7, Locked = 11, InvalidArgument = 13 };
+
+class Daemon {
+ public:
+  /// Takes the port; throws `std::runtime_error` if it can't be had.
+  explicit Daemon(const Options& options);
+
+  std::uint16_t port() const { return server.port(); }
+  /// Serves until `exit` is heard or the process is told to end.
+  void run();
+
+  // For the families.
+
+  /// Says a report to all connections.
+  void report(const char* event, Json::Value data);
+  /// `report` of an error event: `type` and `msg`, and what else `members` holds.
+  void fault(const char* event, Fault fault, const std::string& text, Json::Value members = Json::objectValue);
+  /// The answer to a request that may not change what it names.
+  void refuse(const std::string& setting, Fault fault, const std::string& text);
+  /// Runs `task` later; what takes time takes a tenth of it with `--fast`.
+  void after(std::chrono::milliseconds delay, std::function<void()> task);
+  /// Runs `task` again and again, the first time after `period`.
+  void every(std::chrono::milliseconds period, std::function<void()> task);
+  /// A number from `low` to `high`, at random.
+  double random(double low, double high);
+  bool chance(double probability) { return random(0, 1) < probability; }
+  /// Of whom the request now in hand comes.
+  Connection asker() const { return currentAsker; }
+  bool isConnected(Connection connection) const { return connections.count(connection) != 0; }
+  std::uint32_t floodSize() const { return options.flood; }
+  void quit();
+
+  World world;
+
+ private:
+  void hear(Connection connection, const std::string& text);
+  void dispatch(const std::string& event, const Json::Value& members);
+  void say(std::string text);
+  void deliver(const std::string& text);
+  bool count(Connection connection);
+  void print(char direction, const std::string& event, const Json::Value& members) const;
+
+  const Options options;
+  std::map<std::string, RequestHandler> requests;
+  std::map<Connection, std::uint32_t> connections;  ///< and the messages of each, heard and said
+  Connection currentAsker = 0;
+  std::promise<void> ended;
+  bool hasEnded = false;
+  std::mt19937 generator;
+  WsServer server;  ///< last, so that its thread ends before what it works on
+};
+
+}  // namespace zephsim

@@ -1,0 +1,21 @@
+// The families of requests that the simulated daemon knows: each is a table of requests, and the state it starts with.
+#pragma once
+
+#include <vector>
+
+#include "simulator/daemon.h"
+
+namespace zephsim {
+
+/// Gives the world what belongs to the family, starts what happens by itself, and returns the family's requests.
+using Family = std::vector<Request> (*)(Daemon&);
+
+std::vector<Request> connectingFamily(Daemon& daemon);
+std::vector<Request> daemonControlFamily(Daemon& daemon);
+
+inline constexpr Family kFamilies[] = {
+    connectingFamily,
+    daemonControlFamily,
+};
+
+}  // namespace zephsim
