@@ -559,7 +559,7 @@ struct ZephlinkSDK_LocalProxySwitches {
   ZephlinkSDK_LocalProxyMatchMode matchMode;
 };
 
-/// The traffic that goes past the tunnel: the switches, the lists, then the services. About 140 KB.
+/// The traffic that goes past the tunnel: the switches, the lists, then the services. About 130 KB.
 struct ZephlinkSDK_LocalProxySettingsResult : ZephlinkSDK_Result,
                                               ZephlinkSDK_LocalProxySwitches,
                                               ZephlinkSDK_RuleLists {
