@@ -1,0 +1,179 @@
+#include "cli/parsers.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+#include "sdk/platform/terminal.h"
+#include "sdk/text.h"
+#include "sdk/words.h"
+
+namespace cli {
+namespace {
+
+constexpr std::string_view kPrivatePrefix = "private";
+
+/// The shared rule of all numbers: something converted, and nothing left over.
+bool usedWhole(const char* word, const char* end) { return end != word && *end == '\0'; }
+
+template <typename Integer>
+bool parseInteger(const char* word, Integer& value) {
+  using Wide = std::conditional_t<std::is_same_v<Integer, uint64_t>, unsigned long long, long long>;
+  char* end = nullptr;
+  Wide wide = 0;
+  errno = 0;
+  if constexpr (std::is_unsigned_v<Wide>) {
+    wide = std::strtoull(word, &end, 10);
+  } else {
+    wide = std::strtoll(word, &end, 10);
+  }
+  if (!usedWhole(word, end) || errno == ERANGE || !std::in_range<Integer>(wide)) return false;
+  value = static_cast<Integer>(wide);
+  return true;
+}
+
+/// Cuts `text` at the first `separator` and returns what stands behind it, or null if there is none.
+char* cutAt(char* text, char separator) {
+  char* found = std::strchr(text, separator);
+  if (found == nullptr) return nullptr;
+  *found = '\0';
+  return found + 1;
+}
+
+bool parsePortRule(char* word, ZephlinkSDK_ProtocolPortPair& rule, bool allowLowPorts, bool allowRange) {
+  rule = {};
+  if (const char* protocol = cutAt(word, '/')) {
+    // Three characters count: "tcpish" is tcp.
+    const auto known = zephlinksdk::kPortProtocolWords.find(std::string_view(protocol).substr(0, 3));
+    if (!known) return false;
+    rule.protocol = *known;
+    if (const char* rangeEnd = cutAt(word, '-')) {
+      if (!allowRange || !parseU16(rangeEnd, rule.portRangeEnd)) return false;
+      if (rule.portRangeEnd == 0 && !allowLowPorts) return false;
+    }
+  }
+  return parseU16(word, rule.port) && (allowLowPorts || rule.port > 1);
+}
+
+bool parseSubnet(char* word, ZephlinkSDK_Subnet& subnet) {
+  subnet = {};
+  const char* length = cutAt(word, '/');
+  if (length == nullptr) return false;
+  zephlinksdk::copyText(subnet.address, word);
+  return parseU8(length, subnet.prefixLength);
+}
+
+/// Takes a piece of 1 to N - 1 characters off the front of `text`, and the "-" that must follow it.
+template <std::size_t N>
+bool takePiece(const char*& text, char (&piece)[N]) {
+  const std::size_t length = std::strcspn(text, "-");
+  if (length == 0 || length > N - 1 || text[length] == '\0') return false;
+  zephlinksdk::copyText(piece, {text, length});
+  text += length + 1;
+  return true;
+}
+
+}  // namespace
+
+bool parseU8(const char* word, uint8_t& value) { return parseInteger(word, value); }
+bool parseU16(const char* word, uint16_t& value) { return parseInteger(word, value); }
+bool parseI32(const char* word, int32_t& value) { return parseInteger(word, value); }
+bool parseU32(const char* word, uint32_t& value) { return parseInteger(word, value); }
+bool parseU64(const char* word, uint64_t& value) { return parseInteger(word, value); }
+
+bool parseI64(const char* word, int64_t& value) {
+  char* end = nullptr;
+  const long long number = std::strtoll(word, &end, 10);
+  if (!usedWhole(word, end)) return false;
+  value = number;
+  return true;
+}
+
+bool parseMbps(const char* word, double& value) {
+  // The conversion takes hexadecimal too, which is not what is meant here.
+  if (std::strpbrk(word, "xX") != nullptr) return false;
+  char* end = nullptr;
+  const double number = std::strtod(word, &end);
+  // Not a number fails both comparisons.
+  if (!usedWhole(word, end) || !(number >= 0.0 && number <= 4294967295.0)) return false;
+  value = number;
+  return true;
+}
+
+bool isAllLetters(const char* word) {
+  const std::string_view letters = word;
+  return std::all_of(letters.begin(), letters.end(),
+                     [](char letter) { return std::isalpha(static_cast<unsigned char>(letter)) != 0; });
+}
+
+bool isServerTag(const char* word) {
+  const std::string_view tag = word;
+  return tag.size() >= 6 && std::count(tag.begin(), tag.end(), '-') == 2;
+}
+
+bool isCountryCode(const char* word) { return std::strlen(word) == 2 && isAllLetters(word); }
+
+bool isPrivateCountryCode(const char* word) {
+  const std::string_view code = word;
+  return code.size() == kPrivatePrefix.size() + 2 && code.starts_with(kPrivatePrefix) && isAllLetters(word);
+}
+
+bool parseServerTag(const char* word, ServerTag& tag) {
+  ServerTag read = {};
+  if (!takePiece(word, read.country) || !takePiece(word, read.city)) return false;
+  if (!isCountryCode(read.country) && !isPrivateCountryCode(read.country)) return false;
+  if (!isAllLetters(read.city)) return false;
+  char* end = nullptr;
+  const long long number = std::strtoll(word, &end, 10);
+  if (end == word) return false;
+  read.number = static_cast<int32_t>(
+      std::clamp<long long>(number, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
+  tag = read;
+  return true;
+}
+
+bool parseDirectionalMode(const char* word, ZephlinkSDK_ConnectionDirectionalMode& mode) {
+  const auto known = zephlinksdk::kDirectionalModeWords.find(word);
+  if (known) mode = *known;
+  return known.has_value();
+}
+
+bool parseProtocolPortList(int count, char** words, ZephlinkSDK_ProtocolPortPair* entries, bool allowLowPorts,
+                           bool allowRange) {
+  for (int i = 0; i < count; ++i) {
+    if (!parsePortRule(words[i], entries[i], allowLowPorts, allowRange)) return false;
+  }
+  return true;
+}
+
+bool parseSubnetList(int count, char** words, ZephlinkSDK_Subnet* entries) {
+  for (int i = 0; i < count; ++i) {
+    if (!parseSubnet(words[i], entries[i])) return false;
+  }
+  return true;
+}
+
+bool readHidden(const char* prompt, char* buffer, std::size_t size) {
+  std::fill_n(buffer, size, '\0');
+  // Echo goes first: what is typed the moment that the prompt shows must not be seen.
+  zephlinksdk::HiddenInput input;
+  std::printf("%s : ", prompt);
+  std::fflush(stdout);
+
+  std::size_t length = 0;
+  for (int byte = input.next(); byte != '\n' && byte != zephlinksdk::HiddenInput::kEnd; byte = input.next()) {
+    if (length < size) buffer[length++] = static_cast<char>(byte);
+  }
+  if (length < size) return true;
+  std::fill_n(buffer, size, '\0');
+  return false;
+}
+
+}  // namespace cli
