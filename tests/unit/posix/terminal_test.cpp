@@ -4,13 +4,13 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
-#include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 #include <utmp.h>
 
+#include <csignal>
 #include <cstring>
 #include <string>
 #include <thread>
@@ -129,7 +129,7 @@ class Session {
   /// Takes what the terminal shows until `text` stands there; without a text, what there is.
   void readUntil(const std::string& text) {
     const int patience = text.empty() ? 0 : 20000;
-    while (text.empty() || seen.find(text) == seen.npos) {
+    while (text.empty() || seen.find(text) == std::string::npos) {
       pollfd ready = {master, POLLIN, 0};
       char bytes[256];
       const ssize_t count = poll(&ready, 1, patience) == 1 ? read(master, bytes, sizeof bytes) : 0;
