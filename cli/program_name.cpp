@@ -14,8 +14,8 @@ char name[512];
 void setProgramName(const char* argv0) {
   const std::string_view path = argv0 != nullptr ? argv0 : "";
   std::size_t separator = path.rfind('/');
-  if (separator == path.npos) separator = path.rfind('\\');
-  zephlinksdk::copyText(name, separator == path.npos ? path : path.substr(separator + 1));
+  if (separator == std::string_view::npos) separator = path.rfind('\\');
+  zephlinksdk::copyText(name, separator == std::string_view::npos ? path : path.substr(separator + 1));
 }
 
 const char* programName() { return name; }

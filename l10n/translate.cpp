@@ -68,14 +68,14 @@ Json::Value parseArguments(std::string_view text) {
 }
 
 void replaceAll(std::string& text, const std::string& from, const std::string& to) {
-  for (std::size_t at = text.find(from); at != text.npos; at = text.find(from, at + to.size())) {
+  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
     text.replace(at, from.size(), to);
   }
 }
 
 std::string fillIn(std::string_view pattern, std::string_view argumentText, const std::string& applicationName) {
   std::string text(pattern);
-  if (text.find('{') == text.npos) return text;
+  if (text.find('{') == std::string::npos) return text;
   Json::Value arguments = parseArguments(argumentText);
   arguments[kProductName] = applicationName;
   for (const std::string& name : arguments.getMemberNames()) {
@@ -101,7 +101,7 @@ void setApplicationName(std::string_view name) {
 
 std::string translate(std::string_view input) {
   const std::size_t end = input.find(kClosing);
-  if (!input.starts_with(kOpening) || end == input.npos) return std::string(input);
+  if (!input.starts_with(kOpening) || end == std::string_view::npos) return std::string(input);
   const std::string_view key = input.substr(kOpening.size(), end - kOpening.size());
   const std::size_t bar = end + kClosing.size();
   const bool hasArguments = input.find('|') == bar;

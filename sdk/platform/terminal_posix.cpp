@@ -1,8 +1,8 @@
-#include <signal.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstddef>
 
 #include "sdk/platform/terminal.h"

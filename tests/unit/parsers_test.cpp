@@ -1,0 +1,241 @@
+#include "cli/parsers.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace cli;
+
+/// The parser's value, or none if it refused the word; a refused word must leave the place untouched.
+template <typename Value>
+std::optional<Value> parsed(bool (*parser)(const char*, Value&), const std::string& word) {
+  constexpr Value kUntouched = static_cast<Value>(77);
+  Value value = kUntouched;
+  if (parser(word.c_str(), value)) return value;
+  EXPECT_EQ(value, kUntouched) << word;
+  return std::nullopt;
+}
+
+constexpr auto kRefused = std::nullopt;
+
+TEST(Parsers, IntegersKeepTheirRanges) {
+  EXPECT_EQ(parsed(parseU8, "0"), 0);
+  EXPECT_EQ(parsed(parseU8, "255"), 255);
+  EXPECT_EQ(parsed(parseU8, "256"), kRefused);
+  EXPECT_EQ(parsed(parseU8, "-1"), kRefused);
+  EXPECT_EQ(parsed(parseU16, "65535"), 65535);
+  EXPECT_EQ(parsed(parseU16, "65536"), kRefused);
+  EXPECT_EQ(parsed(parseI32, "-2147483648"), INT32_MIN);
+  EXPECT_EQ(parsed(parseI32, "-2147483649"), kRefused);
+  EXPECT_EQ(parsed(parseI32, "2147483647"), INT32_MAX);
+  EXPECT_EQ(parsed(parseI32, "2147483648"), kRefused);
+  EXPECT_EQ(parsed(parseU32, "4294967295"), 4294967295u);
+  EXPECT_EQ(parsed(parseU32, "4294967296"), kRefused);
+  EXPECT_EQ(parsed(parseU32, "-1"), kRefused);
+  EXPECT_EQ(parsed(parseU32, "99999999999999999999999"), kRefused);
+  EXPECT_EQ(parsed(parseU64, "18446744073709551615"), UINT64_MAX);
+  EXPECT_EQ(parsed(parseU64, "18446744073709551616"), kRefused);
+  EXPECT_EQ(parsed(parseU64, "-1"), UINT64_MAX);
+  EXPECT_EQ(parsed(parseI64, "-5"), -5);
+  EXPECT_EQ(parsed(parseI64, "99999999999999999999999"), INT64_MAX);
+  EXPECT_EQ(parsed(parseI64, "-99999999999999999999999"), INT64_MIN);
+}
+
+TEST(Parsers, NumbersAreUsedWhole) {
+  const std::pair<const char*, std::optional<uint32_t>> cases[] = {
+      {"007", 7},        {"+7", 7},         {" 7", 7},         {"\t7", 7},       {"-0", 0},
+      {"", kRefused},    {" ", kRefused},   {"-", {}},         {"7 ", kRefused}, {"7x", kRefused},
+      {"0x7", kRefused}, {"7.0", kRefused}, {"1e3", kRefused},
+  };
+  for (const auto& [word, expected] : cases) {
+    EXPECT_EQ(parsed(parseU32, word), expected) << word;
+    EXPECT_EQ(parsed(parseU64, word), expected) << word;
+    EXPECT_EQ(parsed(parseI64, word), expected) << word;
+  }
+}
+
+TEST(Parsers, Mbps) {
+  const std::pair<const char*, std::optional<double>> cases[] = {
+      {"0", 0.0},        {"1e3", 1000.0},    {" +2.5", 2.5},       {".5", 0.5},        {"4294967295", 4294967295.0},
+      {"", kRefused},    {"-1", kRefused},   {"4294967295.5", {}}, {"4294967296", {}}, {"nan", kRefused},
+      {"inf", kRefused}, {"1.5x", kRefused}, {"1,5", kRefused},    {"0x10", kRefused}, {"1e999", kRefused},
+  };
+  for (const auto& [word, expected] : cases) EXPECT_EQ(parsed(parseMbps, word), expected) << word;
+}
+
+TEST(Parsers, KindsOfServerWords) {
+  const struct {
+    const char* word;
+    bool letters, tag, country, privateCountry;
+  } cases[] = {
+      {"", true, false, false, false},          {"us", true, false, true, false},
+      {"US", true, false, true, false},         {"u1", false, false, false, false},
+      {"USA", true, false, false, false},       {"\xc3\xa4", false, false, false, false},
+      {"privateus", true, false, false, true},  {"privateu1", false, false, false, false},
+      {"Privateus", true, false, false, false}, {"privateusa", true, false, false, false},
+      {"us-nyc-3", false, true, false, false},  {"#us-nyc-3", false, true, false, false},
+      {"a-b-1", false, false, false, false},    {"------", false, false, false, false},
+      {"abcd--", false, true, false, false},    {"us-nyc-3-", false, false, false, false},
+  };
+  for (const auto& each : cases) {
+    EXPECT_EQ(isAllLetters(each.word), each.letters) << each.word;
+    EXPECT_EQ(isServerTag(each.word), each.tag) << each.word;
+    EXPECT_EQ(isCountryCode(each.word), each.country) << each.word;
+    EXPECT_EQ(isPrivateCountryCode(each.word), each.privateCountry) << each.word;
+  }
+}
+
+TEST(Parsers, ServerTags) {
+  const struct {
+    const char* word;
+    std::optional<std::string> joined;
+  } cases[] = {
+      {"us-nyc-3", "us|nyc|3"},
+      {"us-nyc-0", "us|nyc|0"},
+      {"us-nyc--3", "us|nyc|-3"},
+      {"us-nyc- 3", "us|nyc|3"},
+      {"us-nyc-3x", "us|nyc|3"},
+      {"us-nyc-99999999999", "us|nyc|2147483647"},
+      {"privateus-nyc-3", "privateus|nyc|3"},
+      {"us-abcdefghijklmnopqrs-3", "us|abcdefghijklmnopqrs|3"},
+      {"us-abcdefghijklmnopqrst-3", {}},
+      {"privateusa-nyc-3", {}},
+      {"us-ny2-3", {}},
+      {"usa-nyc-3", {}},
+      {"us--3", {}},
+      {"-nyc-3", {}},
+      {"us-nyc-", {}},
+      {"us-nyc-x", {}},
+      {"us-nyc", {}},
+      {"#us-nyc-3", {}},
+      {"", {}},
+  };
+  for (const auto& each : cases) {
+    ServerTag tag = {};
+    std::optional<std::string> joined;
+    if (parseServerTag(each.word, tag)) {
+      joined = std::string(tag.country) + "|" + tag.city + "|" + std::to_string(tag.number);
+    } else {
+      EXPECT_STREQ(tag.country, "") << each.word;
+    }
+    EXPECT_EQ(joined, each.joined) << each.word;
+  }
+}
+
+TEST(Parsers, DirectionalModes) {
+  EXPECT_EQ(parsed(parseDirectionalMode, "on"), ZephlinkSDK_ConnectionDirectionalMode_On);
+  EXPECT_EQ(parsed(parseDirectionalMode, "strict_off"), ZephlinkSDK_ConnectionDirectionalMode_StrictOff);
+  EXPECT_EQ(parsed(parseDirectionalMode, "backup_off"), ZephlinkSDK_ConnectionDirectionalMode_BackupOff);
+  for (const char* word : {"STRICT_OFF", "off", "on ", ""}) {
+    EXPECT_EQ(parsed(parseDirectionalMode, word), kRefused) << word;
+  }
+}
+
+/// Words that may be cut in place, as those of `main` may.
+class Words {
+ public:
+  explicit Words(std::vector<std::string> texts) : storage(std::move(texts)) {
+    for (std::string& text : storage) pointers.push_back(text.data());
+  }
+  int count() const { return static_cast<int>(pointers.size()); }
+  char** words() { return pointers.data(); }
+
+ private:
+  std::vector<std::string> storage;
+  std::vector<char*> pointers;
+};
+
+/// One rule as "protocol port end", or "refused".
+std::string portRule(const char* text, bool allowLowPorts, bool allowRange) {
+  Words words({text});
+  ZephlinkSDK_ProtocolPortPair rule = {ZephlinkSDK_PortProtocol_Udp, 99, 99};
+  if (!parseProtocolPortList(words.count(), words.words(), &rule, allowLowPorts, allowRange)) return "refused";
+  return (rule.protocol == ZephlinkSDK_PortProtocol_Tcp ? "tcp " : "udp ") + std::to_string(rule.port) + " " +
+         std::to_string(rule.portRangeEnd);
+}
+
+TEST(Parsers, PortRules) {
+  const struct {
+    const char* word;
+    const char* asForwardedPort;  // neither low ports nor ranges
+    const char* asRule;           // both
+  } cases[] = {
+      {"2", "tcp 2 0", "tcp 2 0"},
+      {"8080", "tcp 8080 0", "tcp 8080 0"},
+      {" +80/udp", "udp 80 0", "udp 80 0"},
+      {"65535/udp", "udp 65535 0", "udp 65535 0"},
+      {"80/tcpish", "tcp 80 0", "tcp 80 0"},
+      {"80/udp/tcp", "udp 80 0", "udp 80 0"},
+      {"0", "refused", "tcp 0 0"},
+      {"1/udp", "refused", "udp 1 0"},
+      {"100-200", "refused", "refused"},
+      {"100-200/tcp", "refused", "tcp 100 200"},
+      {"200-100/udp", "refused", "udp 200 100"},
+      {"80-80/tcp", "refused", "tcp 80 80"},
+      {"80-0/tcp", "refused", "tcp 80 0"},
+      {"80-/tcp", "refused", "refused"},
+      {"-80/tcp", "refused", "refused"},
+      {"1-2-3/tcp", "refused", "refused"},
+      {"70000/tcp", "refused", "refused"},
+      {"80-70000/tcp", "refused", "refused"},
+      {"x/tcp", "refused", "refused"},
+      {"/tcp", "refused", "refused"},
+      {"80/", "refused", "refused"},
+      {"80/tc", "refused", "refused"},
+      {"80/TCP", "refused", "refused"},
+      {"80/icmp", "refused", "refused"},
+      {"-80", "refused", "refused"},
+      {"", "refused", "refused"},
+  };
+  for (const auto& each : cases) {
+    EXPECT_EQ(portRule(each.word, false, false), each.asForwardedPort) << each.word;
+    EXPECT_EQ(portRule(each.word, true, true), each.asRule) << each.word;
+  }
+  EXPECT_EQ(portRule("100-0/tcp", false, true), "refused");
+  EXPECT_EQ(portRule("100-1/tcp", false, true), "tcp 100 1");
+}
+
+TEST(Parsers, ListsStopAtTheFirstFault) {
+  ZephlinkSDK_ProtocolPortPair ports[3] = {};
+  EXPECT_TRUE(parseProtocolPortList(0, nullptr, ports, false, false));
+  EXPECT_TRUE(parseProtocolPortList(-1, nullptr, ports, false, false));
+  Words words({"80", "x", "81"});
+  EXPECT_FALSE(parseProtocolPortList(words.count(), words.words(), ports, true, true));
+  EXPECT_EQ(ports[0].port, 80);
+  EXPECT_EQ(ports[2].port, 0);
+}
+
+TEST(Parsers, Subnets) {
+  const struct {
+    std::string word;
+    std::optional<std::string> subnet;
+  } cases[] = {
+      {"10.0.0.0/8", "10.0.0.0 8"},
+      {"10.0.0.0/200", "10.0.0.0 200"},
+      {"x/8", "x 8"},
+      {"/0", " 0"},
+      {std::string(60, 'a') + "/255", std::string(45, 'a') + " 255"},
+      {"10.0.0.0", {}},
+      {"10.0.0.0/", {}},
+      {"10.0.0.0/999", {}},
+      {"10.0.0.0/8/8", {}},
+      {"", {}},
+  };
+  for (const auto& each : cases) {
+    Words words({each.word});
+    ZephlinkSDK_Subnet subnet = {};
+    std::optional<std::string> read;
+    if (parseSubnetList(words.count(), words.words(), &subnet)) {
+      read = std::string(subnet.address) + " " + std::to_string(subnet.prefixLength);
+    }
+    EXPECT_EQ(read, each.subnet) << each.word;
+  }
+  EXPECT_TRUE(parseSubnetList(0, nullptr, nullptr));
+}
+
+}  // namespace
