@@ -11,11 +11,16 @@ namespace zephsim {
 using Family = std::vector<Request> (*)(Daemon&);
 
 std::vector<Request> connectingFamily(Daemon& daemon);
+std::vector<Request> accountFamily(Daemon& daemon);
+std::vector<Request> settingsFamily(Daemon& daemon);
+std::vector<Request> adaptersFamily(Daemon& daemon);
+std::vector<Request> privacyFamily(Daemon& daemon);
+std::vector<Request> ruleListsFamily(Daemon& daemon);
 std::vector<Request> daemonControlFamily(Daemon& daemon);
 
 inline constexpr Family kFamilies[] = {
-    connectingFamily,
-    daemonControlFamily,
+    connectingFamily, accountFamily,   settingsFamily,      adaptersFamily,
+    privacyFamily,    ruleListsFamily, daemonControlFamily,
 };
 
 }  // namespace zephsim
