@@ -89,7 +89,10 @@ void Daemon::hear(Connection connection, const std::string& text) {
 void Daemon::dispatch(const std::string& event, const Json::Value& members) {
   if (options.refused.count(event)) return refuse(event, {Fault::Locked, "The setting is locked"});
   const auto found = requests.find(event);
-  if (found == requests.end()) return;
+  if (found == requests.end()) {
+    if (options.print) print('?', event, members);
+    return;
+  }
   try {
     found->second(*this, members);
   } catch (const Refusal& refusal) {

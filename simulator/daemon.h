@@ -32,7 +32,6 @@ struct Request {
 
 /// Codes of the errors that a daemon reports.
 enum class Fault {
-  None = 0,
   Network = 1,
   Credentials = 3,
   Directory = 4,

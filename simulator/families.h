@@ -16,11 +16,16 @@ std::vector<Request> settingsFamily(Daemon& daemon);
 std::vector<Request> adaptersFamily(Daemon& daemon);
 std::vector<Request> privacyFamily(Daemon& daemon);
 std::vector<Request> ruleListsFamily(Daemon& daemon);
+std::vector<Request> statisticsFamily(Daemon& daemon);
+std::vector<Request> networkSharingFamily(Daemon& daemon);
+std::vector<Request> speedTestsFamily(Daemon& daemon);
+std::vector<Request> safeBrowsingFamily(Daemon& daemon);
+std::vector<Request> logsFamily(Daemon& daemon);
 std::vector<Request> daemonControlFamily(Daemon& daemon);
 
 inline constexpr Family kFamilies[] = {
-    connectingFamily, accountFamily,   settingsFamily,      adaptersFamily,
-    privacyFamily,    ruleListsFamily, daemonControlFamily,
+    connectingFamily, accountFamily,        settingsFamily,   adaptersFamily,     privacyFamily, ruleListsFamily,
+    statisticsFamily, networkSharingFamily, speedTestsFamily, safeBrowsingFamily, logsFamily,    daemonControlFamily,
 };
 
 }  // namespace zephsim
