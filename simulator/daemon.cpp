@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "simulator/families.h"
+#include "simulator/json.h"
 
 namespace zephsim {
 namespace {
@@ -86,37 +87,36 @@ void Daemon::hear(Connection connection, const std::string& text) {
 }
 
 void Daemon::dispatch(const std::string& event, const Json::Value& members) {
-  if (options.refused.count(event)) return refuse(event, Fault::Locked, "The setting is locked");
+  if (options.refused.count(event)) return refuse(event, {Fault::Locked, "The setting is locked"});
   const auto found = requests.find(event);
-  if (found == requests.end()) return;
+  if (found == requests.end()) {
+    if (options.print) print('?', event, members);
+    return;
+  }
   try {
     found->second(*this, members);
+  } catch (const Refusal& refusal) {
+    refuse(event, refusal);
   } catch (const Json::Exception&) {  // members of a wrong type
-    refuse(event, Fault::InvalidArgument, "The request is not understood");
+    refuse(event, {Fault::InvalidArgument, "The request is not understood"});
   }
 }
 
 void Daemon::report(const char* event, Json::Value data) {
   if (options.silent) return;
   if (options.print) print('>', event, data);
-  Json::Value envelope(Json::arrayValue);
-  envelope.append(event);
-  envelope.append(std::move(data));
-  envelope.append(kSourceTag);
-  const std::string text = compact(envelope);
+  const std::string text = compact(array({event, std::move(data), kSourceTag}));
   say(options.garble ? garbled(text) : text);
 }
 
-void Daemon::fault(const char* event, Fault fault, const std::string& text, Json::Value members) {
-  members["type"] = static_cast<int>(fault);
+void Daemon::fault(const char* event, Fault code, const std::string& text, Json::Value members) {
+  members["type"] = static_cast<int>(code);
   members["msg"] = text;
   report(event, std::move(members));
 }
 
-void Daemon::refuse(const std::string& setting, Fault kind, const std::string& text) {
-  Json::Value members(Json::objectValue);
-  members["setting"] = setting;
-  fault("report_settings_error", kind, text, std::move(members));
+void Daemon::refuse(const std::string& setting, const Refusal& refusal) {
+  fault("report_settings_error", refusal.fault, refusal.text, object({{"setting", setting}}));
 }
 
 void Daemon::say(std::string text) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <future>
 #include <map>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -25,12 +26,32 @@ using RequestHandler = std::function<void(Daemon&, const Json::Value& members)>;
 
 /// A row of a family's table.
 struct Request {
-  const char* event;
+  std::string event;
   RequestHandler handle;
 };
 
 /// Codes of the errors that a daemon reports.
-enum class Fault { Network = 1, Credentials = 3, Directory = 4, OAuthExpired = 7, Locked = 11, InvalidArgument = 13 };
+enum class Fault {
+  Network = 1,
+  Credentials = 3,
+  Directory = 4,
+  Account = 5,
+  OAuthExpired = 7,
+  Locked = 11,
+  InvalidArgument = 13,
+};
+
+/// Thrown by a handler: the request is answered by a settings error that names it.
+struct Refusal {
+  Fault fault;
+  std::string text;
+};
+
+/// A handler that is a method of a family with state of its own.
+template <typename State>
+RequestHandler method(std::shared_ptr<State> state, void (State::*handle)(const Json::Value& members)) {
+  return [state, handle](Daemon&, const Json::Value& members) { ((*state).*handle)(members); };
+}
 
 class Daemon {
  public:
@@ -45,10 +66,9 @@ class Daemon {
 
   /// Says a report to all connections.
   void report(const char* event, Json::Value data);
+  void report(const Record& record) { report(record.report, record.value); }
   /// `report` of an error event: `type` and `msg`, and what else `members` holds.
   void fault(const char* event, Fault fault, const std::string& text, Json::Value members = Json::objectValue);
-  /// The answer to a request that may not change what it names.
-  void refuse(const std::string& setting, Fault fault, const std::string& text);
   /// Runs `task` later; what takes time takes a tenth of it with `--fast`.
   void after(std::chrono::milliseconds delay, std::function<void()> task);
   /// Runs `task` again and again, the first time after `period`.
@@ -66,6 +86,7 @@ class Daemon {
 
  private:
   void hear(Connection connection, const std::string& text);
+  void refuse(const std::string& setting, const Refusal& refusal);
   void dispatch(const std::string& event, const Json::Value& members);
   void say(std::string text);
   void deliver(const std::string& text);

@@ -11,11 +11,21 @@ namespace zephsim {
 using Family = std::vector<Request> (*)(Daemon&);
 
 std::vector<Request> connectingFamily(Daemon& daemon);
+std::vector<Request> accountFamily(Daemon& daemon);
+std::vector<Request> settingsFamily(Daemon& daemon);
+std::vector<Request> adaptersFamily(Daemon& daemon);
+std::vector<Request> privacyFamily(Daemon& daemon);
+std::vector<Request> ruleListsFamily(Daemon& daemon);
+std::vector<Request> statisticsFamily(Daemon& daemon);
+std::vector<Request> networkSharingFamily(Daemon& daemon);
+std::vector<Request> speedTestsFamily(Daemon& daemon);
+std::vector<Request> safeBrowsingFamily(Daemon& daemon);
+std::vector<Request> logsFamily(Daemon& daemon);
 std::vector<Request> daemonControlFamily(Daemon& daemon);
 
 inline constexpr Family kFamilies[] = {
-    connectingFamily,
-    daemonControlFamily,
+    connectingFamily, accountFamily,        settingsFamily,   adaptersFamily,     privacyFamily, ruleListsFamily,
+    statisticsFamily, networkSharingFamily, speedTestsFamily, safeBrowsingFamily, logsFamily,    daemonControlFamily,
 };
 
 }  // namespace zephsim

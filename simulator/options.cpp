@@ -47,8 +47,8 @@ bool addRefused(Options& options, const char* word) {
 
 constexpr Option kOptions[] = {
     {"--port", "N", "listen on 127.0.0.1:N, 0 for a free port (9330)", setNumber<&Options::port>},
-    {"--print", nullptr, "print what is heard (<) and said (>), secrets as ***", setFlag<&Options::print>},
-    {"--print-secrets", nullptr, "print passwords and tokens too", setFlag<&Options::printSecrets>},
+    {"--print", nullptr, "print what is heard (<), said (>) and not known (?)", setFlag<&Options::print>},
+    {"--print-secrets", nullptr, "print passwords and tokens, not ***", setFlag<&Options::printSecrets>},
     {"--fast", nullptr, "what takes time takes a tenth of it", setFlag<&Options::fast>},
     {"--seed", "N", "start value of all that moves at random (1)", setNumber<&Options::seed>},
     {"--delay", "MS", "wait so many milliseconds before each answer", setDelay},

@@ -1,0 +1,73 @@
+#include "simulator/setters.h"
+
+#include <algorithm>
+
+namespace zephsim {
+
+bool isOfKind(const Json::Value& value, Kind kind) {
+  switch (kind) {
+    case Kind::Bool:
+      return value.isBool();
+    case Kind::Whole:
+      return value.isInt64();
+    case Kind::Natural:
+      return value.isUInt64();
+    case Kind::Real:
+      return value.isNumeric();
+    case Kind::Text:
+      return value.isString();
+    case Kind::List:
+      return value.isArray();
+  }
+  return false;
+}
+
+const Json::Value& wanted(const Json::Value& members, const char* member, Kind kind) {
+  if (!members.isObject() || !isOfKind(members[member], kind)) {
+    throw Refusal{Fault::InvalidArgument, std::string("The value of ") + member + " is not valid"};
+  }
+  return members[member];
+}
+
+std::string wantedText(const Json::Value& members, const char* member) {
+  return wanted(members, member, Kind::Text).asString();
+}
+
+std::string wantedWord(const Json::Value& members, const char* member, const Words& words) {
+  const std::string word = wantedText(members, member);
+  if (std::find(words.begin(), words.end(), word) == words.end()) {
+    throw Refusal{Fault::InvalidArgument, "\"" + word + "\" is not known"};
+  }
+  return word;
+}
+
+bool wantedBool(const Json::Value& members, const char* member) { return wanted(members, member, Kind::Bool).asBool(); }
+
+RequestHandler sayRecord(SharedRecord record) {
+  return [record](Daemon& daemon, const Json::Value&) { daemon.report(*record); };
+}
+
+RequestHandler setMember(SharedRecord record, const char* member, const char* key, Kind kind) {
+  return [=](Daemon& daemon, const Json::Value& members) {
+    record->value[key] = wanted(members, member, kind);
+    daemon.report(*record);
+  };
+}
+
+RequestHandler setWord(SharedRecord record, const char* member, const char* key, Words words) {
+  return [=, words = std::move(words)](Daemon& daemon, const Json::Value& members) {
+    record->value[key] = wantedWord(members, member, words);
+    daemon.report(*record);
+  };
+}
+
+RequestHandler setList(SharedRecord record, const char* member, Json::ArrayIndex limit) {
+  return [=](Daemon& daemon, const Json::Value& members) {
+    const Json::Value& list = wanted(members, member, Kind::List);
+    if (list.size() > limit) throw Refusal{Fault::InvalidArgument, "The list is too long"};
+    record->value[member] = list;
+    daemon.report(*record);
+  };
+}
+
+}  // namespace zephsim
