@@ -1,0 +1,94 @@
+#include "sdk/link/json.h"
+
+#include <cmath>
+#include <exception>
+#include <limits>
+#include <utility>
+
+namespace zephlinksdk {
+
+namespace {
+
+template <class Integer>
+Integer fromReal(double real) {
+  // The upper limit as a double is one above the largest value wherever a double cannot hold that value itself.
+  const double lowest = static_cast<double>(std::numeric_limits<Integer>::min());
+  const double beyond = std::ldexp(1.0, std::numeric_limits<Integer>::digits);
+  return real >= lowest && real < beyond ? static_cast<Integer>(real) : 0;
+}
+
+template <class Integer>
+Integer asInteger(const Json::Value& value) {
+  switch (value.type()) {
+    case Json::booleanValue:
+      return value.asBool() ? 1 : 0;
+    case Json::intValue: {
+      const Json::Int64 number = value.asInt64();
+      return std::in_range<Integer>(number) ? static_cast<Integer>(number) : 0;
+    }
+    case Json::uintValue: {
+      const Json::UInt64 number = value.asUInt64();
+      return std::in_range<Integer>(number) ? static_cast<Integer>(number) : 0;
+    }
+    case Json::realValue:
+      return fromReal<Integer>(value.asDouble());
+    default:
+      return 0;
+  }
+}
+
+const Json::Value& walkable(const Json::Value& value) {
+  return value.isArray() || value.isObject() ? value : Json::Value::nullSingleton();
+}
+
+}  // namespace
+
+bool has(const Json::Value& object, const char* key) { return object.isObject() && object.isMember(key); }
+
+const Json::Value& member(const Json::Value& object, const char* key) {
+  if (!object.isObject()) return Json::Value::nullSingleton();
+  const Json::Value* found = object.find(key, key + std::char_traits<char>::length(key));
+  return found != nullptr ? *found : Json::Value::nullSingleton();
+}
+
+const Json::Value& element(const Json::Value& array, Json::ArrayIndex index) {
+  return array.isArray() && array.isValidIndex(index) ? array[index] : Json::Value::nullSingleton();
+}
+
+Elements::Elements(const Json::Value& value) : values(walkable(value)) {}
+
+bool asBool(const Json::Value& value) { return value.isBool() || value.isNumeric() ? value.asBool() : false; }
+
+std::int32_t asInt(const Json::Value& value) { return asInteger<std::int32_t>(value); }
+std::uint32_t asUInt(const Json::Value& value) { return asInteger<std::uint32_t>(value); }
+std::int64_t asInt64(const Json::Value& value) { return asInteger<std::int64_t>(value); }
+std::uint64_t asUInt64(const Json::Value& value) { return asInteger<std::uint64_t>(value); }
+
+double asDouble(const Json::Value& value) { return value.isBool() || value.isNumeric() ? value.asDouble() : 0.0; }
+
+std::string asString(const Json::Value& value) {
+  return value.isArray() || value.isObject() ? std::string() : value.asString();
+}
+
+JsonParser::JsonParser() {
+  Json::CharReaderBuilder builder;
+  builder["collectComments"] = false;
+  reader.reset(builder.newCharReader());
+}
+
+bool JsonParser::parse(std::string_view text, Json::Value& root, std::string& errors) {
+  try {
+    return reader->parse(text.data(), text.data() + text.size(), &root, &errors);
+  } catch (const std::exception& nestedTooDeep) {
+    errors = nestedTooDeep.what();
+    return false;
+  }
+}
+
+std::string compactJson(const Json::Value& value) {
+  Json::StreamWriterBuilder builder;
+  builder["indentation"] = "";
+  return Json::writeString(builder, value);
+}
+
+}  // namespace zephlinksdk

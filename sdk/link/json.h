@@ -1,0 +1,91 @@
+// All reading of what a daemon sends. Nothing here throws, whatever the text or the value holds: what is missing or of
+// another kind reads as the zero of its type.
+#pragma once
+
+#include <json/json.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "sdk/text.h"
+
+namespace zephlinksdk {
+
+/// Whether `object` is an object that has `key`. A member that holds null is there.
+bool has(const Json::Value& object, const char* key);
+
+/// The member `key`, or null when `object` is no object or lacks it.
+const Json::Value& member(const Json::Value& object, const char* key);
+
+/// The element at `index`, or null when `array` is no array or is shorter.
+const Json::Value& element(const Json::Value& array, Json::ArrayIndex index);
+
+/// The elements of an array in order, or the members' values of an object in the order of their names; empty for any
+/// other value. For `for` loops; `name()` of an iterator gives a member's name.
+class Elements {
+ public:
+  explicit Elements(const Json::Value& value);
+  Json::Value::const_iterator begin() const { return values.begin(); }
+  Json::Value::const_iterator end() const { return values.end(); }
+
+ private:
+  const Json::Value& values;
+};
+
+/// What jsoncpp can convert is converted (a bool to a number, 3.7 to 3, a number to a text); a text as a number, a
+/// number out of the type's range and an object or array as anything read as zero, false or the empty text.
+bool asBool(const Json::Value& value);
+std::int32_t asInt(const Json::Value& value);
+std::uint32_t asUInt(const Json::Value& value);
+std::int64_t asInt64(const Json::Value& value);
+std::uint64_t asUInt64(const Json::Value& value);
+double asDouble(const Json::Value& value);
+std::string asString(const Json::Value& value);
+
+/// Reads the member `key` into a field of its type. A field of 8 or 16 bits keeps the low bits of what `asInt` reads.
+inline void readMember(const Json::Value& object, const char* key, bool& field) { field = asBool(member(object, key)); }
+inline void readMember(const Json::Value& object, const char* key, std::uint8_t& field) {
+  field = static_cast<std::uint8_t>(asInt(member(object, key)));
+}
+inline void readMember(const Json::Value& object, const char* key, std::uint16_t& field) {
+  field = static_cast<std::uint16_t>(asInt(member(object, key)));
+}
+inline void readMember(const Json::Value& object, const char* key, std::int32_t& field) {
+  field = asInt(member(object, key));
+}
+inline void readMember(const Json::Value& object, const char* key, std::uint32_t& field) {
+  field = asUInt(member(object, key));
+}
+inline void readMember(const Json::Value& object, const char* key, std::int64_t& field) {
+  field = asInt64(member(object, key));
+}
+inline void readMember(const Json::Value& object, const char* key, std::uint64_t& field) {
+  field = asUInt64(member(object, key));
+}
+inline void readMember(const Json::Value& object, const char* key, double& field) {
+  field = asDouble(member(object, key));
+}
+template <std::size_t N>
+void readMember(const Json::Value& object, const char* key, char (&field)[N]) {
+  copyText(field, asString(member(object, key)));
+}
+
+/// Parses texts, one after the other. Worth keeping: making one costs more than reading a short report.
+class JsonParser {
+ public:
+  JsonParser();
+
+  /// False, with the reasons in `errors`, when the text is no JSON or is nested too deep; `root` then holds what was
+  /// read so far.
+  bool parse(std::string_view text, Json::Value& root, std::string& errors);
+
+ private:
+  std::unique_ptr<Json::CharReader> reader;
+};
+
+/// The text of `value` without blanks and line ends, object members in the order of their names.
+std::string compactJson(const Json::Value& value);
+
+}  // namespace zephlinksdk

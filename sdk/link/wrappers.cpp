@@ -1,0 +1,91 @@
+#include "sdk/link/wrappers.h"
+
+#include <condition_variable>
+#include <utility>
+
+#include "sdk/errors.h"
+#include "sdk/link/json.h"
+
+namespace zephlinksdk {
+
+namespace {
+
+constexpr const char* kSdkError = "sdk_error";
+constexpr const char* kSettingsError = "report_settings_error";
+
+/// What a synchronous caller sleeps on.
+struct Wait {
+  std::mutex mutex;
+  std::condition_variable ended;
+  bool done = false;
+
+  void end() {
+    const std::lock_guard lock(mutex);
+    done = true;
+    ended.notify_one();
+  }
+
+  void untilEnded() {
+    std::unique_lock lock(mutex);
+    ended.wait(lock, [this] { return done; });
+  }
+};
+
+void readSdkError(const Json::Value& error, ZephlinkSDK_Result& head) {
+  const std::uint32_t code = has(error, "type") ? asUInt(member(error, "type")) : ZephlinkSDK_Error_Sdk;
+  const std::string text = has(error, "msg") ? asString(member(error, "msg")) : "Error from SDK";
+  setError(head, code, text.c_str());
+}
+
+/// False when the report is about another call's setting.
+bool readSettingsError(const Json::Value& data, const std::string& settingName, ZephlinkSDK_Result& head) {
+  if (!has(data, "setting") || asString(member(data, "setting")) != settingName || !has(data, "msg")) return false;
+  setError(head, asUInt(member(data, "type")), asString(member(data, "msg")).c_str());
+  return true;
+}
+
+}  // namespace
+
+void wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription description,
+               const std::shared_ptr<lockedHead>& result, const WebsocketImpl::wsWrapperOptions& options,
+               const Parser& parser, const Finish& finish) {
+  const auto wait = std::make_shared<Wait>();
+  {
+    const std::lock_guard lock(result->mutex);
+    result->head.hasError = false;
+    result->head.errorCode = ZephlinkSDK_Error_None;
+    if (!options.async && WebsocketImpl::onChannelThread()) {
+      setError(result->head, ZephlinkSDK_Error_SyncCallInCallback);
+      return;
+    }
+    if (options.async) {
+      setError(result->head, ZephlinkSDK_Error_AsyncCall);
+      result->head.hasError = false;
+    }
+  }
+  if (!options.settingName.empty()) WebsocketImpl::addExpectedEvent(description, kSettingsError);
+
+  const auto handler = [wait, result, options, parser, finish](const std::string& event, const std::string& message,
+                                                               const Json::Value& root) {
+    const std::lock_guard lock(result->mutex);
+    if (event == kSdkError) {
+      readSdkError(root, result->head);
+    } else if (event == kSettingsError && !options.settingName.empty()) {
+      if (!readSettingsError(element(root, 1), options.settingName, result->head)) return false;
+    } else if (!parser(event, message, root)) {
+      return false;
+    }
+    if (options.async) return !finish() || !options.subscription;
+    wait->end();
+    return true;
+  };
+
+  const std::uint64_t handle = channel.addEventDescription(std::move(description), handler);
+  {
+    const std::lock_guard lock(result->mutex);
+    result->head.handle = handle;
+  }
+  if (!options.async) wait->untilEnded();
+}
+
+}  // namespace zephlinksdk
