@@ -1,0 +1,99 @@
+// Words whose families are still to be written: they say so and fail.
+#include <cstdio>
+
+#include "cli/families/handlers.h"
+
+namespace cli {
+
+namespace {
+
+int pending() {
+  std::fputs("This action is not built yet.\n", stderr);
+  return kFailed;
+}
+
+}  // namespace
+
+// connecting.cpp
+int connect(Words) { return pending(); }
+int connectMethod(Words) { return pending(); }
+int disconnect(Words) { return pending(); }
+int showServers(Words) { return pending(); }
+int showCurrentServer(Words) { return pending(); }
+int showConnectMethod(Words) { return pending(); }
+
+// account.cpp
+int login(Words) { return pending(); }
+int refresh(Words) { return pending(); }
+int logout(Words) { return pending(); }
+int directory(Words) { return pending(); }
+int gateway(Words) { return pending(); }
+int esni(Words) { return pending(); }
+int showUser(Words) { return pending(); }
+int showDirectory(Words) { return pending(); }
+
+// settings.cpp
+int headerCompression(Words) { return pending(); }
+int encryption(Words) { return pending(); }
+int jumbo(Words) { return pending(); }
+int maxRedundant(Words) { return pending(); }
+int mode(Words) { return pending(); }
+int overflow(Words) { return pending(); }
+int priorityOverflow(Words) { return pending(); }
+int packetAggregation(Words) { return pending(); }
+int ports(Words) { return pending(); }
+int subnets(Words) { return pending(); }
+int startupConnect(Words) { return pending(); }
+int transport(Words) { return pending(); }
+int route(Words) { return pending(); }
+int connectRetry(Words) { return pending(); }
+int transportRetry(Words) { return pending(); }
+int targetConnections(Words) { return pending(); }
+int showSettings(Words) { return pending(); }
+
+// adapters.cpp
+int adapter(Words) { return pending(); }
+int showAdapters(Words) { return pending(); }
+
+// statistics.cpp
+int stats(Words) { return pending(); }
+int statsHistoric() { return pending(); }
+
+// privacy.cpp
+int privacy(Words) { return pending(); }
+int dns(Words) { return pending(); }
+int captivePortal(Words) { return pending(); }
+int showPrivacy(Words) { return pending(); }
+
+// firewall.cpp
+int firewall(Words) { return pending(); }
+int showFirewall(Words) { return pending(); }
+
+// streaming.cpp
+int streaming(Words) { return pending(); }
+int showStreaming(Words) { return pending(); }
+
+// local_proxy.cpp
+int streamingBypass(Words) { return pending(); }
+int localProxy(Words) { return pending(); }
+int showStreamingBypass(Words) { return pending(); }
+int showLocalProxy(Words) { return pending(); }
+
+// speed_tests.cpp
+int speedTest(Words) { return pending(); }
+int streamTest(Words) { return pending(); }
+int showSpeedTest(Words) { return pending(); }
+int showDisconnect(Words) { return pending(); }
+
+// logs.cpp
+int log(Words) { return pending(); }
+int daemon(Words) { return pending(); }
+int showLogSettings(Words) { return pending(); }
+
+// safe_browsing.cpp
+int safeBrowsing(Words) { return pending(); }
+
+// network_sharing.cpp
+int networkSharing(Words) { return pending(); }
+
+}  // namespace cli

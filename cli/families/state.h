@@ -1,0 +1,10 @@
+// Printer of the daemon's state, which the families that end on a state share.
+#pragma once
+
+#include "sdk/results.h"
+
+namespace cli {
+
+void printState(const ZephlinkSDK_StateResult& record);
+
+}  // namespace cli

@@ -1,0 +1,19 @@
+// All that the program says about a result.
+#pragma once
+
+#include <json/json.h>
+
+#include <cstdio>
+
+#include "sdk/results.h"
+
+namespace cli {
+
+/// The one writer of JSON: tabs, members in the order of their names, UTF-8 as it is, no line feed at the end. Flushes.
+/// A write that fails is ignored.
+void writeJson(std::FILE* stream, const Json::Value& value);
+
+/// The error object of any record, on standard error.
+void printError(const ZephlinkSDK_Result& record);
+
+}  // namespace cli

@@ -1,0 +1,49 @@
+#include "cli/stream.h"
+
+#include <chrono>
+#include <ctime>
+#include <string>
+
+#include "cli/console.h"
+
+namespace cli {
+
+namespace {
+
+// The bound of one wait; whole seconds of the wall clock are compared behind each.
+constexpr std::chrono::milliseconds kTick{1000};
+
+}  // namespace
+
+void StreamClock::start() {
+  const std::lock_guard lock(mutex);
+  if (startTime != 0) return;
+  startTime = std::time(nullptr);
+  changed.notify_all();
+}
+
+void StreamClock::waitForStart() {
+  std::unique_lock lock(mutex);
+  changed.wait(lock, [this] { return startTime != 0; });
+}
+
+void StreamClock::waitFor(std::int32_t seconds) {
+  std::unique_lock lock(mutex);
+  while (!expired(seconds)) changed.wait_for(lock, kTick);
+}
+
+bool StreamClock::expired(std::int32_t seconds) const {
+  return seconds > 0 && startTime != 0 && std::time(nullptr) - startTime >= seconds;
+}
+
+void openStreamRecord(const char* label) { writeText(stdout, std::string("[\"") + label + "\",\n"); }
+
+void closeStreamRecord() { writeText(stdout, "]\n\n"); }
+
+void printStreamError(const ZephlinkSDK_Result& record) {
+  writeText(stderr, "[\"error\",\n");
+  printError(record);
+  writeText(stderr, "]\n\n");
+}
+
+}  // namespace cli
