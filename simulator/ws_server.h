@@ -29,12 +29,12 @@ struct Upgrade {
 /// What a server tells its owner. All of it runs on the server's thread; each may be left empty. A handler may call
 /// everything of `WsServer` but `stop`.
 struct WsHandlers {
-  std::function<void(Connection, const Upgrade&)> onUpgrade;           ///< before the answer to the upgrade
-  std::function<void(Connection)> onOpen;                              ///< the answer has been written
-  std::function<void(Connection, const std::string& text)> onText;     ///< one whole text message
-  std::function<void(Connection, const std::string& bytes)> onBinary;  ///< one whole binary message
-  std::function<void(Connection, const std::string& payload)> onPong;  ///< the answer to a ping
-  std::function<void(Connection)> onClose;                             ///< gone, whoever ended it; not called by stop
+  std::function<void(Connection, const Upgrade&)> onUpgrade = {};           ///< before the answer to the upgrade
+  std::function<void(Connection)> onOpen = {};                              ///< the answer has been written
+  std::function<void(Connection, const std::string& text)> onText = {};     ///< one whole text message
+  std::function<void(Connection, const std::string& bytes)> onBinary = {};  ///< one whole binary message
+  std::function<void(Connection, const std::string& payload)> onPong = {};  ///< the answer to a ping
+  std::function<void(Connection)> onClose = {};  ///< gone, whoever ended it; not called by stop
 };
 
 /// The server. Messages of any size are taken; a client may use the same mask and key every time. The subprotocol

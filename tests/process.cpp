@@ -1,0 +1,223 @@
+#include "tests/process.h"
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
+#include <stdexcept>
+#include <string>
+
+namespace tests {
+
+namespace {
+
+constexpr std::chrono::seconds kPatience{30};
+
+int countOf(std::string_view text, std::string_view part) {
+  int count = 0;
+  for (std::size_t at = text.find(part); at != std::string_view::npos; at = text.find(part, at + part.size())) ++count;
+  return count;
+}
+
+}  // namespace
+
+#ifdef _WIN32
+
+struct Process::Native {
+  HANDLE process = nullptr;
+};
+
+namespace {
+
+struct Pipe {
+  HANDLE readEnd = nullptr;
+  HANDLE writeEnd = nullptr;
+
+  /// Only the child's end is inherited, so that a stream ends with its program.
+  explicit Pipe(bool childReads) {
+    SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
+    if (::CreatePipe(&readEnd, &writeEnd, &inherit, 0) == 0) throw std::runtime_error("no pipe");
+    ::SetHandleInformation(childReads ? writeEnd : readEnd, HANDLE_FLAG_INHERIT, 0);
+  }
+};
+
+/// The quoting that CommandLineToArgvW undoes.
+std::string quoted(const std::string& word) {
+  std::string text = "\"";
+  std::size_t backslashes = 0;
+  for (const char letter : word) {
+    if (letter == '"') text.append(backslashes + 1, '\\');
+    backslashes = letter == '\\' ? backslashes + 1 : 0;
+    text += letter;
+  }
+  text.append(backslashes, '\\');
+  return text + "\"";
+}
+
+std::wstring wide(const std::string& text) {
+  const int size = static_cast<int>(text.size());
+  std::wstring converted(static_cast<std::size_t>(::MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0)),
+                         L'\0');
+  ::MultiByteToWideChar(CP_UTF8, 0, text.data(), size, converted.data(), static_cast<int>(converted.size()));
+  return converted;
+}
+
+std::ptrdiff_t readPipe(std::intptr_t pipe, char* bytes, std::size_t size) {
+  DWORD count = 0;
+  const bool any =
+      ::ReadFile(reinterpret_cast<HANDLE>(pipe), bytes, static_cast<DWORD>(size), &count, nullptr) != 0 && count > 0;
+  if (!any) ::CloseHandle(reinterpret_cast<HANDLE>(pipe));
+  return any ? static_cast<std::ptrdiff_t>(count) : 0;
+}
+
+}  // namespace
+
+Process::Process(const std::vector<std::string>& words, std::string_view input) : native(std::make_unique<Native>()) {
+  // Handles are inherited process-wide: one start at a time.
+  static std::mutex starting;
+  const std::lock_guard lock(starting);
+  std::string command;
+  for (const std::string& word : words) command += (command.empty() ? "" : " ") + quoted(word);
+  const Pipe in(true);
+  const Pipe output(false);
+  const Pipe errors(false);
+  STARTUPINFOW start{};
+  start.cb = sizeof start;
+  start.dwFlags = STARTF_USESTDHANDLES;
+  start.hStdInput = in.readEnd;
+  start.hStdOutput = output.writeEnd;
+  start.hStdError = errors.writeEnd;
+  PROCESS_INFORMATION process{};
+  if (::CreateProcessW(nullptr, wide(command).data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process) ==
+      0) {
+    throw std::runtime_error("cannot start " + words[0]);
+  }
+  ::CloseHandle(process.hThread);
+  for (HANDLE childEnd : {in.readEnd, output.writeEnd, errors.writeEnd}) ::CloseHandle(childEnd);
+  DWORD written = 0;
+  ::WriteFile(in.writeEnd, input.data(), static_cast<DWORD>(input.size()), &written, nullptr);
+  ::CloseHandle(in.writeEnd);
+  native->process = process.hProcess;
+  collect(out, reinterpret_cast<std::intptr_t>(output.readEnd));
+  collect(err, reinterpret_cast<std::intptr_t>(errors.readEnd));
+}
+
+void Process::kill() { ::TerminateProcess(native->process, 137); }
+
+ProgramRun Process::finish() {
+  out.reader.join();
+  err.reader.join();
+  ::WaitForSingleObject(native->process, INFINITE);
+  DWORD status = 0;
+  ::GetExitCodeProcess(native->process, &status);
+  ::CloseHandle(native->process);
+  native->process = nullptr;
+  return {static_cast<int>(status), out.text, err.text};
+}
+
+#else
+
+struct Process::Native {
+  pid_t process = 0;
+};
+
+namespace {
+
+struct Pipe {
+  int ends[2] = {-1, -1};
+
+  Pipe() {
+    if (::pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+  }
+};
+
+std::ptrdiff_t readPipe(std::intptr_t pipe, char* bytes, std::size_t size) {
+  const auto descriptor = static_cast<int>(pipe);
+  const ssize_t count = ::read(descriptor, bytes, size);
+  if (count <= 0) ::close(descriptor);
+  return count;
+}
+
+}  // namespace
+
+Process::Process(const std::vector<std::string>& words, std::string_view input) : native(std::make_unique<Native>()) {
+  const Pipe in;
+  const Pipe output;
+  const Pipe errors;
+  posix_spawn_file_actions_t actions;
+  ::posix_spawn_file_actions_init(&actions);
+  ::posix_spawn_file_actions_adddup2(&actions, in.ends[0], STDIN_FILENO);
+  ::posix_spawn_file_actions_adddup2(&actions, output.ends[1], STDOUT_FILENO);
+  ::posix_spawn_file_actions_adddup2(&actions, errors.ends[1], STDERR_FILENO);
+  // A listening socket that a program inherits would listen on.
+  ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+  std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
+  for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
+  arguments.push_back(nullptr);
+  const int failed = ::posix_spawn(&native->process, arguments[0], &actions, nullptr, arguments.data(), environ);
+  ::posix_spawn_file_actions_destroy(&actions);
+  for (const int childEnd : {in.ends[0], output.ends[1], errors.ends[1]}) ::close(childEnd);
+  if (failed != 0) throw std::runtime_error("cannot start " + words[0]);
+  [[maybe_unused]] const ssize_t written = ::write(in.ends[1], input.data(), input.size());
+  ::close(in.ends[1]);
+  collect(out, output.ends[0]);
+  collect(err, errors.ends[0]);
+}
+
+void Process::kill() { ::kill(native->process, SIGKILL); }
+
+ProgramRun Process::finish() {
+  out.reader.join();
+  err.reader.join();
+  int status = 0;
+  ::waitpid(native->process, &status, 0);
+  native->process = 0;
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), out.text, err.text};
+}
+
+#endif
+
+Process::~Process() {
+  if (native->process == decltype(native->process){}) return;
+  kill();
+  finish();
+}
+
+void Process::collect(Stream& stream, std::intptr_t pipe) {
+  stream.reader = std::thread([this, &stream, pipe] {
+    char bytes[65536];
+    std::ptrdiff_t count = 0;
+    do {
+      count = readPipe(pipe, bytes, sizeof bytes);
+      const std::lock_guard lock(mutex);
+      if (count > 0) stream.text.append(bytes, static_cast<std::size_t>(count));
+      stream.ended = count <= 0;
+      changed.notify_all();
+    } while (count > 0);
+  });
+}
+
+bool Process::waitFor(Stream& stream, std::string_view text, int times) {
+  std::unique_lock lock(mutex);
+  changed.wait_for(lock, kPatience, [&] { return stream.ended || countOf(stream.text, text) >= times; });
+  return countOf(stream.text, text) >= times;
+}
+
+bool Process::waitForOutput(std::string_view text, int times) { return waitFor(out, text, times); }
+
+bool Process::waitForError(std::string_view text) { return waitFor(err, text, 1); }
+
+ProgramRun zephctl(std::uint16_t port, const std::vector<std::string>& words, std::string_view input) {
+  std::vector<std::string> all{ZEPHCTL_PATH, "-p", std::to_string(port)};
+  all.insert(all.end(), words.begin(), words.end());
+  return Process(all, input).finish();
+}
+
+}  // namespace tests

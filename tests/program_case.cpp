@@ -1,0 +1,59 @@
+#include "tests/program_case.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/process.h"
+
+namespace tests {
+
+namespace {
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string text = "zephctl";
+  for (const std::string& word : words) text += " " + word;
+  return text;
+}
+
+/// What the program calls itself: the last piece of its path.
+std::string programName() { return std::filesystem::path(ZEPHCTL_PATH).filename().string(); }
+
+ProgramCase fault(const char* kind, std::vector<std::string> words, const std::string& usage, int status) {
+  ProgramCase row;
+  row.words = std::move(words);
+  row.err = std::string(kind) + " parameters: " + programName() + " " + usage + "\n";
+  row.status = status;
+  return row;
+}
+
+}  // namespace
+
+void check(const ProgramCase& row) {
+  SCOPED_TRACE(joined(row.words));
+  ScriptedDaemon daemon(row.answers);
+  const ProgramRun run = zephctl(daemon.port(), row.words, row.input);
+  EXPECT_EQ(run.out, row.out);
+  EXPECT_EQ(run.err, row.err);
+  EXPECT_EQ(run.status, row.status);
+  // What leaves at the very end may still be on its way.
+  if (daemon.heard().size() < row.sent.size()) daemon.waitForRequests(row.sent.size());
+  EXPECT_EQ(daemon.heard(), row.sent);
+}
+
+std::string errorObject(unsigned code, const std::string& type, const std::string& message) {
+  return "{\n\t\"errorCode\" : " + std::to_string(code) + ",\n\t\"errorMessage\" : \"" + message +
+         "\",\n\t\"errorType\" : \"" + type + "\"\n}";
+}
+
+ProgramCase invalidCase(std::vector<std::string> words, const std::string& usage) {
+  return fault("Invalid", std::move(words), usage, 2);
+}
+
+ProgramCase missingCase(std::vector<std::string> words, const std::string& usage) {
+  return fault("Missing", std::move(words), usage, 3);
+}
+
+void PrintTo(const ProgramCase& row, std::ostream* stream) { *stream << joined(row.words); }
+
+}  // namespace tests

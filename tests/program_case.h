@@ -1,0 +1,35 @@
+// One run of the program as a row: its words, what the daemon answers, what must be sent and printed.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "tests/scripted_daemon.h"
+
+namespace tests {
+
+struct ProgramCase {
+  std::vector<std::string> words;
+  Answers answers = {};
+  /// The requests that the daemon must hear, in order; the hello is not among them.
+  std::vector<std::string> sent = {};
+  std::string out = {};
+  std::string err = {};
+  int status = 0;
+  std::string input = {};
+};
+
+/// Runs the case against a daemon of its own and compares everything.
+void check(const ProgramCase& row);
+
+/// The error object as the program prints it.
+std::string errorObject(unsigned code, const std::string& type, const std::string& message);
+
+/// Faults of the program's words: nothing is sent, and one line on standard error names the usage text.
+ProgramCase invalidCase(std::vector<std::string> words, const std::string& usage);
+ProgramCase missingCase(std::vector<std::string> words, const std::string& usage);
+
+void PrintTo(const ProgramCase& row, std::ostream* stream);
+
+}  // namespace tests

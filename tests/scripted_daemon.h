@@ -1,0 +1,50 @@
+// A daemon that answers as a test tells it, and remembers what it heard.
+#pragma once
+
+#include <condition_variable>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "simulator/ws_server.h"
+
+namespace tests {
+
+/// The texts that are sent, in order, when a request of this event comes.
+using Answers = std::map<std::string, std::vector<std::string>>;
+
+/// The text of an event as a daemon sends it; `data` is JSON.
+std::string event(const std::string& name, const std::string& data);
+
+class ScriptedDaemon {
+ public:
+  /// Answers each request at once, on the connection that it came from. Listens on a free loopback port.
+  explicit ScriptedDaemon(Answers script = {});
+  ~ScriptedDaemon();
+
+  std::uint16_t port() const { return server.port(); }
+  zephsim::WsServer& socket() { return server; }
+
+  /// To every open connection.
+  void send(std::string text) { server.broadcast(std::move(text)); }
+
+  /// What came so far but for the hello, without the line feeds that end the texts.
+  std::vector<std::string> heard();
+
+  /// Waits for that many requests behind the hello, or for that many connections so far; false after 30 seconds.
+  bool waitForRequests(std::size_t count);
+  bool waitForConnections(std::size_t count);
+
+ private:
+  void onText(zephsim::Connection connection, const std::string& text);
+
+  Answers answers;
+  std::mutex mutex;
+  std::condition_variable changed;
+  std::vector<std::string> requests;
+  std::size_t connections = 0;
+  zephsim::WsServer server;
+};
+
+}  // namespace tests
