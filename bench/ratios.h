@@ -1,0 +1,8 @@
+// What the design bounds: ratios of zephctl to a floor, measured side by side in one run.
+#pragma once
+
+namespace bench {
+
+void printRatios();
+
+}  // namespace bench
