@@ -43,7 +43,7 @@ std::string frame(unsigned opcode, const std::string& payload, bool fin = true) 
   } else if (payload.size() < 65536) {
     bytes += {126, static_cast<char>(payload.size() >> 8U), static_cast<char>(payload.size())};
   } else {
-    bytes += 127;
+    bytes += '\x7f';
     for (int shift = 56; shift >= 0; shift -= 8)
       bytes += static_cast<char>(payload.size() >> static_cast<unsigned>(shift));
   }
