@@ -46,11 +46,8 @@ Json::Value withoutSecrets(Json::Value members) {
 Daemon::Daemon(const Options& daemonOptions)
     : options(daemonOptions),
       generator(daemonOptions.seed),
-      server(daemonOptions.port, {.onUpgrade = nullptr,
-                                  .onOpen = [this](Connection connection) { connections[connection] = 0; },
+      server(daemonOptions.port, {.onOpen = [this](Connection connection) { connections[connection] = 0; },
                                   .onText = [this](Connection from, const std::string& text) { hear(from, text); },
-                                  .onBinary = nullptr,
-                                  .onPong = nullptr,
                                   .onClose = [this](Connection connection) { connections.erase(connection); }}) {
   for (const Family family : kFamilies) {
     for (Request& request : family(*this)) requests[request.event] = std::move(request.handle);
@@ -102,26 +99,33 @@ void Daemon::dispatch(const std::string& event, const Json::Value& members) {
   }
 }
 
-void Daemon::report(const char* event, Json::Value data) {
+void Daemon::report(const char* event, const Json::Value& data) { say(event, data, 1); }
+
+void Daemon::flood(const char* event, const Json::Value& data) { say(event, data, options.flood); }
+
+void Daemon::say(const char* event, const Json::Value& data, std::uint32_t times) {
   if (options.silent) return;
-  if (options.print) print('>', event, data);
-  const std::string text = compact(array({event, std::move(data), kSourceTag}));
-  say(options.garble ? garbled(text) : text);
+  const std::string whole = compact(array({event, data, kSourceTag}));
+  const std::string text = options.garble ? garbled(whole) : whole;
+  for (std::uint32_t i = 0; i < times; ++i) {
+    if (options.print) print('>', event, data);
+    deliverInTime(text);
+  }
 }
 
 void Daemon::fault(const char* event, Fault code, const std::string& text, Json::Value members) {
   members["type"] = static_cast<int>(code);
   members["msg"] = text;
-  report(event, std::move(members));
+  report(event, members);
 }
 
 void Daemon::refuse(const std::string& setting, const Refusal& refusal) {
   fault("report_settings_error", refusal.fault, refusal.text, object({{"setting", setting}}));
 }
 
-void Daemon::say(std::string text) {
+void Daemon::deliverInTime(const std::string& text) {
   if (options.delay.count() == 0) return deliver(text);
-  server.after(options.delay, [this, text = std::move(text)] { deliver(text); });
+  server.after(options.delay, [this, text] { deliver(text); });
 }
 
 void Daemon::deliver(const std::string& text) {

@@ -65,10 +65,12 @@ class Daemon {
   // For the families.
 
   /// Says a report to all connections.
-  void report(const char* event, Json::Value data);
+  void report(const char* event, const Json::Value& data);
+  /// Says a report as often as `--flood` tells, not at all without it.
+  void flood(const char* event, const Json::Value& data);
   void report(const Record& record) { report(record.report, record.value); }
   /// `report` of an error event: `type` and `msg`, and what else `members` holds.
-  void fault(const char* event, Fault fault, const std::string& text, Json::Value members = Json::objectValue);
+  void fault(const char* event, Fault code, const std::string& text, Json::Value members = Json::objectValue);
   /// Runs `task` later; what takes time takes a tenth of it with `--fast`.
   void after(std::chrono::milliseconds delay, std::function<void()> task);
   /// Runs `task` again and again, the first time after `period`.
@@ -79,7 +81,6 @@ class Daemon {
   /// Of whom the request now in hand comes.
   Connection asker() const { return currentAsker; }
   bool isConnected(Connection connection) const { return connections.count(connection) != 0; }
-  std::uint32_t floodSize() const { return options.flood; }
   void quit();
 
   World world;
@@ -88,7 +89,8 @@ class Daemon {
   void hear(Connection connection, const std::string& text);
   void refuse(const std::string& setting, const Refusal& refusal);
   void dispatch(const std::string& event, const Json::Value& members);
-  void say(std::string text);
+  void say(const char* event, const Json::Value& data, std::uint32_t times);
+  void deliverInTime(const std::string& text);
   void deliver(const std::string& text);
   bool count(Connection connection);
   void print(char direction, const std::string& event, const Json::Value& members) const;

@@ -34,7 +34,7 @@ std::string wantedText(const Json::Value& members, const char* member) {
 }
 
 std::string wantedWord(const Json::Value& members, const char* member, const Words& words) {
-  const std::string word = wantedText(members, member);
+  std::string word = wantedText(members, member);
   if (std::find(words.begin(), words.end(), word) == words.end()) {
     throw Refusal{Fault::InvalidArgument, "\"" + word + "\" is not known"};
   }
@@ -43,25 +43,25 @@ std::string wantedWord(const Json::Value& members, const char* member, const Wor
 
 bool wantedBool(const Json::Value& members, const char* member) { return wanted(members, member, Kind::Bool).asBool(); }
 
-RequestHandler sayRecord(SharedRecord record) {
+RequestHandler sayRecord(const SharedRecord& record) {
   return [record](Daemon& daemon, const Json::Value&) { daemon.report(*record); };
 }
 
-RequestHandler setMember(SharedRecord record, const char* member, const char* key, Kind kind) {
+RequestHandler setMember(const SharedRecord& record, const char* member, const char* key, Kind kind) {
   return [=](Daemon& daemon, const Json::Value& members) {
     record->value[key] = wanted(members, member, kind);
     daemon.report(*record);
   };
 }
 
-RequestHandler setWord(SharedRecord record, const char* member, const char* key, Words words) {
+RequestHandler setWord(const SharedRecord& record, const char* member, const char* key, Words words) {
   return [=, words = std::move(words)](Daemon& daemon, const Json::Value& members) {
     record->value[key] = wantedWord(members, member, words);
     daemon.report(*record);
   };
 }
 
-RequestHandler setList(SharedRecord record, const char* member, Json::ArrayIndex limit) {
+RequestHandler setList(const SharedRecord& record, const char* member, Json::ArrayIndex limit) {
   return [=](Daemon& daemon, const Json::Value& members) {
     const Json::Value& list = wanted(members, member, Kind::List);
     if (list.size() > limit) throw Refusal{Fault::InvalidArgument, "The list is too long"};

@@ -24,12 +24,12 @@ std::string wantedWord(const Json::Value& members, const char* member, const Wor
 bool wantedBool(const Json::Value& members, const char* member);
 
 /// Says the record.
-RequestHandler sayRecord(SharedRecord record);
+RequestHandler sayRecord(const SharedRecord& record);
 /// Copies `member` of the request to `key` of the record and says the record.
-RequestHandler setMember(SharedRecord record, const char* member, const char* key, Kind kind);
+RequestHandler setMember(const SharedRecord& record, const char* member, const char* key, Kind kind);
 /// The same for a text that must be one of `words`.
-RequestHandler setWord(SharedRecord record, const char* member, const char* key, Words words);
+RequestHandler setWord(const SharedRecord& record, const char* member, const char* key, Words words);
 /// The same for an array that may not be longer than `limit`.
-RequestHandler setList(SharedRecord record, const char* member, Json::ArrayIndex limit);
+RequestHandler setList(const SharedRecord& record, const char* member, Json::ArrayIndex limit);
 
 }  // namespace zephsim

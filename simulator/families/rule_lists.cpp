@@ -19,8 +19,8 @@ void checkRule(const Json::Value& rule) {
   }
 }
 
-RequestHandler setPorts(SharedRecord record) {
-  return [set = setList(std::move(record), "ports", kMaxEntries)](Daemon& daemon, const Json::Value& members) {
+RequestHandler setPorts(const SharedRecord& record) {
+  return [set = setList(record, "ports", kMaxEntries)](Daemon& daemon, const Json::Value& members) {
     for (const Json::Value& rule : wanted(members, "ports", Kind::List)) checkRule(rule);
     set(daemon, members);
   };
@@ -65,7 +65,7 @@ std::vector<Request> streamingRequests() {
 }
 
 /// A title that isn't known changes nothing.
-RequestHandler setService(SharedRecord proxy) {
+RequestHandler setService(const SharedRecord& proxy) {
   return [proxy](Daemon& daemon, const Json::Value& members) {
     const bool enabled = wantedBool(members, "enabled");
     Json::Value* found = findBy(proxy->value["domain_watchlist"], "title", wantedText(members, "title"));

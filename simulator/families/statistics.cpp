@@ -65,7 +65,7 @@ class Statistics {
       subscription.periods.clear();
       for (const Json::Value& period : members["periods"]) subscription.periods.push_back(period.asUInt());
     }
-    for (std::uint32_t i = 0; i < daemon.floodSize(); ++i) reportConnections(Json::nullValue);
+    daemon.flood("report_connection_stats", traffic.connectionStats(world, monotonicMs()));
   }
 
   void reportConnections(const Json::Value&) {
