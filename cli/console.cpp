@@ -12,6 +12,9 @@
 #else
 #include <fcntl.h>
 #include <unistd.h>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #endif
 
 namespace cli {
@@ -73,6 +76,10 @@ void writeText(std::FILE* stream, std::string_view text) {
 #else
 
 void prepareConsole(int&, char**&) {
+#ifdef __GLIBC__
+  // Two threads that hardly allocate need no arena each.
+  ::mallopt(M_ARENA_MAX, 1);
+#endif
   // A standard descriptor that the parent has closed would go to our next socket, and our output into it.
   int opened = ::open("/dev/null", O_RDWR);
   while (opened >= 0 && opened <= STDERR_FILENO) opened = ::open("/dev/null", O_RDWR);

@@ -29,10 +29,8 @@ ZephlinkSDK::ZephlinkSDK(const ZephlinkSDK_Config& config) {
       channel->send("set_app_name", toObject({{"name", appName}}));
     }
     running = true;
-    keepAliveThread = std::thread(&ZephlinkSDK::keepAlive, this);
   } catch (const std::system_error&) {
     // A system without a thread to give: every call says that there is no channel.
-    running = false;
     channel.reset();
   }
 }
@@ -48,6 +46,18 @@ ZephlinkSDK::~ZephlinkSDK() {
 
 void ZephlinkSDK::removeListener(std::uint64_t handle) {
   if (channel) channel->removeEventDescription(handle);
+}
+
+/// With `mutex` held. One-shot commands never pay for the thread: it begins with the first subscription to statistics.
+/// False when the system has no thread to give.
+bool ZephlinkSDK::startKeepAlive() {
+  if (!running || keepAliveThread.joinable()) return true;
+  try {
+    keepAliveThread = std::thread(&ZephlinkSDK::keepAlive, this);
+    return true;
+  } catch (const std::system_error&) {
+    return false;
+  }
 }
 
 /// The keep-alive thread: a daemon stops its statistics unless it is asked again.

@@ -93,6 +93,7 @@ class ZephlinkSDK {
 
  private:
   void keepAlive();
+  bool startKeepAlive();
 
   char appName[ZephlinkSDK_AppNameSize] = "";
   bool statsEnabled = false;

@@ -17,7 +17,7 @@ ZephlinkSDK_Result ZephlinkSDK::subscribeStats(bool enable, std::uint8_t periodC
     for (std::size_t i = 0; i < count; ++i) members["periods"].append(periods[i]);
   }
   channel->send("stat_subscribe", members);
-  return {};
+  return !enable || startKeepAlive() ? ZephlinkSDK_Result{} : refused<ZephlinkSDK_Result>(ZephlinkSDK_Error_Sdk);
 }
 
 }  // namespace zephlinksdk

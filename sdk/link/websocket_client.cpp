@@ -50,12 +50,13 @@ std::optional<Url> parseUrl(const std::string& text) {
   return std::nullopt;
 }
 
-/// One request line, its value (if it has one) put into `format`. Whether it arrives shows in the answer alone.
+/// One request line, its value (if it has one) put into `format`. Whether it arrives shows in the answer alone. The
+/// lines leave together with the empty one that ends them: a peer is woken once.
 template <class... Values>
 void sendLine(SocketHandle socket, const char* format, Values... values) {
   char line[kLineSize];
   const int length = std::snprintf(line, sizeof line, format, values...);
-  sendBytes(socket, line, static_cast<std::size_t>(length));
+  sendBytes(socket, line, static_cast<std::size_t>(length), SendMode::kMoreFollows);
 }
 
 void sendUpgradeRequest(SocketHandle socket, const Url& url, const std::string& origin) {
@@ -71,11 +72,12 @@ void sendUpgradeRequest(SocketHandle socket, const Url& url, const std::string& 
   sendLine(socket, "Sec-WebSocket-Key: %s\r\n", kWebSocketKey);
   sendLine(socket, "%s", "Sec-WebSocket-Version: 13\r\n");
   sendLine(socket, "%s", "Sec-WebSocket-Protocol: event-protocol\r\n");
-  sendLine(socket, "%s", "\r\n");
+  sendBytes(socket, "\r\n", 2);
 }
 
-/// One line of the answer, read byte by byte so that no byte of the frames behind it is taken.
-struct AnswerLine {
+/// One line of the answer, taken byte by byte, and no byte behind it: those are the next line's, or the first frame's.
+class AnswerLine {
+ public:
   char text[kLineSize] = "";
   std::size_t length = 0;
 
@@ -84,10 +86,20 @@ struct AnswerLine {
   bool receive(SocketHandle socket) {
     std::memset(text, 0, sizeof text);
     bool any = false;
-    for (length = 0; length < 2 || !complete(); ++length) {
-      const std::ptrdiff_t received = receiveBytes(socket, text + length, 1);
-      if (received == 0) return false;
-      any = any || received > 0;
+    length = 0;
+    while (length < 2 || !complete()) {
+      // What has come is looked at before it is taken, which saves a call for every byte.
+      const std::ptrdiff_t seen = peekBytes(socket, text + length, kLineSize - 1 - length);
+      if (seen == 0) return false;
+      const std::size_t first = length;
+      const std::size_t end = first + static_cast<std::size_t>(seen > 0 ? seen : 1);
+      do {
+        ++length;
+      } while (length < end && (length < 2 || !complete()));
+      if (seen < 0) continue;
+      any = true;
+      receiveBytes(socket, text + first, length - first);
+      std::memset(text + length, 0, sizeof text - length);
     }
     return any;
   }

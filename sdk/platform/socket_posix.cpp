@@ -19,6 +19,12 @@ namespace zephlinksdk {
 
 namespace {
 
+#ifdef MSG_MORE
+constexpr int kMoreFollowsFlag = MSG_MORE;
+#else
+constexpr int kMoreFollowsFlag = 0;
+#endif
+
 int descriptor(SocketHandle socket) { return static_cast<int>(socket); }
 
 /// A signal may interrupt `connect`, which then goes on by itself and may not be called again.
@@ -35,6 +41,14 @@ bool finishInterruptedConnect(int socket) {
 bool connectTo(int socket, const addrinfo& address) {
   if (::connect(socket, address.ai_addr, address.ai_addrlen) == 0) return true;
   return errno == EINTR && finishInterruptedConnect(socket);
+}
+
+std::ptrdiff_t receive(SocketHandle socket, void* data, std::size_t size, int flags) {
+  std::ptrdiff_t received = 0;
+  do {
+    received = ::recv(descriptor(socket), data, size, flags);
+  } while (received < 0 && errno == EINTR);
+  return received;
 }
 
 }  // namespace
@@ -67,20 +81,21 @@ bool connectSocket(const char* host, int port, SocketHandle& socket) {
   return connected;
 }
 
-std::ptrdiff_t sendBytes(SocketHandle socket, const void* data, std::size_t size) {
+std::ptrdiff_t sendBytes(SocketHandle socket, const void* data, std::size_t size, SendMode mode) {
+  const int flags = MSG_NOSIGNAL | (mode == SendMode::kMoreFollows ? kMoreFollowsFlag : 0);
   std::ptrdiff_t sent = 0;
   do {
-    sent = ::send(descriptor(socket), data, size, MSG_NOSIGNAL);
+    sent = ::send(descriptor(socket), data, size, flags);
   } while (sent < 0 && errno == EINTR);
   return sent;
 }
 
 std::ptrdiff_t receiveBytes(SocketHandle socket, void* data, std::size_t size) {
-  std::ptrdiff_t received = 0;
-  do {
-    received = ::recv(descriptor(socket), data, size, 0);
-  } while (received < 0 && errno == EINTR);
-  return received;
+  return receive(socket, data, size, 0);
+}
+
+std::ptrdiff_t peekBytes(SocketHandle socket, void* data, std::size_t size) {
+  return receive(socket, data, size, MSG_PEEK);
 }
 
 bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINPROGRESS; }

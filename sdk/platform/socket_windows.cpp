@@ -54,12 +54,16 @@ bool connectSocket(const char* host, int port, SocketHandle& socket) {
   return connected;
 }
 
-std::ptrdiff_t sendBytes(SocketHandle socket, const void* data, std::size_t size) {
+std::ptrdiff_t sendBytes(SocketHandle socket, const void* data, std::size_t size, SendMode) {
   return ::send(native(socket), static_cast<const char*>(data), chunk(size), 0);
 }
 
 std::ptrdiff_t receiveBytes(SocketHandle socket, void* data, std::size_t size) {
   return ::recv(native(socket), static_cast<char*>(data), chunk(size), 0);
+}
+
+std::ptrdiff_t peekBytes(SocketHandle socket, void* data, std::size_t size) {
+  return ::recv(native(socket), static_cast<char*>(data), chunk(size), MSG_PEEK);
 }
 
 bool wouldBlock() {
