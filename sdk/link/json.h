@@ -83,6 +83,12 @@ void readEntries(const Json::Value& list, Entry (&entries)[N], Count& count, Rea
   }
 }
 
+/// The same for a list of texts.
+template <std::size_t Size, std::size_t N, class Count>
+void readTexts(const Json::Value& list, char (&texts)[N][Size], Count& count) {
+  readEntries(list, texts, count, [](const Json::Value& value, char(&text)[Size]) { copyText(text, asString(value)); });
+}
+
 /// Parses texts, one after the other. Worth keeping: making one costs more than reading a short report.
 class JsonParser {
  public:
