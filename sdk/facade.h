@@ -46,6 +46,38 @@ inline constexpr auto& ZephlinkSDK_getVersion = zephlinksdk::forward<&zephlinksd
 // ---- Account ----
 
 // ---- Connection settings ----
+inline constexpr auto& ZephlinkSDK_getSettings = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getSettings>;
+inline constexpr auto& ZephlinkSDK_setTunnelEncrypted =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setTunnelEncrypted>;
+inline constexpr auto& ZephlinkSDK_setConnectionEncryption =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectionEncryption>;
+inline constexpr auto& ZephlinkSDK_setJumboPackets = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setJumboPackets>;
+inline constexpr auto& ZephlinkSDK_setPacketAggregation =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setPacketAggregation>;
+inline constexpr auto& ZephlinkSDK_setHeaderCompression =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setHeaderCompression>;
+inline constexpr auto& ZephlinkSDK_setStartupConnect =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setStartupConnect>;
+inline constexpr auto& ZephlinkSDK_setEnableDefaultRoute =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setEnableDefaultRoute>;
+inline constexpr auto& ZephlinkSDK_setMode = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setMode>;
+inline constexpr auto& ZephlinkSDK_setConnectionTransportMode =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectionTransportMode>;
+inline constexpr auto& ZephlinkSDK_setMaxRedundantSends =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setMaxRedundantSends>;
+inline constexpr auto& ZephlinkSDK_setOverflowThreshold =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setOverflowThreshold>;
+inline constexpr auto& ZephlinkSDK_setPriorityOverflowThreshold =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setPriorityOverflowThreshold>;
+inline constexpr auto& ZephlinkSDK_setTargetNumberOfConnections =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setTargetNumberOfConnections>;
+inline constexpr auto& ZephlinkSDK_setMaximumConnectRetry =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setMaximumConnectRetry>;
+inline constexpr auto& ZephlinkSDK_setMaximumTransportRetry =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setMaximumTransportRetry>;
+inline constexpr auto& ZephlinkSDK_setForwardPorts = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setForwardPorts>;
+inline constexpr auto& ZephlinkSDK_setDownstreamSubnets =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDownstreamSubnets>;
 
 // ---- Adapters ----
 

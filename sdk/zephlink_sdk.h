@@ -62,6 +62,59 @@ class ZephlinkSDK {
   // ---- Account (sdk/families/account.cpp) ----
 
   // ---- Connection settings (sdk/families/settings.cpp) ----
+  // Event of all: report_connection_settings.
+
+  using SettingsCallback = Callback<ZephlinkSDK_SettingsResult>;
+
+  ZephlinkSDK_SettingsResult getSettings(SettingsCallback callback, void* userData);
+
+  /// Of the tunnel as a whole.
+  ZephlinkSDK_SettingsResult setTunnelEncrypted(bool enable, SettingsCallback callback, void* userData);
+
+  /// Of one adapter's connection.
+  ZephlinkSDK_SettingsResult setConnectionEncryption(const char* adapterID, bool enable, SettingsCallback callback,
+                                                     void* userData);
+
+  ZephlinkSDK_SettingsResult setJumboPackets(bool enable, SettingsCallback callback, void* userData);
+  ZephlinkSDK_SettingsResult setPacketAggregation(bool enable, SettingsCallback callback, void* userData);
+  ZephlinkSDK_SettingsResult setHeaderCompression(bool enable, SettingsCallback callback, void* userData);
+
+  /// Whether the daemon connects as soon as it starts.
+  ZephlinkSDK_SettingsResult setStartupConnect(bool enable, SettingsCallback callback, void* userData);
+
+  /// Whether the tunnel takes the machine's default route.
+  ZephlinkSDK_SettingsResult setEnableDefaultRoute(bool enable, SettingsCallback callback, void* userData);
+
+  ZephlinkSDK_SettingsResult setMode(ZephlinkSDK_BondingMode mode, SettingsCallback callback, void* userData);
+
+  /// Proxy and Share cannot be set and are refused with ZephlinkSDK_Error_InvalidArgument.
+  ZephlinkSDK_SettingsResult setConnectionTransportMode(ZephlinkSDK_TransportMode mode, SettingsCallback callback,
+                                                        void* userData);
+
+  /// At most so many connections carry the same packet.
+  ZephlinkSDK_SettingsResult setMaxRedundantSends(unsigned int connections, SettingsCallback callback, void* userData);
+
+  /// The speed under which secondary adapters join in, in megabits per second.
+  ZephlinkSDK_SettingsResult setOverflowThreshold(double mbps, SettingsCallback callback, void* userData);
+
+  /// The same for traffic that goes first.
+  ZephlinkSDK_SettingsResult setPriorityOverflowThreshold(double mbps, SettingsCallback callback, void* userData);
+
+  /// Of any sign: the daemon says what the numbers mean.
+  ZephlinkSDK_SettingsResult setTargetNumberOfConnections(int upload, int download, SettingsCallback callback,
+                                                          void* userData);
+
+  /// Seconds.
+  ZephlinkSDK_SettingsResult setMaximumConnectRetry(unsigned int seconds, SettingsCallback callback, void* userData);
+  ZephlinkSDK_SettingsResult setMaximumTransportRetry(unsigned int seconds, SettingsCallback callback, void* userData);
+
+  /// Replaces all forwarded ports; the first 20 rules count. Rules of port 0 and those with a range are passed over.
+  ZephlinkSDK_SettingsResult setForwardPorts(unsigned short count, const ZephlinkSDK_ProtocolPortPair* rules,
+                                             SettingsCallback callback, void* userData);
+
+  /// Replaces all downstream subnets; the first 10 count.
+  ZephlinkSDK_SettingsResult setDownstreamSubnets(unsigned short count, const ZephlinkSDK_Subnet* subnets,
+                                                  SettingsCallback callback, void* userData);
 
   // ---- Adapters (sdk/families/adapters.cpp) ----
 
