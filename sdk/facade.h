@@ -30,10 +30,22 @@ struct Forward<Method> {
     setError(record, ZephlinkSDK_Error_InvalidArgument);
     return record;
   }
+
+  Record operator()(ZephlinkSDK* sdk, Arguments... arguments) const { return call(sdk, arguments...); }
 };
 
 template <auto Method>
 inline constexpr auto& forward = Forward<Method>::call;
+
+/// The forward of a method that has several forms, called like the function that it stands for.
+template <auto... Methods>
+struct ForwardForms : Forward<Methods>... {
+  using Forward<Methods>::operator()...;
+};
+
+template <class... Numbers>
+using AdapterMethod = ZephlinkSDK_AdaptersResult (ZephlinkSDK::*)(const char* adapterID, Numbers...,
+                                                                  Callback<ZephlinkSDK_AdaptersResult>, void*);
 
 }  // namespace zephlinksdk
 
@@ -80,6 +92,29 @@ inline constexpr auto& ZephlinkSDK_setDownstreamSubnets =
     zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDownstreamSubnets>;
 
 // ---- Adapters ----
+inline constexpr auto& ZephlinkSDK_getAdapters = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getAdapters>;
+inline constexpr auto& ZephlinkSDK_setConnectionPriorities =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectionPriorities>;
+inline constexpr auto& ZephlinkSDK_setConnectionDirectionalMode =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectionDirectionalMode>;
+inline constexpr zephlinksdk::ForwardForms<
+    zephlinksdk::AdapterMethod<std::int64_t>{&zephlinksdk::ZephlinkSDK::setConnectionRateLimit},
+    zephlinksdk::AdapterMethod<>{&zephlinksdk::ZephlinkSDK::setConnectionRateLimit}>
+    ZephlinkSDK_setConnectionRateLimit;
+inline constexpr zephlinksdk::ForwardForms<
+    zephlinksdk::AdapterMethod<std::int64_t, std::int64_t>{&zephlinksdk::ZephlinkSDK::setAdapterMonthlyDataLimit},
+    zephlinksdk::AdapterMethod<>{&zephlinksdk::ZephlinkSDK::setAdapterMonthlyDataLimit}>
+    ZephlinkSDK_setAdapterMonthlyDataLimit;
+inline constexpr zephlinksdk::ForwardForms<
+    zephlinksdk::AdapterMethod<std::int64_t>{&zephlinksdk::ZephlinkSDK::setAdapterDailyDataLimit},
+    zephlinksdk::AdapterMethod<>{&zephlinksdk::ZephlinkSDK::setAdapterDailyDataLimit}>
+    ZephlinkSDK_setAdapterDailyDataLimit;
+inline constexpr auto& ZephlinkSDK_addAdapterDailyDataLimitBoost =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::addAdapterDailyDataLimitBoost>;
+inline constexpr auto& ZephlinkSDK_setAdapterOverlimitRatelimit =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setAdapterOverlimitRatelimit>;
+inline constexpr auto& ZephlinkSDK_resetAdapterUsage =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::resetAdapterUsage>;
 
 // ---- Statistics ----
 inline constexpr auto& ZephlinkSDK_subscribeStats = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::subscribeStats>;

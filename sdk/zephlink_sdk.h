@@ -117,6 +117,50 @@ class ZephlinkSDK {
                                                   SettingsCallback callback, void* userData);
 
   // ---- Adapters (sdk/families/adapters.cpp) ----
+  // Event of all: report_networks, with every adapter.
+
+  using AdaptersCallback = Callback<ZephlinkSDK_AdaptersResult>;
+
+  ZephlinkSDK_AdaptersResult getAdapters(AdaptersCallback callback, void* userData);
+
+  /// A number that is no priority is refused with ZephlinkSDK_Error_InvalidArgument.
+  ZephlinkSDK_AdaptersResult setConnectionPriorities(const char* adapterID, ZephlinkSDK_ConnectionPriority priority,
+                                                     AdaptersCallback callback, void* userData);
+
+  ZephlinkSDK_AdaptersResult setConnectionDirectionalMode(const char* adapterID,
+                                                          ZephlinkSDK_ConnectionDirectionalMode upload,
+                                                          ZephlinkSDK_ConnectionDirectionalMode download,
+                                                          AdaptersCallback callback, void* userData);
+
+  /// Bits per second; 0 and the form without a number lift the limit.
+  ZephlinkSDK_AdaptersResult setConnectionRateLimit(const char* adapterID, std::int64_t bps, AdaptersCallback callback,
+                                                    void* userData);
+  ZephlinkSDK_AdaptersResult setConnectionRateLimit(const char* adapterID, AdaptersCallback callback, void* userData);
+
+  /// Bytes; 0 and the form without numbers lift the limit. Usage starts anew on `resetDay` of the month, or counts the
+  /// last 30 days where that is 0.
+  ZephlinkSDK_AdaptersResult setAdapterMonthlyDataLimit(const char* adapterID, std::int64_t bytes,
+                                                        std::int64_t resetDay, AdaptersCallback callback,
+                                                        void* userData);
+  ZephlinkSDK_AdaptersResult setAdapterMonthlyDataLimit(const char* adapterID, AdaptersCallback callback,
+                                                        void* userData);
+
+  /// Bytes; 0 and the form without a number lift the limit.
+  ZephlinkSDK_AdaptersResult setAdapterDailyDataLimit(const char* adapterID, std::int64_t bytes,
+                                                      AdaptersCallback callback, void* userData);
+  ZephlinkSDK_AdaptersResult setAdapterDailyDataLimit(const char* adapterID, AdaptersCallback callback, void* userData);
+
+  /// Adds to what the adapter may use today, in bytes. The daemon refuses it under no name: this call never ends with
+  /// an error of a setting.
+  ZephlinkSDK_AdaptersResult addAdapterDailyDataLimitBoost(const char* adapterID, std::int64_t bytes,
+                                                           AdaptersCallback callback, void* userData);
+
+  /// The rate beyond a data limit, in bits per second; 0 stops using the adapter there.
+  ZephlinkSDK_AdaptersResult setAdapterOverlimitRatelimit(const char* adapterID, std::int64_t bps,
+                                                          AdaptersCallback callback, void* userData);
+
+  /// Sets the usage counters to 0. Like the boost it never ends with an error of a setting.
+  ZephlinkSDK_AdaptersResult resetAdapterUsage(const char* adapterID, AdaptersCallback callback, void* userData);
 
   // ---- Statistics (sdk/families/statistics.cpp) ----
 

@@ -32,10 +32,6 @@ int esni(Words) { return pending(); }
 int showUser(Words) { return pending(); }
 int showDirectory(Words) { return pending(); }
 
-// adapters.cpp
-int adapter(Words) { return pending(); }
-int showAdapters(Words) { return pending(); }
-
 // statistics.cpp
 int stats(Words) { return pending(); }
 int statsHistoric() { return pending(); }
