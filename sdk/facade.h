@@ -122,6 +122,20 @@ inline constexpr auto& ZephlinkSDK_subscribeStats = zephlinksdk::forward<&zephli
 // ---- Historic and session statistics ----
 
 // ---- Privacy, DNS and captive portal ----
+inline constexpr auto& ZephlinkSDK_getPrivacySettings =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getPrivacySettings>;
+inline constexpr auto& ZephlinkSDK_setKillswitch = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setKillswitch>;
+inline constexpr auto& ZephlinkSDK_setDNSLeakProtection =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDNSLeakProtection>;
+inline constexpr auto& ZephlinkSDK_setIPLeakProtection =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setIPLeakProtection>;
+inline constexpr auto& ZephlinkSDK_setRequestToDisableDoH =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setRequestToDisableDoH>;
+inline constexpr auto& ZephlinkSDK_setDNSServers = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDNSServers>;
+inline constexpr auto& ZephlinkSDK_checkForCaptivePortals =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::checkForCaptivePortals>;
+inline constexpr auto& ZephlinkSDK_setCaptivePortalLoginMode =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setCaptivePortalLoginMode>;
 
 // ---- Firewall ----
 

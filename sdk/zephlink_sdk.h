@@ -171,6 +171,34 @@ class ZephlinkSDK {
   // ---- Historic and session statistics (sdk/families/history.cpp) ----
 
   // ---- Privacy, DNS and captive portal (sdk/families/privacy.cpp) ----
+  // Event of all but the captive portals: report_privacy_settings.
+
+  using PrivacyCallback = Callback<ZephlinkSDK_PrivacySettingsResult>;
+
+  ZephlinkSDK_PrivacySettingsResult getPrivacySettings(PrivacyCallback callback, void* userData);
+
+  /// Whether nothing leaves this machine while the tunnel is down.
+  ZephlinkSDK_PrivacySettingsResult setKillswitch(bool enable, PrivacyCallback callback, void* userData);
+
+  ZephlinkSDK_PrivacySettingsResult setDNSLeakProtection(bool enable, PrivacyCallback callback, void* userData);
+  ZephlinkSDK_PrivacySettingsResult setIPLeakProtection(bool enable, PrivacyCallback callback, void* userData);
+
+  /// Whether programs are asked to do without DNS over HTTPS.
+  ZephlinkSDK_PrivacySettingsResult setRequestToDisableDoH(bool enable, PrivacyCallback callback, void* userData);
+
+  /// Replaces the tunnel's DNS servers; the first 3 addresses count. Nothing looks into them.
+  ZephlinkSDK_PrivacySettingsResult setDNSServers(unsigned short count,
+                                                  const char (*addresses)[ZephlinkSDK_AddressSize],
+                                                  PrivacyCallback callback, void* userData);
+
+  /// Looks for networks behind a captive portal. Time-out: 30 seconds. Event: report_captive_networks.
+  ZephlinkSDK_CaptivePortalCheckResult checkForCaptivePortals(Callback<ZephlinkSDK_CaptivePortalCheckResult> callback,
+                                                              void* userData);
+
+  /// Lets a captive portal's page be reached through one adapter. Enabling needs its ID and is refused without one
+  /// (ZephlinkSDK_Error_InvalidArgument); disabling takes null for all. Event: report_cplogin_network.
+  ZephlinkSDK_CaptivePortalLoginResult setCaptivePortalLoginMode(
+      bool enable, const char* adapterID, Callback<ZephlinkSDK_CaptivePortalLoginResult> callback, void* userData);
 
   // ---- Firewall (sdk/families/firewall.cpp) ----
 

@@ -36,12 +36,6 @@ int showDirectory(Words) { return pending(); }
 int stats(Words) { return pending(); }
 int statsHistoric() { return pending(); }
 
-// privacy.cpp
-int privacy(Words) { return pending(); }
-int dns(Words) { return pending(); }
-int captivePortal(Words) { return pending(); }
-int showPrivacy(Words) { return pending(); }
-
 // firewall.cpp
 int firewall(Words) { return pending(); }
 int showFirewall(Words) { return pending(); }
