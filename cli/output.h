@@ -3,6 +3,7 @@
 
 #include <json/json.h>
 
+#include <cstddef>
 #include <cstdio>
 
 #include "sdk/results.h"
@@ -12,6 +13,14 @@ namespace cli {
 /// The one writer of JSON: tabs, members in the order of their names, UTF-8 as it is, no line feed at the end. Flushes.
 /// A write that fails is ignored.
 void writeJson(std::FILE* stream, const Json::Value& value);
+
+/// An array of what `toJson` makes of the first `count` entries.
+template <class Entry, class ToJson>
+Json::Value toJsonArray(const Entry* entries, std::size_t count, ToJson toJson) {
+  Json::Value array(Json::arrayValue);
+  for (std::size_t i = 0; i < count; ++i) array.append(toJson(entries[i]));
+  return array;
+}
 
 /// The error object of any record, on standard error.
 void printError(const ZephlinkSDK_Result& record);

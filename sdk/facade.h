@@ -30,10 +30,22 @@ struct Forward<Method> {
     setError(record, ZephlinkSDK_Error_InvalidArgument);
     return record;
   }
+
+  Record operator()(ZephlinkSDK* sdk, Arguments... arguments) const { return call(sdk, arguments...); }
 };
 
 template <auto Method>
 inline constexpr auto& forward = Forward<Method>::call;
+
+/// The forward of a method that has several forms, called like the function that it stands for.
+template <auto... Methods>
+struct ForwardForms : Forward<Methods>... {
+  using Forward<Methods>::operator()...;
+};
+
+template <class... Numbers>
+using AdapterMethod = ZephlinkSDK_AdaptersResult (ZephlinkSDK::*)(const char* adapterID, Numbers...,
+                                                                  Callback<ZephlinkSDK_AdaptersResult>, void*);
 
 }  // namespace zephlinksdk
 
@@ -46,8 +58,63 @@ inline constexpr auto& ZephlinkSDK_getVersion = zephlinksdk::forward<&zephlinksd
 // ---- Account ----
 
 // ---- Connection settings ----
+inline constexpr auto& ZephlinkSDK_getSettings = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getSettings>;
+inline constexpr auto& ZephlinkSDK_setTunnelEncrypted =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setTunnelEncrypted>;
+inline constexpr auto& ZephlinkSDK_setConnectionEncryption =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectionEncryption>;
+inline constexpr auto& ZephlinkSDK_setJumboPackets = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setJumboPackets>;
+inline constexpr auto& ZephlinkSDK_setPacketAggregation =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setPacketAggregation>;
+inline constexpr auto& ZephlinkSDK_setHeaderCompression =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setHeaderCompression>;
+inline constexpr auto& ZephlinkSDK_setStartupConnect =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setStartupConnect>;
+inline constexpr auto& ZephlinkSDK_setEnableDefaultRoute =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setEnableDefaultRoute>;
+inline constexpr auto& ZephlinkSDK_setMode = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setMode>;
+inline constexpr auto& ZephlinkSDK_setConnectionTransportMode =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectionTransportMode>;
+inline constexpr auto& ZephlinkSDK_setMaxRedundantSends =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setMaxRedundantSends>;
+inline constexpr auto& ZephlinkSDK_setOverflowThreshold =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setOverflowThreshold>;
+inline constexpr auto& ZephlinkSDK_setPriorityOverflowThreshold =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setPriorityOverflowThreshold>;
+inline constexpr auto& ZephlinkSDK_setTargetNumberOfConnections =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setTargetNumberOfConnections>;
+inline constexpr auto& ZephlinkSDK_setMaximumConnectRetry =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setMaximumConnectRetry>;
+inline constexpr auto& ZephlinkSDK_setMaximumTransportRetry =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setMaximumTransportRetry>;
+inline constexpr auto& ZephlinkSDK_setForwardPorts = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setForwardPorts>;
+inline constexpr auto& ZephlinkSDK_setDownstreamSubnets =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDownstreamSubnets>;
 
 // ---- Adapters ----
+inline constexpr auto& ZephlinkSDK_getAdapters = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getAdapters>;
+inline constexpr auto& ZephlinkSDK_setConnectionPriorities =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectionPriorities>;
+inline constexpr auto& ZephlinkSDK_setConnectionDirectionalMode =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectionDirectionalMode>;
+inline constexpr zephlinksdk::ForwardForms<
+    zephlinksdk::AdapterMethod<std::int64_t>{&zephlinksdk::ZephlinkSDK::setConnectionRateLimit},
+    zephlinksdk::AdapterMethod<>{&zephlinksdk::ZephlinkSDK::setConnectionRateLimit}>
+    ZephlinkSDK_setConnectionRateLimit;
+inline constexpr zephlinksdk::ForwardForms<
+    zephlinksdk::AdapterMethod<std::int64_t, std::int64_t>{&zephlinksdk::ZephlinkSDK::setAdapterMonthlyDataLimit},
+    zephlinksdk::AdapterMethod<>{&zephlinksdk::ZephlinkSDK::setAdapterMonthlyDataLimit}>
+    ZephlinkSDK_setAdapterMonthlyDataLimit;
+inline constexpr zephlinksdk::ForwardForms<
+    zephlinksdk::AdapterMethod<std::int64_t>{&zephlinksdk::ZephlinkSDK::setAdapterDailyDataLimit},
+    zephlinksdk::AdapterMethod<>{&zephlinksdk::ZephlinkSDK::setAdapterDailyDataLimit}>
+    ZephlinkSDK_setAdapterDailyDataLimit;
+inline constexpr auto& ZephlinkSDK_addAdapterDailyDataLimitBoost =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::addAdapterDailyDataLimitBoost>;
+inline constexpr auto& ZephlinkSDK_setAdapterOverlimitRatelimit =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setAdapterOverlimitRatelimit>;
+inline constexpr auto& ZephlinkSDK_resetAdapterUsage =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::resetAdapterUsage>;
 
 // ---- Statistics ----
 inline constexpr auto& ZephlinkSDK_subscribeStats = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::subscribeStats>;
@@ -55,6 +122,20 @@ inline constexpr auto& ZephlinkSDK_subscribeStats = zephlinksdk::forward<&zephli
 // ---- Historic and session statistics ----
 
 // ---- Privacy, DNS and captive portal ----
+inline constexpr auto& ZephlinkSDK_getPrivacySettings =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getPrivacySettings>;
+inline constexpr auto& ZephlinkSDK_setKillswitch = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setKillswitch>;
+inline constexpr auto& ZephlinkSDK_setDNSLeakProtection =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDNSLeakProtection>;
+inline constexpr auto& ZephlinkSDK_setIPLeakProtection =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setIPLeakProtection>;
+inline constexpr auto& ZephlinkSDK_setRequestToDisableDoH =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setRequestToDisableDoH>;
+inline constexpr auto& ZephlinkSDK_setDNSServers = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDNSServers>;
+inline constexpr auto& ZephlinkSDK_checkForCaptivePortals =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::checkForCaptivePortals>;
+inline constexpr auto& ZephlinkSDK_setCaptivePortalLoginMode =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setCaptivePortalLoginMode>;
 
 // ---- Firewall ----
 

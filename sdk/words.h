@@ -97,6 +97,9 @@ inline constexpr auto kTransportModeWords = wordTable<ZephlinkSDK_TransportMode>
         {ZephlinkSDK_TransportMode_Share, "share"},
     },
     "auto");
+constexpr bool isTransportSetting(ZephlinkSDK_TransportMode value) {
+  return value != ZephlinkSDK_TransportMode_Proxy && value != ZephlinkSDK_TransportMode_Share;
+}
 constexpr const char* transportModeText(ZephlinkSDK_TransportMode value) { return kTransportModeWords.text(value); }
 
 // A request leaves the protocol out where it has no row.

@@ -62,8 +62,105 @@ class ZephlinkSDK {
   // ---- Account (sdk/families/account.cpp) ----
 
   // ---- Connection settings (sdk/families/settings.cpp) ----
+  // Event of all: report_connection_settings.
+
+  using SettingsCallback = Callback<ZephlinkSDK_SettingsResult>;
+
+  ZephlinkSDK_SettingsResult getSettings(SettingsCallback callback, void* userData);
+
+  /// Of the tunnel as a whole.
+  ZephlinkSDK_SettingsResult setTunnelEncrypted(bool enable, SettingsCallback callback, void* userData);
+
+  /// Of one adapter's connection.
+  ZephlinkSDK_SettingsResult setConnectionEncryption(const char* adapterID, bool enable, SettingsCallback callback,
+                                                     void* userData);
+
+  ZephlinkSDK_SettingsResult setJumboPackets(bool enable, SettingsCallback callback, void* userData);
+  ZephlinkSDK_SettingsResult setPacketAggregation(bool enable, SettingsCallback callback, void* userData);
+  ZephlinkSDK_SettingsResult setHeaderCompression(bool enable, SettingsCallback callback, void* userData);
+
+  /// Whether the daemon connects as soon as it starts.
+  ZephlinkSDK_SettingsResult setStartupConnect(bool enable, SettingsCallback callback, void* userData);
+
+  /// Whether the tunnel takes the machine's default route.
+  ZephlinkSDK_SettingsResult setEnableDefaultRoute(bool enable, SettingsCallback callback, void* userData);
+
+  ZephlinkSDK_SettingsResult setMode(ZephlinkSDK_BondingMode mode, SettingsCallback callback, void* userData);
+
+  /// Proxy and Share cannot be set and are refused with ZephlinkSDK_Error_InvalidArgument.
+  ZephlinkSDK_SettingsResult setConnectionTransportMode(ZephlinkSDK_TransportMode mode, SettingsCallback callback,
+                                                        void* userData);
+
+  /// At most so many connections carry the same packet.
+  ZephlinkSDK_SettingsResult setMaxRedundantSends(unsigned int connections, SettingsCallback callback, void* userData);
+
+  /// The speed under which secondary adapters join in, in megabits per second.
+  ZephlinkSDK_SettingsResult setOverflowThreshold(double mbps, SettingsCallback callback, void* userData);
+
+  /// The same for traffic that goes first.
+  ZephlinkSDK_SettingsResult setPriorityOverflowThreshold(double mbps, SettingsCallback callback, void* userData);
+
+  /// Of any sign: the daemon says what the numbers mean.
+  ZephlinkSDK_SettingsResult setTargetNumberOfConnections(int upload, int download, SettingsCallback callback,
+                                                          void* userData);
+
+  /// Seconds.
+  ZephlinkSDK_SettingsResult setMaximumConnectRetry(unsigned int seconds, SettingsCallback callback, void* userData);
+  ZephlinkSDK_SettingsResult setMaximumTransportRetry(unsigned int seconds, SettingsCallback callback, void* userData);
+
+  /// Replaces all forwarded ports; the first 20 rules count. Rules of port 0 and those with a range are passed over.
+  ZephlinkSDK_SettingsResult setForwardPorts(unsigned short count, const ZephlinkSDK_ProtocolPortPair* rules,
+                                             SettingsCallback callback, void* userData);
+
+  /// Replaces all downstream subnets; the first 10 count.
+  ZephlinkSDK_SettingsResult setDownstreamSubnets(unsigned short count, const ZephlinkSDK_Subnet* subnets,
+                                                  SettingsCallback callback, void* userData);
 
   // ---- Adapters (sdk/families/adapters.cpp) ----
+  // Event of all: report_networks, with every adapter.
+
+  using AdaptersCallback = Callback<ZephlinkSDK_AdaptersResult>;
+
+  ZephlinkSDK_AdaptersResult getAdapters(AdaptersCallback callback, void* userData);
+
+  /// A number that is no priority is refused with ZephlinkSDK_Error_InvalidArgument.
+  ZephlinkSDK_AdaptersResult setConnectionPriorities(const char* adapterID, ZephlinkSDK_ConnectionPriority priority,
+                                                     AdaptersCallback callback, void* userData);
+
+  ZephlinkSDK_AdaptersResult setConnectionDirectionalMode(const char* adapterID,
+                                                          ZephlinkSDK_ConnectionDirectionalMode upload,
+                                                          ZephlinkSDK_ConnectionDirectionalMode download,
+                                                          AdaptersCallback callback, void* userData);
+
+  /// Bits per second; 0 and the form without a number lift the limit.
+  ZephlinkSDK_AdaptersResult setConnectionRateLimit(const char* adapterID, std::int64_t bps, AdaptersCallback callback,
+                                                    void* userData);
+  ZephlinkSDK_AdaptersResult setConnectionRateLimit(const char* adapterID, AdaptersCallback callback, void* userData);
+
+  /// Bytes; 0 and the form without numbers lift the limit. Usage starts anew on `resetDay` of the month, or counts the
+  /// last 30 days where that is 0.
+  ZephlinkSDK_AdaptersResult setAdapterMonthlyDataLimit(const char* adapterID, std::int64_t bytes,
+                                                        std::int64_t resetDay, AdaptersCallback callback,
+                                                        void* userData);
+  ZephlinkSDK_AdaptersResult setAdapterMonthlyDataLimit(const char* adapterID, AdaptersCallback callback,
+                                                        void* userData);
+
+  /// Bytes; 0 and the form without a number lift the limit.
+  ZephlinkSDK_AdaptersResult setAdapterDailyDataLimit(const char* adapterID, std::int64_t bytes,
+                                                      AdaptersCallback callback, void* userData);
+  ZephlinkSDK_AdaptersResult setAdapterDailyDataLimit(const char* adapterID, AdaptersCallback callback, void* userData);
+
+  /// Adds to what the adapter may use today, in bytes. The daemon refuses it under no name: this call never ends with
+  /// an error of a setting.
+  ZephlinkSDK_AdaptersResult addAdapterDailyDataLimitBoost(const char* adapterID, std::int64_t bytes,
+                                                           AdaptersCallback callback, void* userData);
+
+  /// The rate beyond a data limit, in bits per second; 0 stops using the adapter there.
+  ZephlinkSDK_AdaptersResult setAdapterOverlimitRatelimit(const char* adapterID, std::int64_t bps,
+                                                          AdaptersCallback callback, void* userData);
+
+  /// Sets the usage counters to 0. Like the boost it never ends with an error of a setting.
+  ZephlinkSDK_AdaptersResult resetAdapterUsage(const char* adapterID, AdaptersCallback callback, void* userData);
 
   // ---- Statistics (sdk/families/statistics.cpp) ----
 
@@ -74,6 +171,34 @@ class ZephlinkSDK {
   // ---- Historic and session statistics (sdk/families/history.cpp) ----
 
   // ---- Privacy, DNS and captive portal (sdk/families/privacy.cpp) ----
+  // Event of all but the captive portals: report_privacy_settings.
+
+  using PrivacyCallback = Callback<ZephlinkSDK_PrivacySettingsResult>;
+
+  ZephlinkSDK_PrivacySettingsResult getPrivacySettings(PrivacyCallback callback, void* userData);
+
+  /// Whether nothing leaves this machine while the tunnel is down.
+  ZephlinkSDK_PrivacySettingsResult setKillswitch(bool enable, PrivacyCallback callback, void* userData);
+
+  ZephlinkSDK_PrivacySettingsResult setDNSLeakProtection(bool enable, PrivacyCallback callback, void* userData);
+  ZephlinkSDK_PrivacySettingsResult setIPLeakProtection(bool enable, PrivacyCallback callback, void* userData);
+
+  /// Whether programs are asked to do without DNS over HTTPS.
+  ZephlinkSDK_PrivacySettingsResult setRequestToDisableDoH(bool enable, PrivacyCallback callback, void* userData);
+
+  /// Replaces the tunnel's DNS servers; the first 3 addresses count. Nothing looks into them.
+  ZephlinkSDK_PrivacySettingsResult setDNSServers(unsigned short count,
+                                                  const char (*addresses)[ZephlinkSDK_AddressSize],
+                                                  PrivacyCallback callback, void* userData);
+
+  /// Looks for networks behind a captive portal. Time-out: 30 seconds. Event: report_captive_networks.
+  ZephlinkSDK_CaptivePortalCheckResult checkForCaptivePortals(Callback<ZephlinkSDK_CaptivePortalCheckResult> callback,
+                                                              void* userData);
+
+  /// Lets a captive portal's page be reached through one adapter. Enabling needs its ID and is refused without one
+  /// (ZephlinkSDK_Error_InvalidArgument); disabling takes null for all. Event: report_cplogin_network.
+  ZephlinkSDK_CaptivePortalLoginResult setCaptivePortalLoginMode(
+      bool enable, const char* adapterID, Callback<ZephlinkSDK_CaptivePortalLoginResult> callback, void* userData);
 
   // ---- Firewall (sdk/families/firewall.cpp) ----
 

@@ -32,38 +32,9 @@ int esni(Words) { return pending(); }
 int showUser(Words) { return pending(); }
 int showDirectory(Words) { return pending(); }
 
-// settings.cpp
-int headerCompression(Words) { return pending(); }
-int encryption(Words) { return pending(); }
-int jumbo(Words) { return pending(); }
-int maxRedundant(Words) { return pending(); }
-int mode(Words) { return pending(); }
-int overflow(Words) { return pending(); }
-int priorityOverflow(Words) { return pending(); }
-int packetAggregation(Words) { return pending(); }
-int ports(Words) { return pending(); }
-int subnets(Words) { return pending(); }
-int startupConnect(Words) { return pending(); }
-int transport(Words) { return pending(); }
-int route(Words) { return pending(); }
-int connectRetry(Words) { return pending(); }
-int transportRetry(Words) { return pending(); }
-int targetConnections(Words) { return pending(); }
-int showSettings(Words) { return pending(); }
-
-// adapters.cpp
-int adapter(Words) { return pending(); }
-int showAdapters(Words) { return pending(); }
-
 // statistics.cpp
 int stats(Words) { return pending(); }
 int statsHistoric() { return pending(); }
-
-// privacy.cpp
-int privacy(Words) { return pending(); }
-int dns(Words) { return pending(); }
-int captivePortal(Words) { return pending(); }
-int showPrivacy(Words) { return pending(); }
 
 // firewall.cpp
 int firewall(Words) { return pending(); }

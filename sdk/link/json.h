@@ -72,6 +72,23 @@ void readMember(const Json::Value& object, const char* key, char (&field)[N]) {
   copyText(field, asString(member(object, key)));
 }
 
+/// Reads the elements of `list` into the first entries by `read(element, entry)`; what is beyond the array's room is
+/// dropped.
+template <class Entry, std::size_t N, class Count, class Read>
+void readEntries(const Json::Value& list, Entry (&entries)[N], Count& count, Read read) {
+  count = 0;
+  for (const Json::Value& value : Elements(list)) {
+    if (count == N) return;
+    read(value, entries[count++]);
+  }
+}
+
+/// The same for a list of texts.
+template <std::size_t Size, std::size_t N, class Count>
+void readTexts(const Json::Value& list, char (&texts)[N][Size], Count& count) {
+  readEntries(list, texts, count, [](const Json::Value& value, char(&text)[Size]) { copyText(text, asString(value)); });
+}
+
 /// Parses texts, one after the other. Worth keeping: making one costs more than reading a short report.
 class JsonParser {
  public:

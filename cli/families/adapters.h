@@ -1,0 +1,10 @@
+// Printer of the adapters, which the stream of statistics shares.
+#pragma once
+
+#include "sdk/results.h"
+
+namespace cli {
+
+void printAdapters(const ZephlinkSDK_AdaptersResult& record);
+
+}  // namespace cli

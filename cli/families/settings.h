@@ -1,0 +1,10 @@
+// Printer of the settings of the tunnel, which `adapter encryption` shares.
+#pragma once
+
+#include "sdk/results.h"
+
+namespace cli {
+
+void printSettings(const ZephlinkSDK_SettingsResult& record);
+
+}  // namespace cli
