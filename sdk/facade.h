@@ -26,9 +26,7 @@ template <class Record, class... Arguments, Record (ZephlinkSDK::*Method)(Argume
 struct Forward<Method> {
   static Record call(ZephlinkSDK* sdk, Arguments... arguments) {
     if (sdk != nullptr) return (sdk->*Method)(arguments...);
-    Record record{};
-    setError(record, ZephlinkSDK_Error_InvalidArgument);
-    return record;
+    return refused<Record>(ZephlinkSDK_Error_InvalidArgument);
   }
 };
 
