@@ -42,6 +42,21 @@ inline constexpr auto& ZephlinkSDK_getVersion = zephlinksdk::forward<&zephlinksd
 // ---- Connecting ----
 
 // ---- Account ----
+inline constexpr auto& ZephlinkSDK_login = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::login>;
+inline constexpr auto& ZephlinkSDK_loginOAuth = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::loginOAuth>;
+inline constexpr auto& ZephlinkSDK_refreshOAuthToken =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::refreshOAuthToken>;
+inline constexpr auto& ZephlinkSDK_loginAutoAccount = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::loginAutoAccount>;
+inline constexpr auto& ZephlinkSDK_logout = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::logout>;
+inline constexpr auto& ZephlinkSDK_getAccountingData =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getAccountingData>;
+inline constexpr auto& ZephlinkSDK_getDirectorySettings =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getDirectorySettings>;
+inline constexpr auto& ZephlinkSDK_setDirectoryDomain =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDirectoryDomain>;
+inline constexpr auto& ZephlinkSDK_setDirectoryGatewayURI =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDirectoryGatewayURI>;
+inline constexpr auto& ZephlinkSDK_setEnableEsni = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setEnableEsni>;
 
 // ---- Connection settings ----
 

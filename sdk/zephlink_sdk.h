@@ -61,6 +61,43 @@ class ZephlinkSDK {
 
   // ---- Account (sdk/families/account.cpp) ----
 
+  // Signing in has a time-out of 60 seconds and ends on the first of the states LoggedIn, Connected and OverLimit.
+  // Events of all forms: report_current_state, report_login_error. After a time-out the daemon may go on signing in.
+
+  ZephlinkSDK_StateResult login(const char* username, const char* password, Callback<ZephlinkSDK_StateResult> callback,
+                                void* userData);
+  ZephlinkSDK_StateResult loginOAuth(const char* token, Callback<ZephlinkSDK_StateResult> callback, void* userData);
+
+  /// Hands a new token to a session that stands.
+  ZephlinkSDK_StateResult refreshOAuthToken(const char* token, Callback<ZephlinkSDK_StateResult> callback,
+                                            void* userData);
+
+  /// Allows the device's automatic account and signs in to it.
+  ZephlinkSDK_StateResult loginAutoAccount(Callback<ZephlinkSDK_StateResult> callback, void* userData);
+
+  /// Ends on the state LoggedOut, at once if the daemon is there already. Event: report_current_state.
+  ZephlinkSDK_StateResult logout(Callback<ZephlinkSDK_StateResult> callback, void* userData);
+
+  /// The account's figures. Event: report_accounting_data.
+  ZephlinkSDK_AccountingResult getAccountingData(Callback<ZephlinkSDK_AccountingResult> callback, void* userData);
+
+  /// Where the daemon finds its directory. Event: report_directory_settings.
+  ZephlinkSDK_DirectorySettingsResult getDirectorySettings(Callback<ZephlinkSDK_DirectorySettingsResult> callback,
+                                                           void* userData);
+
+  /// Null names none: the daemon is asked for the setting without a value. Event: report_directory_settings.
+  ZephlinkSDK_DirectorySettingsResult setDirectoryDomain(const char* domain,
+                                                         Callback<ZephlinkSDK_DirectorySettingsResult> callback,
+                                                         void* userData);
+  ZephlinkSDK_DirectorySettingsResult setDirectoryGatewayURI(const char* uri,
+                                                             Callback<ZephlinkSDK_DirectorySettingsResult> callback,
+                                                             void* userData);
+
+  /// Changes nothing, whatever `enabled` says: a `getDirectorySettings` under another name.
+  ZephlinkSDK_DirectorySettingsResult setEnableEsni(bool enabled,
+                                                    Callback<ZephlinkSDK_DirectorySettingsResult> callback,
+                                                    void* userData);
+
   // ---- Connection settings (sdk/families/settings.cpp) ----
 
   // ---- Adapters (sdk/families/adapters.cpp) ----

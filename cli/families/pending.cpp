@@ -22,16 +22,6 @@ int showServers(Words) { return pending(); }
 int showCurrentServer(Words) { return pending(); }
 int showConnectMethod(Words) { return pending(); }
 
-// account.cpp
-int login(Words) { return pending(); }
-int refresh(Words) { return pending(); }
-int logout(Words) { return pending(); }
-int directory(Words) { return pending(); }
-int gateway(Words) { return pending(); }
-int esni(Words) { return pending(); }
-int showUser(Words) { return pending(); }
-int showDirectory(Words) { return pending(); }
-
 // settings.cpp
 int headerCompression(Words) { return pending(); }
 int encryption(Words) { return pending(); }
