@@ -14,14 +14,6 @@ int pending() {
 
 }  // namespace
 
-// connecting.cpp
-int connect(Words) { return pending(); }
-int connectMethod(Words) { return pending(); }
-int disconnect(Words) { return pending(); }
-int showServers(Words) { return pending(); }
-int showCurrentServer(Words) { return pending(); }
-int showConnectMethod(Words) { return pending(); }
-
 // settings.cpp
 int headerCompression(Words) { return pending(); }
 int encryption(Words) { return pending(); }

@@ -72,6 +72,17 @@ void readMember(const Json::Value& object, const char* key, char (&field)[N]) {
   copyText(field, asString(member(object, key)));
 }
 
+/// Reads a list of texts into the first entries of a field, and how many there are into `count`; what finds no room is
+/// dropped.
+template <std::size_t Entries, std::size_t N, class Count>
+void readTexts(const Json::Value& list, char (&fields)[Entries][N], Count& count) {
+  count = 0;
+  for (const Json::Value& text : Elements(list)) {
+    if (count == Entries) break;
+    copyText(fields[count++], asString(text));
+  }
+}
+
 /// Parses texts, one after the other. Worth keeping: making one costs more than reading a short report.
 class JsonParser {
  public:
