@@ -6,11 +6,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <string_view>
 #include <type_traits>
 #include <utility>
 
+#include "sdk/numbers.h"
 #include "sdk/platform/terminal.h"
 #include "sdk/text.h"
 #include "sdk/words.h"
@@ -130,11 +130,7 @@ bool parseServerTag(const char* word, ServerTag& tag) {
   if (!takePiece(word, read.country) || !takePiece(word, read.city)) return false;
   if (!isCountryCode(read.country) && !isPrivateCountryCode(read.country)) return false;
   if (!isAllLetters(read.city)) return false;
-  char* end = nullptr;
-  const long long number = std::strtoll(word, &end, 10);
-  if (end == word) return false;
-  read.number = static_cast<int32_t>(
-      std::clamp<long long>(number, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
+  if (!zephlinksdk::takeInteger(word, read.number)) return false;
   tag = read;
   return true;
 }

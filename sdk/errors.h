@@ -44,4 +44,13 @@ void setError(ZephlinkSDK_Result& record, uint32_t code, const char* message);
 /// The same with the code's own text as message.
 void setError(ZephlinkSDK_Result& record, uint32_t code);
 
+/// The record of a call that is refused before anything is sent. Its one return keeps a large record single: it is made
+/// in the caller's place.
+template <class Record>
+Record refused(uint32_t code) {
+  Record record{};
+  setError(record, code);
+  return record;
+}
+
 }  // namespace zephlinksdk

@@ -26,9 +26,7 @@ template <class Record, class... Arguments, Record (ZephlinkSDK::*Method)(Argume
 struct Forward<Method> {
   static Record call(ZephlinkSDK* sdk, Arguments... arguments) {
     if (sdk != nullptr) return (sdk->*Method)(arguments...);
-    Record record{};
-    setError(record, ZephlinkSDK_Error_InvalidArgument);
-    return record;
+    return refused<Record>(ZephlinkSDK_Error_InvalidArgument);
   }
 
   Record operator()(ZephlinkSDK* sdk, Arguments... arguments) const { return call(sdk, arguments...); }
@@ -54,8 +52,50 @@ inline constexpr auto& ZephlinkSDK_getState = zephlinksdk::forward<&zephlinksdk:
 inline constexpr auto& ZephlinkSDK_getVersion = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getVersion>;
 
 // ---- Connecting ----
+inline constexpr auto& ZephlinkSDK_connectCombined = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::connectCombined>;
+inline constexpr auto& ZephlinkSDK_connect = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::connect>;
+inline constexpr auto& ZephlinkSDK_connectToCountry = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::connectToCountry>;
+inline constexpr auto& ZephlinkSDK_connectToCity = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::connectToCity>;
+inline constexpr auto& ZephlinkSDK_connectToServer = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::connectToServer>;
+inline constexpr auto& ZephlinkSDK_connectToExactServer =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::connectToExactServer>;
+inline constexpr auto& ZephlinkSDK_connectToProxy = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::connectToProxy>;
+inline constexpr auto& ZephlinkSDK_connectIgnoreLast =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::connectIgnoreLast>;
+inline constexpr auto& ZephlinkSDK_disconnect = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::disconnect>;
+inline constexpr auto& ZephlinkSDK_getDirectory = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getDirectory>;
+inline constexpr auto& ZephlinkSDK_getConnectedServer =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getConnectedServer>;
+inline constexpr auto& ZephlinkSDK_getServerSettings =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getServerSettings>;
+inline constexpr auto& ZephlinkSDK_setConnectMethodCombined =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectMethodCombined>;
+inline constexpr auto& ZephlinkSDK_setConnectMethod = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectMethod>;
+inline constexpr auto& ZephlinkSDK_setConnectMethodCountry =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectMethodCountry>;
+inline constexpr auto& ZephlinkSDK_setConnectMethodCity =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectMethodCity>;
+inline constexpr auto& ZephlinkSDK_setConnectMethodServer =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectMethodServer>;
+inline constexpr auto& ZephlinkSDK_setConnectMethodExactServer =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setConnectMethodExactServer>;
 
 // ---- Account ----
+inline constexpr auto& ZephlinkSDK_login = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::login>;
+inline constexpr auto& ZephlinkSDK_loginOAuth = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::loginOAuth>;
+inline constexpr auto& ZephlinkSDK_refreshOAuthToken =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::refreshOAuthToken>;
+inline constexpr auto& ZephlinkSDK_loginAutoAccount = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::loginAutoAccount>;
+inline constexpr auto& ZephlinkSDK_logout = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::logout>;
+inline constexpr auto& ZephlinkSDK_getAccountingData =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getAccountingData>;
+inline constexpr auto& ZephlinkSDK_getDirectorySettings =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getDirectorySettings>;
+inline constexpr auto& ZephlinkSDK_setDirectoryDomain =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDirectoryDomain>;
+inline constexpr auto& ZephlinkSDK_setDirectoryGatewayURI =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDirectoryGatewayURI>;
+inline constexpr auto& ZephlinkSDK_setEnableEsni = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setEnableEsni>;
 
 // ---- Connection settings ----
 inline constexpr auto& ZephlinkSDK_getSettings = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getSettings>;

@@ -59,7 +59,114 @@ class ZephlinkSDK {
 
   // ---- Connecting (sdk/families/connecting.cpp) ----
 
+  // Every way of connecting has a time-out of 60 seconds, counted until the daemon names the server, and ends once the
+  // daemon is connected. Servers that it names before (event: report_connected_server) are kept in the record, which
+  // then holds the last. Events: report_current_state, report_connect_error, report_login_error. After a time-out the
+  // daemon may go on connecting.
+  //
+  // Countries are two-letter codes, with "private" in front for a private server; cities are the directory's keys.
+
+  /// Connects to what `server` names in the daemon's own words.
+  ZephlinkSDK_ConnectResult connectCombined(const char* server, Callback<ZephlinkSDK_ConnectResult> callback,
+                                            void* userData);
+
+  /// Connects to the server that the daemon chooses. Country and Exact, which need a place, are refused with
+  /// ZephlinkSDK_Error_Sdk; Proxy is taken for Auto, see `connectToProxy`.
+  ZephlinkSDK_ConnectResult connect(ZephlinkSDK_ConnectMethod method, Callback<ZephlinkSDK_ConnectResult> callback,
+                                    void* userData);
+
+  ZephlinkSDK_ConnectResult connectToCountry(const char* country, Callback<ZephlinkSDK_ConnectResult> callback,
+                                             void* userData);
+  ZephlinkSDK_ConnectResult connectToCity(const char* country, const char* city,
+                                          Callback<ZephlinkSDK_ConnectResult> callback, void* userData);
+
+  /// The daemon may choose another server of the place; `connectToExactServer` connects to this one or fails.
+  ZephlinkSDK_ConnectResult connectToServer(const char* country, const char* city, std::int32_t number,
+                                            Callback<ZephlinkSDK_ConnectResult> callback, void* userData);
+  ZephlinkSDK_ConnectResult connectToExactServer(const char* country, const char* city, std::int32_t number,
+                                                 Callback<ZephlinkSDK_ConnectResult> callback, void* userData);
+
+  ZephlinkSDK_ConnectResult connectToProxy(Callback<ZephlinkSDK_ConnectResult> callback, void* userData);
+
+  /// Connects to any server but the last one.
+  ZephlinkSDK_ConnectResult connectIgnoreLast(Callback<ZephlinkSDK_ConnectResult> callback, void* userData);
+
+  /// Ends the tunnel, and on the state LoggedIn or LoggedOut; time-out 10 seconds. Event: report_current_state.
+  ZephlinkSDK_StateResult disconnect(Callback<ZephlinkSDK_StateResult> callback, void* userData);
+
+  /// All servers, at most 1024. Event: report_directory.
+  ZephlinkSDK_DirectoryResult getDirectory(Callback<ZephlinkSDK_DirectoryResult> callback, void* userData);
+
+  /// The server of the tunnel; empty without one. Event: report_connected_server.
+  ZephlinkSDK_ConnectResult getConnectedServer(Callback<ZephlinkSDK_ConnectResult> callback, void* userData);
+
+  // The server that the daemon connects to by default. Event of all: report_server_settings.
+
+  ZephlinkSDK_ServerSettingsResult getServerSettings(Callback<ZephlinkSDK_ServerSettingsResult> callback,
+                                                     void* userData);
+
+  /// `mode` and `country` are the daemon's own words.
+  ZephlinkSDK_ServerSettingsResult setConnectMethodCombined(const char* mode, const char* country,
+                                                            Callback<ZephlinkSDK_ServerSettingsResult> callback,
+                                                            void* userData);
+
+  /// Closest, Private, Public, P2P or Proxy; any other is refused with ZephlinkSDK_Error_InvalidArgument.
+  ZephlinkSDK_ServerSettingsResult setConnectMethod(ZephlinkSDK_ConnectMethod method,
+                                                    Callback<ZephlinkSDK_ServerSettingsResult> callback,
+                                                    void* userData);
+
+  ZephlinkSDK_ServerSettingsResult setConnectMethodCountry(const char* country,
+                                                           Callback<ZephlinkSDK_ServerSettingsResult> callback,
+                                                           void* userData);
+  ZephlinkSDK_ServerSettingsResult setConnectMethodCity(const char* country, const char* city,
+                                                        Callback<ZephlinkSDK_ServerSettingsResult> callback,
+                                                        void* userData);
+  ZephlinkSDK_ServerSettingsResult setConnectMethodServer(const char* country, const char* city, std::int32_t number,
+                                                          Callback<ZephlinkSDK_ServerSettingsResult> callback,
+                                                          void* userData);
+  ZephlinkSDK_ServerSettingsResult setConnectMethodExactServer(const char* country, const char* city,
+                                                               std::int32_t number,
+                                                               Callback<ZephlinkSDK_ServerSettingsResult> callback,
+                                                               void* userData);
+
   // ---- Account (sdk/families/account.cpp) ----
+
+  // Signing in has a time-out of 60 seconds and ends on the first of the states LoggedIn, Connected and OverLimit.
+  // Events of all forms: report_current_state, report_login_error. After a time-out the daemon may go on signing in.
+
+  ZephlinkSDK_StateResult login(const char* username, const char* password, Callback<ZephlinkSDK_StateResult> callback,
+                                void* userData);
+  ZephlinkSDK_StateResult loginOAuth(const char* token, Callback<ZephlinkSDK_StateResult> callback, void* userData);
+
+  /// Hands a new token to a session that stands.
+  ZephlinkSDK_StateResult refreshOAuthToken(const char* token, Callback<ZephlinkSDK_StateResult> callback,
+                                            void* userData);
+
+  /// Allows the device's automatic account and signs in to it.
+  ZephlinkSDK_StateResult loginAutoAccount(Callback<ZephlinkSDK_StateResult> callback, void* userData);
+
+  /// Ends on the state LoggedOut, at once if the daemon is there already. Event: report_current_state.
+  ZephlinkSDK_StateResult logout(Callback<ZephlinkSDK_StateResult> callback, void* userData);
+
+  /// The account's figures. Event: report_accounting_data.
+  ZephlinkSDK_AccountingResult getAccountingData(Callback<ZephlinkSDK_AccountingResult> callback, void* userData);
+
+  /// Where the daemon finds its directory. Event: report_directory_settings.
+  ZephlinkSDK_DirectorySettingsResult getDirectorySettings(Callback<ZephlinkSDK_DirectorySettingsResult> callback,
+                                                           void* userData);
+
+  /// Null names none: the daemon is asked for the setting without a value. Event: report_directory_settings.
+  ZephlinkSDK_DirectorySettingsResult setDirectoryDomain(const char* domain,
+                                                         Callback<ZephlinkSDK_DirectorySettingsResult> callback,
+                                                         void* userData);
+  ZephlinkSDK_DirectorySettingsResult setDirectoryGatewayURI(const char* uri,
+                                                             Callback<ZephlinkSDK_DirectorySettingsResult> callback,
+                                                             void* userData);
+
+  /// Changes nothing, whatever `enabled` says: a `getDirectorySettings` under another name.
+  ZephlinkSDK_DirectorySettingsResult setEnableEsni(bool enabled,
+                                                    Callback<ZephlinkSDK_DirectorySettingsResult> callback,
+                                                    void* userData);
 
   // ---- Connection settings (sdk/families/settings.cpp) ----
   // Event of all: report_connection_settings.

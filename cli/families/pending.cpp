@@ -14,24 +14,6 @@ int pending() {
 
 }  // namespace
 
-// connecting.cpp
-int connect(Words) { return pending(); }
-int connectMethod(Words) { return pending(); }
-int disconnect(Words) { return pending(); }
-int showServers(Words) { return pending(); }
-int showCurrentServer(Words) { return pending(); }
-int showConnectMethod(Words) { return pending(); }
-
-// account.cpp
-int login(Words) { return pending(); }
-int refresh(Words) { return pending(); }
-int logout(Words) { return pending(); }
-int directory(Words) { return pending(); }
-int gateway(Words) { return pending(); }
-int esni(Words) { return pending(); }
-int showUser(Words) { return pending(); }
-int showDirectory(Words) { return pending(); }
-
 // statistics.cpp
 int stats(Words) { return pending(); }
 int statsHistoric() { return pending(); }

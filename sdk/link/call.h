@@ -100,14 +100,6 @@ struct Call {
   bool keepsTimeout = false;
 };
 
-/// The record of a call that is refused before anything is sent, with the code's own text.
-template <class Record>
-Record refused(std::uint32_t code) {
-  Record record{};
-  setError(record, code);
-  return record;
-}
-
 /// Puts a failure that the daemon reports, `type` and `msg`, into the head.
 void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& record);
 

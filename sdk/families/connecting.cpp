@@ -1,0 +1,228 @@
+// The choice of a server, connecting to it and disconnecting.
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "sdk/families/state.h"
+#include "sdk/link/call.h"
+#include "sdk/numbers.h"
+#include "sdk/text.h"
+#include "sdk/words.h"
+#include "sdk/zephlink_sdk.h"
+
+namespace zephlinksdk {
+
+namespace {
+
+constexpr std::uint64_t kConnectTimeoutMs = 60000;
+constexpr std::uint64_t kDisconnectTimeoutMs = 10000;
+constexpr std::string_view kPrivatePrefix = "private";
+
+/// The fields of a place, joined as the daemon takes them.
+class Place {
+ public:
+  Place(const char* country, const char* city) : known(country != nullptr && city != nullptr) {
+    if (known) joined = std::string(country) + "|" + city;
+  }
+  Place(const char* country, const char* city, std::int32_t number) : Place(country, city) {
+    joined += "|" + std::to_string(number);
+  }
+
+  /// Puts a mark in front.
+  Place& marked(const char* mark) {
+    joined.insert(0, mark);
+    return *this;
+  }
+
+  /// Null when one of the fields is: the request is then refused.
+  const char* text() const { return known ? joined.c_str() : nullptr; }
+
+ private:
+  bool known;
+  std::string joined;
+};
+
+bool isYes(const Json::Value& data, const char* key) { return asString(member(data, key)) == "yes"; }
+
+void readServer(const Json::Value& data, ZephlinkSDK_ServerInfo& server) {
+  server.isPrivate = isYes(data, "private");
+  server.isPremium = server.isPrivate;
+  server.torrentAllowed = isYes(data, "torrent");
+  std::string country = asString(member(data, "country"));
+  if (server.isPrivate && country.starts_with(kPrivatePrefix)) country.erase(0, kPrivatePrefix.size());
+  copyText(server.country, country);
+  readMember(data, "city", server.city);
+  readMember(data, "dc", server.dataCenter);
+  server.num = leadingInteger(asString(member(data, "num")).c_str());
+  readTexts(member(data, "publicIP"), server.publicIP, server.publicIPCount);
+  readTexts(member(data, "dnsIP"), server.dnsIP, server.dnsIPCount);
+}
+
+void readConnectedServer(const Json::Value& data, ZephlinkSDK_ConnectResult& record) {
+  readServer(data, record.server);
+}
+
+void readDirectory(const Json::Value& data, ZephlinkSDK_DirectoryResult& record) {
+  record.count = 0;
+  for (const Json::Value& server : Elements(data)) {
+    if (record.count == ZephlinkSDK_MaxServers) break;
+    readServer(server, record.servers[record.count++]);
+  }
+}
+
+/// Takes the piece up to the next "|" off the front of `text`; empty when nothing is left.
+std::string_view takePiece(std::string_view& text) {
+  const std::string_view piece = text.substr(0, text.find('|'));
+  text.remove_prefix(std::min(text.size(), piece.size() + 1));
+  return piece;
+}
+
+void readServerSettings(const Json::Value& data, ZephlinkSDK_ServerSettingsResult& record) {
+  const auto method = kStoredConnectMethods.find(asString(member(data, "connect_to_best_method")));
+  if (!method) return;
+  record.connectMethod = *method;
+  if (*method != ZephlinkSDK_ConnectMethod_Country && *method != ZephlinkSDK_ConnectMethod_Exact) return;
+  const std::string place = asString(member(data, "connect_country"));
+  std::string_view rest = place;
+  copyText(record.country, takePiece(rest));
+  copyText(record.city, takePiece(rest));
+  record.num = leadingInteger(std::string(takePiece(rest)).c_str());
+}
+
+/// The daemon tells where it connects to before it is connected: the call goes on until it is.
+bool noteServer(const Json::Value& data, ZephlinkSDK_ConnectResult& record) {
+  readServer(data, record.server);
+  return false;
+}
+
+void endConnected(const Json::Value&, ZephlinkSDK_ConnectResult&) {}
+
+}  // namespace
+
+// ---- Connecting ----
+
+ZephlinkSDK_ConnectResult ZephlinkSDK::connectCombined(const char* server, Callback<ZephlinkSDK_ConnectResult> callback,
+                                                       void* userData) {
+  return ask(channel,
+             {.requests = {{"server_auto_connect", {{"server", server}}}},
+              .reports = {{"report_connected_server", noteServer},
+                          stateReport<ZephlinkSDK_ConnectResult>(ZephlinkSDK_State_Connected, endConnected),
+                          {"report_connect_error", readDaemonError},
+                          {"report_login_error", readDaemonError}},
+              .timeoutMs = kConnectTimeoutMs,
+              .settingName = "server_auto_connect"},
+             callback, userData);
+}
+
+ZephlinkSDK_ConnectResult ZephlinkSDK::connect(ZephlinkSDK_ConnectMethod method,
+                                               Callback<ZephlinkSDK_ConnectResult> callback, void* userData) {
+  if (method == ZephlinkSDK_ConnectMethod_Country || method == ZephlinkSDK_ConnectMethod_Exact) {
+    return refused<ZephlinkSDK_ConnectResult>(ZephlinkSDK_Error_Sdk);
+  }
+  return connectCombined(connectTargetText(method), callback, userData);
+}
+
+ZephlinkSDK_ConnectResult ZephlinkSDK::connectToCountry(const char* country,
+                                                        Callback<ZephlinkSDK_ConnectResult> callback, void* userData) {
+  return connectCombined(country, callback, userData);
+}
+
+ZephlinkSDK_ConnectResult ZephlinkSDK::connectToCity(const char* country, const char* city,
+                                                     Callback<ZephlinkSDK_ConnectResult> callback, void* userData) {
+  return connectCombined(Place(country, city).text(), callback, userData);
+}
+
+ZephlinkSDK_ConnectResult ZephlinkSDK::connectToServer(const char* country, const char* city, std::int32_t number,
+                                                       Callback<ZephlinkSDK_ConnectResult> callback, void* userData) {
+  return connectCombined(Place(country, city, number).text(), callback, userData);
+}
+
+ZephlinkSDK_ConnectResult ZephlinkSDK::connectToExactServer(const char* country, const char* city, std::int32_t number,
+                                                            Callback<ZephlinkSDK_ConnectResult> callback,
+                                                            void* userData) {
+  return connectCombined(Place(country, city, number).marked("#").text(), callback, userData);
+}
+
+ZephlinkSDK_ConnectResult ZephlinkSDK::connectToProxy(Callback<ZephlinkSDK_ConnectResult> callback, void* userData) {
+  return connectCombined("proxy", callback, userData);
+}
+
+ZephlinkSDK_ConnectResult ZephlinkSDK::connectIgnoreLast(Callback<ZephlinkSDK_ConnectResult> callback, void* userData) {
+  return connect(ZephlinkSDK_ConnectMethod_IgnoreLast, callback, userData);
+}
+
+ZephlinkSDK_StateResult ZephlinkSDK::disconnect(Callback<ZephlinkSDK_StateResult> callback, void* userData) {
+  return ask(channel,
+             {.requests = {"server_disconnect"},
+              .reports = {stateReport(ZephlinkSDK_State_LoggedIn), stateReport(ZephlinkSDK_State_LoggedOut)},
+              .timeoutMs = kDisconnectTimeoutMs},
+             callback, userData);
+}
+
+// ---- Servers ----
+
+ZephlinkSDK_DirectoryResult ZephlinkSDK::getDirectory(Callback<ZephlinkSDK_DirectoryResult> callback, void* userData) {
+  return subscribe(channel, "request_directory", "report_directory", readDirectory, callback, userData);
+}
+
+ZephlinkSDK_ConnectResult ZephlinkSDK::getConnectedServer(Callback<ZephlinkSDK_ConnectResult> callback,
+                                                          void* userData) {
+  return subscribe(channel, "request_connected_server", "report_connected_server", readConnectedServer, callback,
+                   userData);
+}
+
+// ---- The default server ----
+
+ZephlinkSDK_ServerSettingsResult ZephlinkSDK::getServerSettings(Callback<ZephlinkSDK_ServerSettingsResult> callback,
+                                                                void* userData) {
+  return subscribe(channel, "request_server_settings", "report_server_settings", readServerSettings, callback,
+                   userData);
+}
+
+ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethodCombined(
+    const char* mode, const char* country, Callback<ZephlinkSDK_ServerSettingsResult> callback, void* userData) {
+  return changeSetting(channel, "set_server_connectbest", {{"connect_to_best_method", mode}, {"countryCode", country}},
+                       "report_server_settings", readServerSettings, callback, userData);
+}
+
+ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethod(ZephlinkSDK_ConnectMethod method,
+                                                               Callback<ZephlinkSDK_ServerSettingsResult> callback,
+                                                               void* userData) {
+  switch (method) {
+    case ZephlinkSDK_ConnectMethod_Closest:
+    case ZephlinkSDK_ConnectMethod_Private:
+    case ZephlinkSDK_ConnectMethod_Public:
+    case ZephlinkSDK_ConnectMethod_P2P:
+    case ZephlinkSDK_ConnectMethod_Proxy:
+      return setConnectMethodCombined(storedConnectMethodText(method), "", callback, userData);
+    default:
+      return refused<ZephlinkSDK_ServerSettingsResult>(ZephlinkSDK_Error_InvalidArgument);
+  }
+}
+
+ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethodCountry(
+    const char* country, Callback<ZephlinkSDK_ServerSettingsResult> callback, void* userData) {
+  return setConnectMethodCombined(storedConnectMethodText(ZephlinkSDK_ConnectMethod_Country), country, callback,
+                                  userData);
+}
+
+ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethodCity(const char* country, const char* city,
+                                                                   Callback<ZephlinkSDK_ServerSettingsResult> callback,
+                                                                   void* userData) {
+  return setConnectMethodCountry(Place(country, city).text(), callback, userData);
+}
+
+ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethodServer(
+    const char* country, const char* city, std::int32_t number, Callback<ZephlinkSDK_ServerSettingsResult> callback,
+    void* userData) {
+  return setConnectMethodCountry(Place(country, city, number).text(), callback, userData);
+}
+
+ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethodExactServer(
+    const char* country, const char* city, std::int32_t number, Callback<ZephlinkSDK_ServerSettingsResult> callback,
+    void* userData) {
+  return setConnectMethodCombined(storedConnectMethodText(ZephlinkSDK_ConnectMethod_Exact),
+                                  Place(country, city, number).text(), callback, userData);
+}
+
+}  // namespace zephlinksdk
