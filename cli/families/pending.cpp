@@ -94,9 +94,6 @@ int showLogSettings(Words) { return pending(); }
 // safe_browsing.cpp
 int safeBrowsing(Words) { return pending(); }
 
-// network_sharing.cpp
-int networkSharing(Words) { return pending(); }
-
 // peers.cpp
 std::vector<std::uint64_t> listenForPeers(StreamClock&) { return {}; }
 
