@@ -190,5 +190,25 @@ inline constexpr auto& ZephlinkSDK_setCaptivePortalLoginMode =
 // ---- Safe browsing ----
 
 // ---- Network sharing ----
+inline constexpr auto& ZephlinkSDK_getNetworkSharingSettings =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getNetworkSharingSettings>;
+inline constexpr auto& ZephlinkSDK_setNetworkSharingClientEnabled =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setNetworkSharingClientEnabled>;
+inline constexpr auto& ZephlinkSDK_setNetworkSharingHostEnabled =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setNetworkSharingHostEnabled>;
+inline constexpr auto& ZephlinkSDK_setNetworkSharingDisplayName =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setNetworkSharingDisplayName>;
+inline constexpr auto& ZephlinkSDK_setNetworkSharingPairRequestBehavior =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setNetworkSharingPairRequestBehavior>;
+inline constexpr auto& ZephlinkSDK_setNetworkSharingAutoPairBehavior =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setNetworkSharingAutoPairBehavior>;
+inline constexpr auto& ZephlinkSDK_setNetworkSharingAlwaysOnDiscovery =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setNetworkSharingAlwaysOnDiscovery>;
+inline constexpr auto& ZephlinkSDK_getNetworkSharingDiscovery =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getNetworkSharingDiscovery>;
+inline constexpr auto& ZephlinkSDK_startNetworkSharingDiscovery =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::startNetworkSharingDiscovery>;
+inline constexpr auto& ZephlinkSDK_getNetworkSharesAvailable =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getNetworkSharesAvailable>;
 
 // ---- Network sharing peers ----

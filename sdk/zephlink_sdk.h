@@ -321,6 +321,49 @@ class ZephlinkSDK {
 
   // ---- Network sharing (sdk/families/network_sharing.cpp) ----
 
+  /// This machine's settings. Event: report_networksharing_settings, which answers the setters below too.
+  ZephlinkSDK_NetworkSharingSettingsResult getNetworkSharingSettings(
+      Callback<ZephlinkSDK_NetworkSharingSettingsResult> callback, void* userData);
+
+  /// Whether this machine uses the shares of others.
+  ZephlinkSDK_NetworkSharingSettingsResult setNetworkSharingClientEnabled(
+      bool enabled, Callback<ZephlinkSDK_NetworkSharingSettingsResult> callback, void* userData);
+
+  /// Always refused with ZephlinkSDK_Error_NotSupported, at once and without a callback: nothing is sent.
+  ZephlinkSDK_NetworkSharingSettingsResult setNetworkSharingHostEnabled(
+      bool enabled, Callback<ZephlinkSDK_NetworkSharingSettingsResult> callback, void* userData);
+
+  /// The name that peers see. The daemon refuses one that it does not like.
+  ZephlinkSDK_NetworkSharingSettingsResult setNetworkSharingDisplayName(
+      const char* name, Callback<ZephlinkSDK_NetworkSharingSettingsResult> callback, void* userData);
+
+  /// What becomes of a peer that asks to pair. A value that is none is refused with ZephlinkSDK_Error_InvalidArgument.
+  ZephlinkSDK_NetworkSharingSettingsResult setNetworkSharingPairRequestBehavior(
+      ZephlinkSDK_NetworkSharingPairRequestBehavior behavior,
+      Callback<ZephlinkSDK_NetworkSharingSettingsResult> callback, void* userData);
+
+  /// Which peers are paired unasked. A value that is none is refused with ZephlinkSDK_Error_InvalidArgument.
+  ZephlinkSDK_NetworkSharingSettingsResult setNetworkSharingAutoPairBehavior(
+      ZephlinkSDK_NetworkSharingAutoPairBehavior behavior, Callback<ZephlinkSDK_NetworkSharingSettingsResult> callback,
+      void* userData);
+
+  /// Whether the daemon looks for peers all the time.
+  ZephlinkSDK_NetworkSharingSettingsResult setNetworkSharingAlwaysOnDiscovery(
+      bool enabled, Callback<ZephlinkSDK_NetworkSharingSettingsResult> callback, void* userData);
+
+  /// Whether the daemon looks for peers now. Event: report_networksharing_discovery.
+  ZephlinkSDK_NetworkSharingDiscoveryResult getNetworkSharingDiscovery(
+      Callback<ZephlinkSDK_NetworkSharingDiscoveryResult> callback, void* userData);
+
+  /// Looks for peers for a while of the daemon's choice. Event: report_networksharing_discovery.
+  ZephlinkSDK_NetworkSharingDiscoveryResult startNetworkSharingDiscovery(
+      Callback<ZephlinkSDK_NetworkSharingDiscoveryResult> callback, void* userData);
+
+  /// The peers that the daemon knows, at most ZephlinkSDK_MaxPeers of them. Event:
+  /// report_networksharing_sharesavailable.
+  ZephlinkSDK_NetworkSharingAvailableSharesResult getNetworkSharesAvailable(
+      Callback<ZephlinkSDK_NetworkSharingAvailableSharesResult> callback, void* userData);
+
   // ---- Network sharing peers (sdk/families/peers.cpp) ----
 
  private:

@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "cli/families/handlers.h"
+#include "cli/families/peers.h"
 
 namespace cli {
 
@@ -46,7 +47,7 @@ int showLogSettings(Words) { return pending(); }
 // safe_browsing.cpp
 int safeBrowsing(Words) { return pending(); }
 
-// network_sharing.cpp
-int networkSharing(Words) { return pending(); }
+// peers.cpp
+std::vector<std::uint64_t> listenForPeers(StreamClock&) { return {}; }
 
 }  // namespace cli

@@ -36,7 +36,7 @@ struct Peer {
   bool allowedAsClient = false;
   bool asking = false;  ///< its wish to pair waits for an answer
   int status = kDisconnected;
-  int usage = 0;              ///< bytes today
+  std::int64_t usage = 0;     ///< bytes today
   std::uint64_t attempt = 0;  ///< so that a step that has been overtaken can tell
 };
 
@@ -70,7 +70,7 @@ TunnelStatus tunnelOf(const Peer& peer) {
   return peer.allowedAsHost ? kActive : kDisabledOnClient;
 }
 
-Json::Value describeRole(int status, int tunnel, bool allowed, int usage) {
+Json::Value describeRole(int status, int tunnel, bool allowed, std::int64_t usage) {
   const Json::Value counters =
       object({{"today", usage}, {"week", usage * 3}, {"month", usage * 8}, {"total", usage * 20}});
   return object({{"peerStatus", status}, {"tunnelStatus", tunnel}, {"allow", allowed}, {"usage", counters}});
