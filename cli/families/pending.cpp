@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "cli/families/handlers.h"
+#include "cli/families/peers.h"
 
 namespace cli {
 
@@ -66,5 +67,8 @@ int safeBrowsing(Words) { return pending(); }
 
 // network_sharing.cpp
 int networkSharing(Words) { return pending(); }
+
+// peers.cpp
+std::vector<std::uint64_t> listenForPeers(StreamClock&) { return {}; }
 
 }  // namespace cli
