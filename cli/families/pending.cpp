@@ -50,4 +50,7 @@ int safeBrowsing(Words) { return pending(); }
 // peers.cpp
 std::vector<std::uint64_t> listenForPeers(StreamClock&) { return {}; }
 
+// peers.cpp
+std::vector<std::uint64_t> listenForPeers(StreamClock&) { return {}; }
+
 }  // namespace cli
