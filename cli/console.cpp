@@ -12,6 +12,8 @@
 #else
 #include <fcntl.h>
 #include <unistd.h>
+
+#include <cerrno>
 #endif
 
 namespace cli {
@@ -80,8 +82,13 @@ void prepareConsole(int&, char**&) {
 }
 
 void writeText(std::FILE* stream, std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stream);
   std::fflush(stream);
+  while (!text.empty()) {
+    const ssize_t written = ::write(::fileno(stream), text.data(), text.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return;
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
 }
 
 #endif

@@ -10,20 +10,39 @@ namespace cli {
 
 namespace {
 
+// Streams print from the channel thread while the main thread only sleeps: one writer and one text serve.
+std::ostringstream g_text;
+bool g_inBlock = false;
+
 std::unique_ptr<Json::StreamWriter> makeWriter() {
   Json::StreamWriterBuilder builder;
   builder["emitUTF8"] = true;
   return std::unique_ptr<Json::StreamWriter>(builder.newStreamWriter());
 }
 
+void writeCollected(std::FILE* stream) {
+  writeText(stream, g_text.view());
+  g_text.str({});
+}
+
 }  // namespace
 
 void writeJson(std::FILE* stream, const Json::Value& value) {
-  // Streams print from the channel thread while the main thread only sleeps: one writer serves.
   static const std::unique_ptr<Json::StreamWriter> writer = makeWriter();
-  std::ostringstream text;
-  writer->write(value, &text);
-  writeText(stream, text.str());
+  writer->write(value, &g_text);
+  if (!g_inBlock) writeCollected(stream);
+}
+
+OutputBlock::OutputBlock(std::FILE* outputStream, std::string_view head, std::string_view behind)
+    : stream(outputStream), tail(behind) {
+  g_text << head;
+  g_inBlock = true;
+}
+
+OutputBlock::~OutputBlock() {
+  g_text << tail;
+  g_inBlock = false;
+  writeCollected(stream);
 }
 
 void printError(const ZephlinkSDK_Result& record) {

@@ -4,8 +4,6 @@
 #include <ctime>
 #include <string>
 
-#include "cli/console.h"
-
 namespace cli {
 
 namespace {
@@ -36,14 +34,8 @@ bool StreamClock::expired(std::int32_t seconds) const {
   return seconds > 0 && startTime != 0 && std::time(nullptr) - startTime >= seconds;
 }
 
-void openStreamRecord(const char* label) { writeText(stdout, std::string("[\"") + label + "\",\n"); }
-
-void closeStreamRecord() { writeText(stdout, "]\n\n"); }
-
-void printStreamError(const ZephlinkSDK_Result& record) {
-  writeText(stderr, "[\"error\",\n");
-  printError(record);
-  writeText(stderr, "]\n\n");
+OutputBlock streamBlock(std::FILE* stream, const char* label) {
+  return {stream, std::string("[\"") + label + "\",\n", "]\n\n"};
 }
 
 }  // namespace cli

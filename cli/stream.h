@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <mutex>
 
+#include "cli/actions.h"
 #include "cli/output.h"
 
 namespace cli {
@@ -30,25 +31,30 @@ class StreamClock {
   std::int64_t startTime = 0;
 };
 
-/// Around a record on standard output: `["label",` and the closing bracket with an empty line.
-void openStreamRecord(const char* label);
-void closeStreamRecord();
+/// Makes what is printed while it stands a record of a stream: an array of the label and the record, and an empty line.
+/// It goes out whole, before the next event is looked at.
+OutputBlock streamBlock(std::FILE* stream, const char* label);
 
-/// The error form of a stream record, on standard error.
-void printStreamError(const ZephlinkSDK_Result& record);
-
-/// The callback of a stream, whose user data is its `StreamClock`. Returns true, so that the subscription stays.
+/// The callback of a stream, whose user data is its `StreamClock`. An error has a form of its own, on standard error.
+/// Returns true, so that the subscription stays.
 template <class Record, const char* Label, void (*Print)(const Record&)>
 bool printStreamRecord(Record record, void* clock) {
   static_cast<StreamClock*>(clock)->start();
   if (record.hasError) {
-    printStreamError(record);
+    const OutputBlock block = streamBlock(stderr, "error");
+    printError(record);
   } else {
-    openStreamRecord(Label);
+    const OutputBlock block = streamBlock(stdout, Label);
     Print(record);
-    closeStreamRecord();
   }
   return true;
+}
+
+/// Calls a method so that it prints what it subscribes to. Returns the handle.
+template <const char* Label, auto Print, class Record>
+std::uint64_t openStream(Record (&method)(zephlinksdk::ZephlinkSDK*, zephlinksdk::Callback<Record>, void*),
+                         StreamClock& clock) {
+  return method(g_sdk, printStreamRecord<Record, Label, Print>, &clock).handle;
 }
 
 }  // namespace cli
