@@ -33,10 +33,6 @@ int esni(Words) { return pending(); }
 int showUser(Words) { return pending(); }
 int showDirectory(Words) { return pending(); }
 
-// statistics.cpp
-int stats(Words) { return pending(); }
-int statsHistoric() { return pending(); }
-
 // firewall.cpp
 int firewall(Words) { return pending(); }
 int showFirewall(Words) { return pending(); }
