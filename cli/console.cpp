@@ -15,6 +15,8 @@
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
+
+#include <cerrno>
 #endif
 
 namespace cli {
@@ -87,8 +89,13 @@ void prepareConsole(int&, char**&) {
 }
 
 void writeText(std::FILE* stream, std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stream);
   std::fflush(stream);
+  while (!text.empty()) {
+    const ssize_t written = ::write(::fileno(stream), text.data(), text.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return;
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
 }
 
 #endif

@@ -29,6 +29,9 @@ class OutputBlock {
   std::string_view tail;
 };
 
+/// A key that the object does not copy, for records that print often: `value["time"_key]`.
+inline Json::StaticString operator""_key(const char* name, std::size_t) { return Json::StaticString(name); }
+
 /// An array of what `toJson` makes of the first `count` entries.
 template <class Entry, class ToJson>
 Json::Value toJsonArray(const Entry* entries, std::size_t count, ToJson toJson) {

@@ -157,9 +157,16 @@ inline constexpr auto& ZephlinkSDK_resetAdapterUsage =
     zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::resetAdapterUsage>;
 
 // ---- Statistics ----
+inline constexpr auto& ZephlinkSDK_getConnectionStats =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getConnectionStats>;
+inline constexpr auto& ZephlinkSDK_getStreamingStats =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getStreamingStats>;
 inline constexpr auto& ZephlinkSDK_subscribeStats = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::subscribeStats>;
 
 // ---- Historic and session statistics ----
+inline constexpr auto& ZephlinkSDK_getHistoricConnectionStats =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getHistoricConnectionStats>;
+inline constexpr auto& ZephlinkSDK_getSessionStats = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getSessionStats>;
 
 // ---- Privacy, DNS and captive portal ----
 inline constexpr auto& ZephlinkSDK_getPrivacySettings =

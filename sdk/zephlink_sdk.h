@@ -271,11 +271,30 @@ class ZephlinkSDK {
 
   // ---- Statistics (sdk/families/statistics.cpp) ----
 
+  /// Speed, loss and latency of each connection. Event: report_connection_stats.
+  ZephlinkSDK_ConnectionStatsResult getConnectionStats(Callback<ZephlinkSDK_ConnectionStatsResult> callback,
+                                                       void* userData);
+
+  /// The streams that the daemon tracks. Event: report_streaming_stats.
+  ZephlinkSDK_StreamingStatsResult getStreamingStats(Callback<ZephlinkSDK_StreamingStatsResult> callback,
+                                                     void* userData);
+
   /// Asks the daemon to send statistics, or to stop. While they are on the request is repeated every 45 seconds.
   /// `periods` (hours, at most 5 are sent) chooses the periods of the session statistics; the repetition names none.
   ZephlinkSDK_Result subscribeStats(bool enable, std::uint8_t periodCount, const unsigned int* periods);
 
   // ---- Historic and session statistics (sdk/families/history.cpp) ----
+
+  /// The connection statistics of the last five minutes. The one report holds many samples: the callback, which is
+  /// needed, gets each of them in turn whatever it returns, and then the last one once more as the end of the call; of
+  /// a report without samples it gets one empty record. A sample that cannot be read ends the report with
+  /// ZephlinkSDK_Error_Sdk. Event: report_historic_connection_stats.
+  ZephlinkSDK_ConnectionStatsResult getHistoricConnectionStats(Callback<ZephlinkSDK_ConnectionStatsResult> callback,
+                                                               void* userData);
+
+  /// The accounting over the periods that `subscribeStats` chose, or that the daemon chooses. A period whose name is no
+  /// number makes the record an error, ZephlinkSDK_Error_Sdk. Event: report_session_stats.
+  ZephlinkSDK_SessionStatsResult getSessionStats(Callback<ZephlinkSDK_SessionStatsResult> callback, void* userData);
 
   // ---- Privacy, DNS and captive portal (sdk/families/privacy.cpp) ----
   // Event of all but the captive portals: report_privacy_settings.

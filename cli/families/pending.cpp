@@ -15,10 +15,6 @@ int pending() {
 
 }  // namespace
 
-// statistics.cpp
-int stats(Words) { return pending(); }
-int statsHistoric() { return pending(); }
-
 // firewall.cpp
 int firewall(Words) { return pending(); }
 int showFirewall(Words) { return pending(); }
@@ -46,9 +42,6 @@ int showLogSettings(Words) { return pending(); }
 
 // safe_browsing.cpp
 int safeBrowsing(Words) { return pending(); }
-
-// peers.cpp
-std::vector<std::uint64_t> listenForPeers(StreamClock&) { return {}; }
 
 // peers.cpp
 std::vector<std::uint64_t> listenForPeers(StreamClock&) { return {}; }

@@ -23,6 +23,11 @@ using Failure = const char*;
 /// Puts a failed conversion into the head.
 void fail(Failure failure, ZephlinkSDK_Result& record) { setError(record, ZephlinkSDK_Error_Sdk, failure); }
 
+/// The members of an object; none of any other value.
+Elements membersOf(const Json::Value& value) {
+  return Elements(value.isObject() ? value : Json::Value::nullSingleton());
+}
+
 // ---- Historic samples ----
 
 /// The text of one connection: fields of fixed width, one behind the other. The first failure stays, and what is read
@@ -98,9 +103,9 @@ Failure readSample(const Json::Value& sample, ZephlinkSDK_ConnectionStatsResult&
   record.connectionCount = 0;
   if (!has(sample, "connections") || !has(sample, "time")) return nullptr;
   record.time = static_cast<std::uint64_t>(asInt64(member(sample, "time")));
-  const Elements adapters(member(sample, "connections"));
+  const Elements adapters = membersOf(member(sample, "connections"));
   for (auto adapter = adapters.begin(); adapter != adapters.end(); ++adapter) {
-    const Elements protocols(*adapter);
+    const Elements protocols = membersOf(*adapter);
     for (auto protocol = protocols.begin(); protocol != protocols.end(); ++protocol) {
       if (record.connectionCount == ZephlinkSDK_MaxConnections) return nullptr;
       ZephlinkSDK_ConnectionStatsEntry& entry = record.connections[record.connectionCount++];
@@ -182,8 +187,7 @@ void readPeriod(const Json::Value& data, ZephlinkSDK_SessionStatsPeriod& period)
 
 void readSessionStats(const Json::Value& data, ZephlinkSDK_SessionStatsResult& record) {
   record.periodCount = 0;
-  if (!data.isObject()) return;
-  const Elements periods(data);
+  const Elements periods = membersOf(data);
   for (auto period = periods.begin(); period != periods.end(); ++period) {
     if (record.periodCount == ZephlinkSDK_MaxSessionPeriods) return;
     ZephlinkSDK_SessionStatsPeriod& entry = record.periods[record.periodCount];

@@ -70,6 +70,14 @@ std::string asString(const Json::Value& value) {
   return value.isArray() || value.isObject() ? std::string() : value.asString();
 }
 
+std::string_view asText(const Json::Value& value, std::string& held) {
+  const char* begin = nullptr;
+  const char* end = nullptr;
+  if (value.getString(&begin, &end)) return {begin, static_cast<std::size_t>(end - begin)};
+  held = asString(value);
+  return held;
+}
+
 JsonParser::JsonParser() {
   Json::CharReaderBuilder builder;
   builder["collectComments"] = false;

@@ -44,6 +44,9 @@ std::uint64_t asUInt64(const Json::Value& value);
 double asDouble(const Json::Value& value);
 std::string asString(const Json::Value& value);
 
+/// The same without a copy where `value` is a text, which must then outlive what is returned; `held` takes all else.
+std::string_view asText(const Json::Value& value, std::string& held);
+
 /// Reads the member `key` into a field of its type. A field of 8 or 16 bits keeps the low bits of what `asInt` reads.
 inline void readMember(const Json::Value& object, const char* key, bool& field) { field = asBool(member(object, key)); }
 inline void readMember(const Json::Value& object, const char* key, std::uint8_t& field) {
@@ -69,7 +72,8 @@ inline void readMember(const Json::Value& object, const char* key, double& field
 }
 template <std::size_t N>
 void readMember(const Json::Value& object, const char* key, char (&field)[N]) {
-  copyText(field, asString(member(object, key)));
+  std::string held;
+  copyText(field, asText(member(object, key), held));
 }
 
 /// Reads the elements of `list` into the first entries by `read(element, entry)`; what is beyond the array's room is

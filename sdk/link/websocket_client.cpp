@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstring>
 #include <optional>
-#include <utility>
 
 namespace zephlinksdk {
 
@@ -16,7 +15,7 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr std::size_t kMaxUrl = 127;
 constexpr std::size_t kMaxOrigin = 199;
 constexpr std::size_t kLineSize = 256;
-constexpr std::size_t kReadSize = 1500;
+constexpr std::size_t kReadSize = std::size_t{16} * 1024;
 constexpr std::size_t kMaxReadPerPoll = std::size_t{256} * 1024;
 
 // The daemon trusts loopback and looks at neither: one key and one mask serve every connection.
@@ -261,11 +260,11 @@ void WebSocketClient::close() {
   txBuffer.insert(txBuffer.end(), kCloseFrame.begin(), kCloseFrame.end());
 }
 
-void WebSocketClient::dispatch(const std::function<void(const std::string&)>& callable) {
-  dispatchBytes([&callable](const Bytes& message) { callable(std::string(message.begin(), message.end())); });
+void WebSocketClient::dispatchBytes(const std::function<void(const std::vector<std::uint8_t>&)>& callable) {
+  dispatch([&callable](const std::string& message) { callable(Bytes(message.begin(), message.end())); });
 }
 
-void WebSocketClient::dispatchBytes(const std::function<void(const std::vector<std::uint8_t>&)>& callable) {
+void WebSocketClient::dispatch(const std::function<void(const std::string&)>& callable) {
   if (rxBad) return;
   std::size_t consumed = 0;
   while (const auto header = parseHeader(rxBuffer.data() + consumed, rxBuffer.size() - consumed)) {
@@ -284,10 +283,10 @@ void WebSocketClient::dispatchBytes(const std::function<void(const std::vector<s
       case kContinuation:
       case kText:
       case kBinary:
-        messageBuffer.insert(messageBuffer.end(), payload, payload + length);
+        messageBuffer.append(reinterpret_cast<const char*>(payload), length);
         if (header->fin) {
-          const Bytes message = std::exchange(messageBuffer, {});
-          callable(message);
+          callable(messageBuffer);
+          messageBuffer.clear();
         }
         break;
       case kPing:

@@ -69,7 +69,8 @@ class WebSocketClient {
 
   std::vector<std::uint8_t> rxBuffer;
   std::vector<std::uint8_t> txBuffer;
-  std::vector<std::uint8_t> messageBuffer;
+  // Keeps its room from message to message.
+  std::string messageBuffer;
   SocketHandle socketHandle;
   ReadyState readyState = OPEN;
   bool useMask;

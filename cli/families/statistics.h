@@ -1,0 +1,17 @@
+// What the live statistics share with the historic ones.
+#pragma once
+
+#include <json/json.h>
+
+#include "sdk/results.h"
+
+namespace cli {
+
+inline constexpr char kConnectionStatsLabel[] = "connection_stats";
+
+/// With `brief` an entry has only its identity, state, load, loss, latency and total speed.
+Json::Value toJson(const ZephlinkSDK_ConnectionStatsResult& record, bool brief);
+
+void printConnectionStats(const ZephlinkSDK_ConnectionStatsResult& record);
+
+}  // namespace cli
