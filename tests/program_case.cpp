@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "sdk/link/json.h"
 #include "tests/process.h"
 
 namespace tests {
@@ -44,6 +45,25 @@ void check(const ProgramCase& row) {
 std::string errorObject(unsigned code, const std::string& type, const std::string& message) {
   return "{\n\t\"errorCode\" : " + std::to_string(code) + ",\n\t\"errorMessage\" : \"" + message +
          "\",\n\t\"errorType\" : \"" + type + "\"\n}";
+}
+
+std::string printed(const std::string& json) {
+  Json::Value value;
+  std::string errors;
+  EXPECT_TRUE(zephlinksdk::JsonParser().parse(json, value, errors)) << errors << json;
+  Json::StreamWriterBuilder builder;
+  builder["emitUTF8"] = true;
+  return Json::writeString(builder, value);
+}
+
+std::string refusedSetting(const std::string& setting) {
+  return event("report_settings_error", R"({"setting":")" + setting + R"(","type":12,"msg":"Not for you"})");
+}
+
+std::string refusedSettingError() { return errorObject(12, "Setting locked by account configuration", "Not for you"); }
+
+std::string request(const std::string& name, const std::string& members) {
+  return "[\"" + name + "\"," + members + ",\"zephlink_sdk\"]";
 }
 
 ProgramCase invalidCase(std::vector<std::string> words, const std::string& usage) {

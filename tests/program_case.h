@@ -26,6 +26,16 @@ void check(const ProgramCase& row);
 /// The error object as the program prints it.
 std::string errorObject(unsigned code, const std::string& type, const std::string& message);
 
+/// A JSON text as the program prints it.
+std::string printed(const std::string& json);
+
+/// A setting that a daemon refuses, and what the program says about it.
+std::string refusedSetting(const std::string& setting);
+std::string refusedSettingError();
+
+/// A request as it is sent; `members` is JSON.
+std::string request(const std::string& name, const std::string& members = "null");
+
 /// Faults of the program's words: nothing is sent, and one line on standard error names the usage text.
 ProgramCase invalidCase(std::vector<std::string> words, const std::string& usage);
 ProgramCase missingCase(std::vector<std::string> words, const std::string& usage);
