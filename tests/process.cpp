@@ -47,6 +47,37 @@ struct Pipe {
   }
 };
 
+/// What a child inherits, and nothing else: the sockets of a test's server would stay open in it.
+class StartupInfo {
+ public:
+  StartupInfo(HANDLE input, HANDLE output, HANDLE errors) : inherited{input, output, errors} {
+    SIZE_T size = 0;
+    ::InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+    storage.resize(size);
+    info.StartupInfo.cb = sizeof info;
+    info.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
+    info.StartupInfo.hStdInput = input;
+    info.StartupInfo.hStdOutput = output;
+    info.StartupInfo.hStdError = errors;
+    info.lpAttributeList = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(storage.data());
+    if (::InitializeProcThreadAttributeList(info.lpAttributeList, 1, 0, &size) == 0 ||
+        ::UpdateProcThreadAttribute(info.lpAttributeList, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, inherited,
+                                    sizeof inherited, nullptr, nullptr) == 0) {
+      throw std::runtime_error("no list of inherited handles");
+    }
+  }
+  ~StartupInfo() { ::DeleteProcThreadAttributeList(info.lpAttributeList); }
+  StartupInfo(const StartupInfo&) = delete;
+  StartupInfo& operator=(const StartupInfo&) = delete;
+
+  STARTUPINFOW* get() { return &info.StartupInfo; }
+
+ private:
+  HANDLE inherited[3];
+  std::vector<char> storage;
+  STARTUPINFOEXW info{};
+};
+
 /// The quoting that CommandLineToArgvW undoes.
 std::string quoted(const std::string& word) {
   std::string text = "\"";
@@ -79,23 +110,15 @@ std::ptrdiff_t readPipe(std::intptr_t pipe, char* bytes, std::size_t size) {
 }  // namespace
 
 Process::Process(const std::vector<std::string>& words, std::string_view input) : native(std::make_unique<Native>()) {
-  // Handles are inherited process-wide: one start at a time.
-  static std::mutex starting;
-  const std::lock_guard lock(starting);
   std::string command;
   for (const std::string& word : words) command += (command.empty() ? "" : " ") + quoted(word);
   const Pipe in(true);
   const Pipe output(false);
   const Pipe errors(false);
-  STARTUPINFOW start{};
-  start.cb = sizeof start;
-  start.dwFlags = STARTF_USESTDHANDLES;
-  start.hStdInput = in.readEnd;
-  start.hStdOutput = output.writeEnd;
-  start.hStdError = errors.writeEnd;
+  StartupInfo start(in.readEnd, output.writeEnd, errors.writeEnd);
   PROCESS_INFORMATION process{};
-  if (::CreateProcessW(nullptr, wide(command).data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process) ==
-      0) {
+  if (::CreateProcessW(nullptr, wide(command).data(), nullptr, nullptr, TRUE, EXTENDED_STARTUPINFO_PRESENT, nullptr,
+                       nullptr, start.get(), &process) == 0) {
     throw std::runtime_error("cannot start " + words[0]);
   }
   ::CloseHandle(process.hThread);
