@@ -219,3 +219,25 @@ inline constexpr auto& ZephlinkSDK_getNetworkSharesAvailable =
     zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getNetworkSharesAvailable>;
 
 // ---- Network sharing peers ----
+inline constexpr auto& ZephlinkSDK_connectToNetworkShareViaConnectCode =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::connectToNetworkShareViaConnectCode>;
+inline constexpr auto& ZephlinkSDK_reconnectToNetworkShare =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::reconnectToNetworkShare>;
+inline constexpr auto& ZephlinkSDK_requestNetworkSharingPair =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::requestNetworkSharingPair>;
+inline constexpr auto& ZephlinkSDK_allowNetworkSharingPair =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::allowNetworkSharingPair>;
+inline constexpr auto& ZephlinkSDK_unpairNetworkSharingPeer =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::unpairNetworkSharingPeer>;
+inline constexpr auto& ZephlinkSDK_setNetworkSharingPeerAutoReconnect =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setNetworkSharingPeerAutoReconnect>;
+inline constexpr auto& ZephlinkSDK_setNetworkSharingPeerAllowAsHost =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setNetworkSharingPeerAllowAsHost>;
+inline constexpr auto& ZephlinkSDK_setNetworkSharingPeerAllowAsClient =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setNetworkSharingPeerAllowAsClient>;
+inline constexpr auto& ZephlinkSDK_listenForNetworkSharePeerStatusChange =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::listenForNetworkSharePeerStatusChange>;
+inline constexpr auto& ZephlinkSDK_listenForNetworkSharePairRequest =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::listenForNetworkSharePairRequest>;
+inline constexpr auto& ZephlinkSDK_listenForNetworkShareNewPeerAvailable =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::listenForNetworkShareNewPeerAvailable>;

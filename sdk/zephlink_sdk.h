@@ -385,6 +385,62 @@ class ZephlinkSDK {
 
   // ---- Network sharing peers (sdk/families/peers.cpp) ----
 
+  // A peer is named by its uuid. Events that do not end one of the first four calls leave its time-out running.
+
+  /// Connects to the host that a connect code names. Ends when the peer is authenticated, or with the daemon's code
+  /// and text when an event tells of a failure. A code that does not read is refused with
+  /// ZephlinkSDK_Error_InvalidArgument. Event: report_networksharing_peer_status_change of that host, or of none.
+  ZephlinkSDK_NetworkSharingConnectionResult connectToNetworkShareViaConnectCode(
+      const char* code, Callback<ZephlinkSDK_NetworkSharingConnectionResult> callback, void* userData);
+
+  /// The same for a peer that is known, within 60 seconds. Event: report_networksharing_peer_status_change of that
+  /// peer.
+  ZephlinkSDK_NetworkSharingConnectionResult reconnectToNetworkShare(
+      const char* uuid, Callback<ZephlinkSDK_NetworkSharingConnectionResult> callback, void* userData);
+
+  /// Asks a peer to pair and waits for its answer, up to 70 seconds. Ends with an error of the daemon's code and text
+  /// when an event of the peer's status tells of a failure. Events: report_networksharing_peer_pair_change or
+  /// report_networksharing_peer_status_change of that peer.
+  ZephlinkSDK_NetworkSharingPairResult requestNetworkSharingPair(
+      const char* uuid, Callback<ZephlinkSDK_NetworkSharingPairResult> callback, void* userData);
+
+  /// Answers a peer that has asked to pair. Ends in the same way.
+  ZephlinkSDK_NetworkSharingPairResult allowNetworkSharingPair(const char* uuid, bool allow,
+                                                               Callback<ZephlinkSDK_NetworkSharingPairResult> callback,
+                                                               void* userData);
+
+  /// Undoes a pairing. Event: report_networksharing_peer_pair_change of any peer.
+  ZephlinkSDK_NetworkSharingPairResult unpairNetworkSharingPeer(const char* uuid,
+                                                                Callback<ZephlinkSDK_NetworkSharingPairResult> callback,
+                                                                void* userData);
+
+  /// Whether the daemon connects to the peer again by itself. Event: report_networksharing_sharesavailable, which
+  /// answers the next two as well.
+  ZephlinkSDK_NetworkSharingAvailableSharesResult setNetworkSharingPeerAutoReconnect(
+      const char* uuid, bool enabled, Callback<ZephlinkSDK_NetworkSharingAvailableSharesResult> callback,
+      void* userData);
+
+  /// Whether the peer may be this machine's host.
+  ZephlinkSDK_NetworkSharingAvailableSharesResult setNetworkSharingPeerAllowAsHost(
+      const char* uuid, bool allow, Callback<ZephlinkSDK_NetworkSharingAvailableSharesResult> callback, void* userData);
+
+  /// Whether the peer may be a client of this machine.
+  ZephlinkSDK_NetworkSharingAvailableSharesResult setNetworkSharingPeerAllowAsClient(
+      const char* uuid, bool allow, Callback<ZephlinkSDK_NetworkSharingAvailableSharesResult> callback, void* userData);
+
+  /// Every change of a peer's status. A failure shows in `errorCode` and `errorMessage` alone: `hasError` stays false.
+  /// Event: report_networksharing_peer_status_change.
+  ZephlinkSDK_NetworkSharingConnectionResult listenForNetworkSharePeerStatusChange(
+      Callback<ZephlinkSDK_NetworkSharingConnectionResult> callback, void* userData);
+
+  /// Every peer that asks to pair. Event: report_networkshare_auth_request.
+  ZephlinkSDK_NetworkSharingPairResult listenForNetworkSharePairRequest(
+      Callback<ZephlinkSDK_NetworkSharingPairResult> callback, void* userData);
+
+  /// Every peer that shows up. Event: report_networksharing_new_peer_available.
+  ZephlinkSDK_NetworkSharingPairResult listenForNetworkShareNewPeerAvailable(
+      Callback<ZephlinkSDK_NetworkSharingPairResult> callback, void* userData);
+
  private:
   void keepAlive();
   bool startKeepAlive();

@@ -2,6 +2,7 @@
 #include "cli/families/network_sharing.h"
 
 #include "cli/families/handlers.h"
+#include "cli/families/peers.h"
 #include "cli/usage.h"
 #include "cli/words.h"
 #include "sdk/words.h"
@@ -130,6 +131,7 @@ constexpr Action kSettings[] = {
     {"host", setHost},
     {"displayname", setDisplayName},
     {"pairRequestBehavior", setPairRequestBehavior},
+    {"peer", setPeer},
     {"sameUserAutoPair", setSameUserAutoPair},
     {"autoPairBehavior", setAutoPairBehavior},
     {"alwaysOnDiscovery", setAlwaysOnDiscovery},
@@ -142,7 +144,10 @@ constexpr Action kWords[] = {
     {"availableshares", readShares},
     {"discovery", readDiscovery},
     {"set", set},
+    {"peer", peer},
     {"startdiscovery", startDiscovery},
+    {"connect", connectShare},
+    {"reconnect", reconnectShare},
 };
 
 }  // namespace

@@ -2,7 +2,6 @@
 #include <cstdio>
 
 #include "cli/families/handlers.h"
-#include "cli/families/peers.h"
 
 namespace cli {
 
@@ -42,8 +41,5 @@ int showLogSettings(Words) { return pending(); }
 
 // safe_browsing.cpp
 int safeBrowsing(Words) { return pending(); }
-
-// peers.cpp
-std::vector<std::uint64_t> listenForPeers(StreamClock&) { return {}; }
 
 }  // namespace cli

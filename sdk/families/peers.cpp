@@ -1,0 +1,158 @@
+// Network sharing with one peer: connecting, pairing, its switches, and the events about peers.
+#include <optional>
+
+#include "sdk/base64.h"
+#include "sdk/families/network_sharing.h"
+#include "sdk/link/call.h"
+#include "sdk/words.h"
+#include "sdk/zephlink_sdk.h"
+
+namespace zephlinksdk {
+
+namespace {
+
+using Connection = ZephlinkSDK_NetworkSharingConnectionResult;
+using Pair = ZephlinkSDK_NetworkSharingPairResult;
+using Shares = ZephlinkSDK_NetworkSharingAvailableSharesResult;
+
+constexpr const char* kStatusChange = "report_networksharing_peer_status_change";
+constexpr const char* kPairChange = "report_networksharing_peer_pair_change";
+
+bool tellsOfFailure(const Json::Value& data) { return asUInt(member(data, "type")) != ZephlinkSDK_Error_None; }
+
+void readConnection(const Json::Value& data, Connection& record) {
+  record.role = kPeerRoleWords.find(asString(member(data, "peer_role"))).value_or(record.role);
+  readMember(data, "uuid", record.uuid);
+  record.peerStatus = valueOfNumber(asInt(member(data, "peerStatus")), ZephlinkSDK_PeerStatus_Authenticated);
+  record.tunnelStatus = valueOfNumber(asInt(member(data, "tunnelStatus")), ZephlinkSDK_PeerTunnelStatus_Paused);
+  readDaemonError(data, record);
+}
+
+/// Connecting ends when the peer is authenticated, or in a failure; steps on the way are passed over.
+bool readConnectionEnd(const Json::Value& data, Connection& record) {
+  const bool authenticated = asInt(member(data, "peerStatus")) == ZephlinkSDK_PeerStatus_Authenticated;
+  if (!authenticated && !tellsOfFailure(data)) return false;
+  readConnection(data, record);
+  return true;
+}
+
+/// A listener hears of failures as of any other change: the code stays in the record, which is no error for it.
+void readStatusChange(const Json::Value& data, Connection& record) {
+  readConnection(data, record);
+  record.hasError = false;
+}
+
+void readPair(const Json::Value& data, Pair& record) {
+  readMember(data, "uuid", record.uuid);
+  readMember(data, "display_name", record.displayName);
+  readMember(data, "have_auth_token", record.haveAuthToken);
+}
+
+/// While a pairing is waited for, a change of the peer's status matters only when it tells of a failure.
+bool readPairFailure(const Json::Value& data, Pair& record) {
+  if (!tellsOfFailure(data)) return false;
+  readPair(data, record);
+  record.haveAuthToken = false;
+  readDaemonError(data, record);
+  return true;
+}
+
+/// The host that a connect code names; nothing when the code does not read.
+std::optional<std::string> hostOf(const char* code) {
+  Json::Value content;
+  std::string errors;
+  if (!JsonParser().parse(decodeBase64(code), content, errors) || !has(content, "u")) return std::nullopt;
+  return asString(member(content, "u"));
+}
+
+/// Asks for a pairing or answers one. Every event about the peer that does not end the wait leaves the time-out alone.
+Pair askForPair(const Channel& channel, Request request, const char* uuid, std::uint64_t timeoutMs,
+                Callback<Pair> callback, void* userData) {
+  return ask(
+      channel,
+      {.requests = {std::move(request)},
+       .reports = {{kPairChange, readPair, {{"uuid", uuid}}}, {kStatusChange, readPairFailure, {{"uuid", uuid}}}},
+       .timeoutMs = timeoutMs,
+       .keepsTimeout = true},
+      callback, userData);
+}
+
+/// Sets one of a peer's switches, whose member is named alike in all.
+Shares setSwitch(const Channel& channel, const char* request, const char* uuid, bool allow, Callback<Shares> callback,
+                 void* userData) {
+  return ask(channel,
+             {.requests = {{request, {{"uuid", uuid}, {"allow", allow}}}},
+              .reports = {{"report_networksharing_sharesavailable", readShares}}},
+             callback, userData);
+}
+
+}  // namespace
+
+// The request carries the code as it is; the daemon's events name the host that it stands for, or nobody when it cannot
+// read the code.
+Connection ZephlinkSDK::connectToNetworkShareViaConnectCode(const char* code, Callback<Connection> callback,
+                                                            void* userData) {
+  const auto host = code != nullptr ? hostOf(code) : std::nullopt;
+  if (!host) return refused<Connection>(ZephlinkSDK_Error_InvalidArgument);
+  return ask(channel,
+             {.requests = {{"connect_to_networkshare_connectcode", {{"connect_code", code}}}},
+              .reports = {{kStatusChange, readConnectionEnd, {{"uuid", *host}}},
+                          {kStatusChange, readConnectionEnd, {{"uuid", ""}}}},
+              .keepsTimeout = true},
+             callback, userData);
+}
+
+Connection ZephlinkSDK::reconnectToNetworkShare(const char* uuid, Callback<Connection> callback, void* userData) {
+  return ask(channel,
+             {.requests = {{"reconnect_to_networkshare", {{"uuid", uuid}}}},
+              .reports = {{kStatusChange, readConnectionEnd, {{"uuid", uuid}}}},
+              .timeoutMs = 60000,
+              .keepsTimeout = true},
+             callback, userData);
+}
+
+// The peer's user has to answer first.
+Pair ZephlinkSDK::requestNetworkSharingPair(const char* uuid, Callback<Pair> callback, void* userData) {
+  return askForPair(channel, {"request_networksharing_pair", {{"uuid", uuid}}}, uuid, 70000, callback, userData);
+}
+
+Pair ZephlinkSDK::allowNetworkSharingPair(const char* uuid, bool allow, Callback<Pair> callback, void* userData) {
+  return askForPair(channel, {"allow_networksharing_pair", {{"uuid", uuid}, {"allow", allow}}}, uuid,
+                    WebsocketImpl::kDefaultTimeoutMs, callback, userData);
+}
+
+// Any pair's change will do, whichever peer it names.
+Pair ZephlinkSDK::unpairNetworkSharingPeer(const char* uuid, Callback<Pair> callback, void* userData) {
+  return ask(channel,
+             {.requests = {{"unpair_networksharing_peer", {{"uuid", uuid}}}}, .reports = {{kPairChange, readPair}}},
+             callback, userData);
+}
+
+Shares ZephlinkSDK::setNetworkSharingPeerAutoReconnect(const char* uuid, bool enabled, Callback<Shares> callback,
+                                                       void* userData) {
+  return setSwitch(channel, "set_networksharing_peer_auto_reconnect", uuid, enabled, callback, userData);
+}
+
+Shares ZephlinkSDK::setNetworkSharingPeerAllowAsHost(const char* uuid, bool allow, Callback<Shares> callback,
+                                                     void* userData) {
+  return setSwitch(channel, "set_networksharing_peer_allow_as_host", uuid, allow, callback, userData);
+}
+
+Shares ZephlinkSDK::setNetworkSharingPeerAllowAsClient(const char* uuid, bool allow, Callback<Shares> callback,
+                                                       void* userData) {
+  return setSwitch(channel, "set_networksharing_peer_allow_as_client", uuid, allow, callback, userData);
+}
+
+Connection ZephlinkSDK::listenForNetworkSharePeerStatusChange(Callback<Connection> callback, void* userData) {
+  return listenFor(channel, kStatusChange, readStatusChange, callback, userData);
+}
+
+Pair ZephlinkSDK::listenForNetworkSharePairRequest(Callback<Pair> callback, void* userData) {
+  return listenFor(channel, "report_networkshare_auth_request", readPair, callback, userData);
+}
+
+Pair ZephlinkSDK::listenForNetworkShareNewPeerAvailable(Callback<Pair> callback, void* userData) {
+  return listenFor(channel, "report_networksharing_new_peer_available", readPair, callback, userData);
+}
+
+}  // namespace zephlinksdk
