@@ -19,20 +19,6 @@ int pending() {
 int stats(Words) { return pending(); }
 int statsHistoric() { return pending(); }
 
-// firewall.cpp
-int firewall(Words) { return pending(); }
-int showFirewall(Words) { return pending(); }
-
-// streaming.cpp
-int streaming(Words) { return pending(); }
-int showStreaming(Words) { return pending(); }
-
-// local_proxy.cpp
-int streamingBypass(Words) { return pending(); }
-int localProxy(Words) { return pending(); }
-int showStreamingBypass(Words) { return pending(); }
-int showLocalProxy(Words) { return pending(); }
-
 // speed_tests.cpp
 int speedTest(Words) { return pending(); }
 int streamTest(Words) { return pending(); }
@@ -46,9 +32,6 @@ int showLogSettings(Words) { return pending(); }
 
 // safe_browsing.cpp
 int safeBrowsing(Words) { return pending(); }
-
-// peers.cpp
-std::vector<std::uint64_t> listenForPeers(StreamClock&) { return {}; }
 
 // peers.cpp
 std::vector<std::uint64_t> listenForPeers(StreamClock&) { return {}; }
