@@ -185,10 +185,42 @@ inline constexpr auto& ZephlinkSDK_setCaptivePortalLoginMode =
     zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setCaptivePortalLoginMode>;
 
 // ---- Firewall ----
+inline constexpr auto& ZephlinkSDK_getFirewallSettings =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getFirewallSettings>;
+inline constexpr auto& ZephlinkSDK_setFirewallMode = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setFirewallMode>;
+inline constexpr auto& ZephlinkSDK_setFirewallDomains =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setFirewallDomains>;
+inline constexpr auto& ZephlinkSDK_setFirewallIPv4 = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setFirewallIPv4>;
+inline constexpr auto& ZephlinkSDK_setFirewallIPv6 = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setFirewallIPv6>;
+inline constexpr auto& ZephlinkSDK_setFirewallPorts = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setFirewallPorts>;
 
 // ---- Streaming ----
+inline constexpr auto& ZephlinkSDK_getStreamingSettings =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getStreamingSettings>;
+inline constexpr auto& ZephlinkSDK_setStreamingDomains =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setStreamingDomains>;
+inline constexpr auto& ZephlinkSDK_setStreamingIPv4 = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setStreamingIPv4>;
+inline constexpr auto& ZephlinkSDK_setStreamingIPv6 = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setStreamingIPv6>;
+inline constexpr auto& ZephlinkSDK_setStreamingPorts =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setStreamingPorts>;
 
 // ---- Local proxy ----
+inline constexpr auto& ZephlinkSDK_getLocalProxySettings =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getLocalProxySettings>;
+inline constexpr auto& ZephlinkSDK_setLocalProxyEnabled =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setLocalProxyEnabled>;
+inline constexpr auto& ZephlinkSDK_setLocalProxyDomains =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setLocalProxyDomains>;
+inline constexpr auto& ZephlinkSDK_setLocalProxyIPv4 =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setLocalProxyIPv4>;
+inline constexpr auto& ZephlinkSDK_setLocalProxyIPv6 =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setLocalProxyIPv6>;
+inline constexpr auto& ZephlinkSDK_setLocalProxyPorts =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setLocalProxyPorts>;
+inline constexpr auto& ZephlinkSDK_setLocalProxyGlobalDomainWatchlistEnable =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setLocalProxyGlobalDomainWatchlistEnable>;
+inline constexpr auto& ZephlinkSDK_setLocalProxyDomainWatchlistEnable =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setLocalProxyDomainWatchlistEnable>;
 
 // ---- Speed tests and disconnect reason ----
 

@@ -328,9 +328,89 @@ class ZephlinkSDK {
 
   // ---- Firewall (sdk/families/firewall.cpp) ----
 
+  /// The firewall's mode and rule lists. Event: report_firewall_settings, which answers its setters too.
+  ZephlinkSDK_FirewallSettingsResult getFirewallSettings(Callback<ZephlinkSDK_FirewallSettingsResult> callback,
+                                                         void* userData);
+
+  ZephlinkSDK_FirewallSettingsResult setFirewallMode(ZephlinkSDK_FirewallMode mode,
+                                                     Callback<ZephlinkSDK_FirewallSettingsResult> callback,
+                                                     void* userData);
+
+  /// Replace one whole list, as the list setters of all families do: by the first ZephlinkSDK_MaxRules of `count`
+  /// entries, in their order, doubles included. A count of 0 empties the list. Null entries with a count above 0 are
+  /// refused with ZephlinkSDK_Error_InvalidArgument.
+  ZephlinkSDK_FirewallSettingsResult setFirewallDomains(unsigned short count,
+                                                        const char (*domains)[ZephlinkSDK_DomainSize],
+                                                        Callback<ZephlinkSDK_FirewallSettingsResult> callback,
+                                                        void* userData);
+  ZephlinkSDK_FirewallSettingsResult setFirewallIPv4(unsigned short count, const in_addr* addresses,
+                                                     Callback<ZephlinkSDK_FirewallSettingsResult> callback,
+                                                     void* userData);
+  ZephlinkSDK_FirewallSettingsResult setFirewallIPv6(unsigned short count, const in6_addr* addresses,
+                                                     Callback<ZephlinkSDK_FirewallSettingsResult> callback,
+                                                     void* userData);
+  ZephlinkSDK_FirewallSettingsResult setFirewallPorts(unsigned short count, const ZephlinkSDK_ProtocolPortPair* rules,
+                                                      Callback<ZephlinkSDK_FirewallSettingsResult> callback,
+                                                      void* userData);
+
   // ---- Streaming (sdk/families/streaming.cpp) ----
 
+  /// The rule lists of the traffic that counts as streaming. Event: report_streaming_settings, which answers its
+  /// setters too.
+  ZephlinkSDK_StreamingSettingsResult getStreamingSettings(Callback<ZephlinkSDK_StreamingSettingsResult> callback,
+                                                           void* userData);
+
+  /// Replace one whole list, see setFirewallDomains.
+  ZephlinkSDK_StreamingSettingsResult setStreamingDomains(unsigned short count,
+                                                          const char (*domains)[ZephlinkSDK_DomainSize],
+                                                          Callback<ZephlinkSDK_StreamingSettingsResult> callback,
+                                                          void* userData);
+  ZephlinkSDK_StreamingSettingsResult setStreamingIPv4(unsigned short count, const in_addr* addresses,
+                                                       Callback<ZephlinkSDK_StreamingSettingsResult> callback,
+                                                       void* userData);
+  ZephlinkSDK_StreamingSettingsResult setStreamingIPv6(unsigned short count, const in6_addr* addresses,
+                                                       Callback<ZephlinkSDK_StreamingSettingsResult> callback,
+                                                       void* userData);
+  ZephlinkSDK_StreamingSettingsResult setStreamingPorts(unsigned short count, const ZephlinkSDK_ProtocolPortPair* rules,
+                                                        Callback<ZephlinkSDK_StreamingSettingsResult> callback,
+                                                        void* userData);
+
   // ---- Local proxy (sdk/families/local_proxy.cpp) ----
+
+  /// The proxy's switches, rule lists and watched services. Event: report_localproxy_settings, which answers its
+  /// setters too.
+  ZephlinkSDK_LocalProxySettingsResult getLocalProxySettings(Callback<ZephlinkSDK_LocalProxySettingsResult> callback,
+                                                             void* userData);
+
+  ZephlinkSDK_LocalProxySettingsResult setLocalProxyEnabled(bool enable,
+                                                            Callback<ZephlinkSDK_LocalProxySettingsResult> callback,
+                                                            void* userData);
+
+  /// Replace one whole list, see setFirewallDomains. The port list is refused under the firewall's name,
+  /// set_firewall_ports.
+  ZephlinkSDK_LocalProxySettingsResult setLocalProxyDomains(unsigned short count,
+                                                            const char (*domains)[ZephlinkSDK_DomainSize],
+                                                            Callback<ZephlinkSDK_LocalProxySettingsResult> callback,
+                                                            void* userData);
+  ZephlinkSDK_LocalProxySettingsResult setLocalProxyIPv4(unsigned short count, const in_addr* addresses,
+                                                         Callback<ZephlinkSDK_LocalProxySettingsResult> callback,
+                                                         void* userData);
+  ZephlinkSDK_LocalProxySettingsResult setLocalProxyIPv6(unsigned short count, const in6_addr* addresses,
+                                                         Callback<ZephlinkSDK_LocalProxySettingsResult> callback,
+                                                         void* userData);
+  ZephlinkSDK_LocalProxySettingsResult setLocalProxyPorts(unsigned short count,
+                                                          const ZephlinkSDK_ProtocolPortPair* rules,
+                                                          Callback<ZephlinkSDK_LocalProxySettingsResult> callback,
+                                                          void* userData);
+
+  /// The master switch of the watch list.
+  ZephlinkSDK_LocalProxySettingsResult setLocalProxyGlobalDomainWatchlistEnable(
+      bool enable, Callback<ZephlinkSDK_LocalProxySettingsResult> callback, void* userData);
+
+  /// The switch of one service. The title is not checked: one that the daemon lacks changes nothing. No refusal ends
+  /// this call.
+  ZephlinkSDK_LocalProxySettingsResult setLocalProxyDomainWatchlistEnable(
+      const char* title, bool enable, Callback<ZephlinkSDK_LocalProxySettingsResult> callback, void* userData);
 
   // ---- Speed tests and disconnect reason (sdk/families/speed_tests.cpp) ----
 

@@ -14,20 +14,6 @@ int pending() {
 
 }  // namespace
 
-// firewall.cpp
-int firewall(Words) { return pending(); }
-int showFirewall(Words) { return pending(); }
-
-// streaming.cpp
-int streaming(Words) { return pending(); }
-int showStreaming(Words) { return pending(); }
-
-// local_proxy.cpp
-int streamingBypass(Words) { return pending(); }
-int localProxy(Words) { return pending(); }
-int showStreamingBypass(Words) { return pending(); }
-int showLocalProxy(Words) { return pending(); }
-
 // speed_tests.cpp
 int speedTest(Words) { return pending(); }
 int streamTest(Words) { return pending(); }

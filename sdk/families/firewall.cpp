@@ -1,0 +1,55 @@
+// The firewall: its mode and its rule lists.
+#include "sdk/families/rule_lists.h"
+#include "sdk/link/call.h"
+#include "sdk/words.h"
+#include "sdk/zephlink_sdk.h"
+
+namespace zephlinksdk {
+
+namespace {
+
+using Record = ZephlinkSDK_FirewallSettingsResult;
+
+constexpr const char* kReport = "report_firewall_settings";
+
+void readFirewall(const Json::Value& data, Record& record) {
+  record.mode = kFirewallModeWords.find(asString(member(data, "mode"))).value_or(ZephlinkSDK_FirewallMode_Off);
+  readRuleLists(data, record);
+}
+
+Record change(const Channel& channel, const char* request, const Member& wish, Callback<Record> callback,
+              void* userData) {
+  return changeSetting(channel, request, {wish}, kReport, readFirewall, callback, userData);
+}
+
+}  // namespace
+
+Record ZephlinkSDK::getFirewallSettings(Callback<Record> callback, void* userData) {
+  return subscribe(channel, "request_firewall_settings", kReport, readFirewall, callback, userData);
+}
+
+Record ZephlinkSDK::setFirewallMode(ZephlinkSDK_FirewallMode mode, Callback<Record> callback, void* userData) {
+  return change(channel, "set_firewall_mode", {"mode", firewallModeText(mode)}, callback, userData);
+}
+
+Record ZephlinkSDK::setFirewallDomains(unsigned short count, const char (*domains)[ZephlinkSDK_DomainSize],
+                                       Callback<Record> callback, void* userData) {
+  return change(channel, "set_firewall_domains", ruleListMember("domains", count, domains), callback, userData);
+}
+
+Record ZephlinkSDK::setFirewallIPv4(unsigned short count, const in_addr* addresses, Callback<Record> callback,
+                                    void* userData) {
+  return change(channel, "set_firewall_ipv4", ruleListMember("ipv4", count, addresses), callback, userData);
+}
+
+Record ZephlinkSDK::setFirewallIPv6(unsigned short count, const in6_addr* addresses, Callback<Record> callback,
+                                    void* userData) {
+  return change(channel, "set_firewall_ipv6", ruleListMember("ipv6", count, addresses), callback, userData);
+}
+
+Record ZephlinkSDK::setFirewallPorts(unsigned short count, const ZephlinkSDK_ProtocolPortPair* rules,
+                                     Callback<Record> callback, void* userData) {
+  return change(channel, "set_firewall_ports", ruleListMember("ports", count, rules), callback, userData);
+}
+
+}  // namespace zephlinksdk
