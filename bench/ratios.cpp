@@ -58,7 +58,7 @@ std::string connectionReport() {
   for (int i = 0; i < 5; ++i) {
     if (i > 0) connections += ",";
     connections += R"({"bInF":18234,"bInFL":65536,"cnnct":true,"zzz":0,"guid":"{0F2A3C44-77AB-4D11-9A58-00000000000)" +
-                   std::to_string(i) + R"("},"key":"connection-)" + std::to_string(i) +
+                   std::to_string(i) + R"(}","key":"connection-)" + std::to_string(i) +
                    R"(","localIp":"192.168.1.20","lsR":0.25,"lsS":0.5,"ltMs":23,"privateIp":"10.8.0.2",)"
                    R"("protocol":"udp","numConns":4,"remoteIp":"198.51.100.7","totBps":8123456,"sndBps":1123456,)"
                    R"("rcvBps":7000000,"sndEstMbps":12.5,"rcvEstMbps":87.25,"jtMs":3,"mos":4.2,)"
