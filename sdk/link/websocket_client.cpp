@@ -15,7 +15,7 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr std::size_t kMaxUrl = 127;
 constexpr std::size_t kMaxOrigin = 199;
 constexpr std::size_t kLineSize = 256;
-constexpr std::size_t kReadSize = std::size_t{16} * 1024;
+constexpr std::size_t kReadSize = 1500;
 constexpr std::size_t kMaxReadPerPoll = std::size_t{256} * 1024;
 
 // The daemon trusts loopback and looks at neither: one key and one mask serve every connection.
@@ -286,7 +286,8 @@ void WebSocketClient::dispatch(const std::function<void(const std::string&)>& ca
         messageBuffer.append(reinterpret_cast<const char*>(payload), length);
         if (header->fin) {
           callable(messageBuffer);
-          messageBuffer.clear();
+          // Released, not only cleared: one large message must not stay for the rest of the run.
+          std::string().swap(messageBuffer);
         }
         break;
       case kPing:
