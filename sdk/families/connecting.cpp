@@ -63,11 +63,7 @@ void readConnectedServer(const Json::Value& data, ZephlinkSDK_ConnectResult& rec
 }
 
 void readDirectory(const Json::Value& data, ZephlinkSDK_DirectoryResult& record) {
-  record.count = 0;
-  for (const Json::Value& server : Elements(data)) {
-    if (record.count == ZephlinkSDK_MaxServers) break;
-    readServer(server, record.servers[record.count++]);
-  }
+  readEntries(data, record.servers, record.count, readServer);
 }
 
 /// Takes the piece up to the next "|" off the front of `text`; empty when nothing is left.
