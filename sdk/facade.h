@@ -227,6 +227,26 @@ inline constexpr auto& ZephlinkSDK_setLocalProxyDomainWatchlistEnable =
 // ---- Logs, reports and daemon control ----
 
 // ---- Safe browsing ----
+inline constexpr auto& ZephlinkSDK_initSafeBrowsing = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::initSafeBrowsing>;
+inline constexpr auto& ZephlinkSDK_setSafeBrowsingConfig =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setSafeBrowsingConfig>;
+inline constexpr auto& ZephlinkSDK_setSafeBrowsingEnabled =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setSafeBrowsingEnabled>;
+inline constexpr auto& ZephlinkSDK_setSafeBrowsingLogLevel =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setSafeBrowsingLogLevel>;
+inline constexpr auto& ZephlinkSDK_setSafeBrowsingSafeNetworkOverride =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setSafeBrowsingSafeNetworkOverride>;
+inline constexpr auto& ZephlinkSDK_refreshSafeBrowsingToken =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::refreshSafeBrowsingToken>;
+inline constexpr auto& ZephlinkSDK_reportSafeBrowsingHomeNetwork =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::reportSafeBrowsingHomeNetwork>;
+inline constexpr auto& ZephlinkSDK_getSafeBrowsing = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getSafeBrowsing>;
+inline constexpr auto& ZephlinkSDK_getSafeBrowsingStats =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getSafeBrowsingStats>;
+inline constexpr auto& ZephlinkSDK_listenForSafeBrowsingError =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::listenForSafeBrowsingError>;
+inline constexpr auto& ZephlinkSDK_listenForSafeBrowsingBlock =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::listenForSafeBrowsingBlock>;
 
 // ---- Network sharing ----
 inline constexpr auto& ZephlinkSDK_getNetworkSharingSettings =

@@ -418,6 +418,59 @@ class ZephlinkSDK {
 
   // ---- Safe browsing (sdk/families/safe_browsing.cpp) ----
 
+  // A service that cannot be reached is no error of a call: look at `connectFailed`. The configuration and the token
+  // are the service's own texts. Event where none is named: report_safe_browsing_settings.
+
+  /// Hands the service its configuration and connects to it. Event: also report_safe_browsing_connect_error.
+  ZephlinkSDK_SafeBrowsingResult initSafeBrowsing(const char* config, Callback<ZephlinkSDK_SafeBrowsingResult> callback,
+                                                  void* userData);
+
+  /// Keeps a configuration. The daemon refuses it under the name of the call above.
+  ZephlinkSDK_SafeBrowsingResult setSafeBrowsingConfig(const char* config,
+                                                       Callback<ZephlinkSDK_SafeBrowsingResult> callback,
+                                                       void* userData);
+
+  /// Switches lookups on or off.
+  ZephlinkSDK_SafeBrowsingResult setSafeBrowsingEnabled(bool enabled, Callback<ZephlinkSDK_SafeBrowsingResult> callback,
+                                                        void* userData);
+
+  /// How much the service logs. A value that is none is refused with ZephlinkSDK_Error_InvalidArgument.
+  ZephlinkSDK_SafeBrowsingResult setSafeBrowsingLogLevel(ZephlinkSDK_SafeBrowsingLogLevel level,
+                                                         Callback<ZephlinkSDK_SafeBrowsingResult> callback,
+                                                         void* userData);
+
+  /// How the current network is treated. A value that is none is refused with ZephlinkSDK_Error_InvalidArgument.
+  ZephlinkSDK_SafeBrowsingResult setSafeBrowsingSafeNetworkOverride(
+      ZephlinkSDK_SafeBrowsingSafeNetworkOverride networkOverride, Callback<ZephlinkSDK_SafeBrowsingResult> callback,
+      void* userData);
+
+  /// Hands the service a new token. Ends when the service is initialized. Event: also
+  /// report_safe_browsing_connect_error.
+  ZephlinkSDK_SafeBrowsingResult refreshSafeBrowsingToken(const char* token,
+                                                          Callback<ZephlinkSDK_SafeBrowsingResult> callback,
+                                                          void* userData);
+
+  /// Reports the current network as the home network; what `delay` and `timeout` count is the daemon's to say. Ends
+  /// as the call above does, and is refused under its name. The arguments stand behind the user data.
+  ZephlinkSDK_SafeBrowsingResult reportSafeBrowsingHomeNetwork(Callback<ZephlinkSDK_SafeBrowsingResult> callback,
+                                                               void* userData, std::uint32_t retries,
+                                                               std::uint64_t delay, std::uint64_t timeout);
+
+  /// The settings.
+  ZephlinkSDK_SafeBrowsingResult getSafeBrowsing(Callback<ZephlinkSDK_SafeBrowsingResult> callback, void* userData);
+
+  /// The counters. Event: report_safe_browsing_stats.
+  ZephlinkSDK_SafeBrowsingStatsResult getSafeBrowsingStats(Callback<ZephlinkSDK_SafeBrowsingStatsResult> callback,
+                                                           void* userData);
+
+  /// Every lookup that fails. Event: report_safe_browsing_lookup_error.
+  ZephlinkSDK_SafeBrowsingErrorResult listenForSafeBrowsingError(Callback<ZephlinkSDK_SafeBrowsingErrorResult> callback,
+                                                                 void* userData);
+
+  /// Every host that is blocked or redirected. Event: report_safe_browsing_block.
+  ZephlinkSDK_SafeBrowsingBlockResult listenForSafeBrowsingBlock(Callback<ZephlinkSDK_SafeBrowsingBlockResult> callback,
+                                                                 void* userData);
+
   // ---- Network sharing (sdk/families/network_sharing.cpp) ----
 
   /// This machine's settings. Event: report_networksharing_settings, which answers the setters below too.

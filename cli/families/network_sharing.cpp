@@ -30,7 +30,7 @@ void printDiscovery(const ZephlinkSDK_NetworkSharingDiscoveryResult& record) {
   writeJson(stdout, value);
 }
 
-Json::Value toJson(const ZephlinkSDK_NetworkSharingPeerRole& role) {
+Json::Value roleToJson(const ZephlinkSDK_NetworkSharingPeerRole& role) {
   Json::Value value(Json::objectValue);
   value["allowed"] = role.allowed;
   value["peerStatus"] = peerStatusText(role.peerStatus);
@@ -43,15 +43,15 @@ Json::Value toJson(const ZephlinkSDK_NetworkSharingPeerRole& role) {
   return value;
 }
 
-Json::Value toJson(const ZephlinkSDK_NetworkSharingPeer& peer) {
+Json::Value peerToJson(const ZephlinkSDK_NetworkSharingPeer& peer) {
   Json::Value value(Json::objectValue);
   value["uuid"] = peer.uuid;
   value["autoReconnect"] = peer.autoReconnect;
   value["haveAuthToken"] = peer.haveAuthToken;
   value["supportsHost"] = peer.supportsHost;
   value["displayName"] = peer.displayName;
-  value["peerAsClient"] = toJson(peer.peerAsClient);
-  value["peerAsHost"] = toJson(peer.peerAsHost);
+  value["peerAsClient"] = roleToJson(peer.peerAsClient);
+  value["peerAsHost"] = roleToJson(peer.peerAsHost);
   return value;
 }
 
@@ -153,9 +153,7 @@ constexpr Action kWords[] = {
 }  // namespace
 
 void printShares(const ZephlinkSDK_NetworkSharingAvailableSharesResult& record) {
-  Json::Value value(Json::arrayValue);
-  for (std::size_t i = 0; i < record.peerCount; ++i) value.append(toJson(record.peers[i]));
-  writeJson(stdout, value);
+  writeJson(stdout, toJsonArray(record.peers, record.peerCount, peerToJson));
 }
 
 int networkSharing(Words words) { return dispatchWord(kWords, words, usage::networksharing); }

@@ -25,7 +25,4 @@ int log(Words) { return pending(); }
 int daemon(Words) { return pending(); }
 int showLogSettings(Words) { return pending(); }
 
-// safe_browsing.cpp
-int safeBrowsing(Words) { return pending(); }
-
 }  // namespace cli
