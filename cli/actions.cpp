@@ -123,6 +123,12 @@ int invalid(const char* usage) { return fault("Invalid", usage, kInvalidParamete
 
 int missing(const char* usage) { return fault("Missing", usage, kMissingParameters); }
 
+int tooMany(const char* format, std::size_t bound) {
+  char text[100];
+  std::snprintf(text, sizeof text, format, static_cast<int>(bound));
+  return invalid(text);
+}
+
 std::optional<bool> parseOnOff(const char* word) {
   if (equal(word, "on")) return true;
   if (equal(word, "off")) return false;

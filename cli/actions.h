@@ -4,6 +4,7 @@
 // `missing`, or a call whose record it prints. What it returns is the exit status. Handlers hold no state.
 #pragma once
 
+#include <cstddef>
 #include <cstring>
 #include <optional>
 #include <span>
@@ -41,6 +42,9 @@ int dispatchWord(std::span<const Action> rows, Words words, const char* usage);
 /// Tell the fault on standard error, with the usage text of the action, and return its status.
 int invalid(const char* usage);
 int missing(const char* usage);
+
+/// The same for too many words of a list: the bound stands in for the usage text, with a line end of its own.
+int tooMany(const char* format, std::size_t bound);
 
 inline bool equal(const char* word, const char* other) { return std::strcmp(word, other) == 0; }
 

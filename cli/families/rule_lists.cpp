@@ -1,7 +1,5 @@
 #include "cli/families/rule_lists.h"
 
-#include <cstdio>
-
 #include "cli/families/port_rules.h"
 #include "cli/output.h"
 #include "cli/parsers.h"
@@ -19,11 +17,7 @@ Json::Value toJson(const ZephlinkSDK_RuleLists& lists) {
 }
 
 std::optional<int> readRules(Words words, RuleList<PortRule>& list, const char* usage) {
-  if (words.size() > ZephlinkSDK_MaxRules) {
-    char text[100];
-    std::snprintf(text, sizeof text, usage::tooManyPortsFormat, static_cast<int>(ZephlinkSDK_MaxRules));
-    return invalid(text);
-  }
+  if (words.size() > ZephlinkSDK_MaxRules) return tooMany(usage::tooManyPortsFormat, ZephlinkSDK_MaxRules);
   list.count = static_cast<std::uint16_t>(words.size());
   // Low ports and ranges are welcome here.
   if (!parseProtocolPortList(list.count, words.data(), list.rules, true, true)) return invalid(usage);

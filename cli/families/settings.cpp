@@ -66,13 +66,6 @@ int changeRetry(Words words, const char* usage, Method& method) {
   return words.empty() ? invalid(usage) : changeOne(words, usage, parseU32, method);
 }
 
-/// The number stands in for the usage text, with a line end of its own.
-int tooMany(const char* format, std::size_t bound) {
-  char text[100];
-  std::snprintf(text, sizeof text, format, static_cast<int>(bound));
-  return invalid(text);
-}
-
 }  // namespace
 
 void printSettings(const ZephlinkSDK_SettingsResult& record) {
