@@ -267,7 +267,9 @@ TEST(Adapters, ReadEachMemberAsItComes) {
                                   {"ssid", "connectedNetworkName"},
                                   {"bssid", "connectedNetworkBSSID"},
                                   {"isp", "isp"}}) {
-    showsAdapters("[{\"" + wire + "\":\"" + longText + "\"}]", printed("[" + almostBare("", key, cut) + "]"));
+    std::string adapter = "[{\"" + wire;
+    adapter += "\":\"" + longText + "\"}]";
+    showsAdapters(adapter, printed("[" + almostBare("", key, cut) + "]"));
   }
   // Of the wrong kind, an adapter is one without members.
   showsAdapters(R"([7,null])", printed("[" + almostBare("") + "," + almostBare("") + "]"));

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "tests/program_case.h"
 #include "tests/sdk/host.h"
 
 namespace tests {
@@ -21,32 +22,31 @@ TEST(Settings, RefuseArgumentsBeforeAnythingIsSent) {
   zephlinksdk::ZephlinkSDK* sdk = owner.get();
   constexpr auto kPriority = static_cast<ZephlinkSDK_ConnectionPriority>(5);
   constexpr auto kMode = ZephlinkSDK_ConnectionDirectionalMode_On;
-  const ZephlinkSDK_Result results[] = {
-      ZephlinkSDK_setConnectionTransportMode(sdk, ZephlinkSDK_TransportMode_Proxy, nullptr, nullptr),
-      ZephlinkSDK_setConnectionTransportMode(sdk, ZephlinkSDK_TransportMode_Share, nullptr, nullptr),
-      ZephlinkSDK_setConnectionEncryption(sdk, nullptr, true, nullptr, nullptr),
-      ZephlinkSDK_setForwardPorts(sdk, 1, nullptr, nullptr, nullptr),
-      ZephlinkSDK_setDownstreamSubnets(sdk, 1, nullptr, nullptr, nullptr),
-      ZephlinkSDK_setConnectionPriorities(sdk, "eth0", kPriority, nullptr, nullptr),
-      ZephlinkSDK_setConnectionPriorities(sdk, nullptr, ZephlinkSDK_ConnectionPriority_Never, nullptr, nullptr),
-      ZephlinkSDK_setConnectionDirectionalMode(sdk, nullptr, kMode, kMode, nullptr, nullptr),
-      ZephlinkSDK_setConnectionRateLimit(sdk, nullptr, 1, nullptr, nullptr),
-      ZephlinkSDK_setConnectionRateLimit(sdk, nullptr, nullptr, nullptr),
-      ZephlinkSDK_setAdapterMonthlyDataLimit(sdk, nullptr, 1, 1, nullptr, nullptr),
-      ZephlinkSDK_setAdapterDailyDataLimit(sdk, nullptr, nullptr, nullptr),
-      ZephlinkSDK_addAdapterDailyDataLimitBoost(sdk, nullptr, 1, nullptr, nullptr),
-      ZephlinkSDK_setAdapterOverlimitRatelimit(sdk, nullptr, 1, nullptr, nullptr),
-      ZephlinkSDK_resetAdapterUsage(sdk, nullptr, nullptr, nullptr),
-      ZephlinkSDK_setDNSServers(sdk, 1, nullptr, nullptr, nullptr),
-      ZephlinkSDK_setCaptivePortalLoginMode(sdk, true, nullptr, nullptr, nullptr),
-      ZephlinkSDK_getAdapters(nullptr, nullptr, nullptr),
-      ZephlinkSDK_setConnectionRateLimit(nullptr, "eth0", nullptr, nullptr),
-  };
-  for (const ZephlinkSDK_Result& result : results) {
+  const auto expectRefused = [](const ZephlinkSDK_Result& result) {
     EXPECT_TRUE(result.hasError);
     EXPECT_EQ(result.errorCode, ZephlinkSDK_Error_InvalidArgument);
     EXPECT_STREQ(result.errorMessage, "An invalid argument was supplied");
-  }
+  };
+  expectRefused(ZephlinkSDK_setConnectionTransportMode(sdk, ZephlinkSDK_TransportMode_Proxy, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setConnectionTransportMode(sdk, ZephlinkSDK_TransportMode_Share, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setConnectionEncryption(sdk, nullptr, true, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setForwardPorts(sdk, 1, nullptr, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setDownstreamSubnets(sdk, 1, nullptr, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setConnectionPriorities(sdk, "eth0", kPriority, nullptr, nullptr));
+  expectRefused(
+      ZephlinkSDK_setConnectionPriorities(sdk, nullptr, ZephlinkSDK_ConnectionPriority_Never, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setConnectionDirectionalMode(sdk, nullptr, kMode, kMode, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setConnectionRateLimit(sdk, nullptr, 1, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setConnectionRateLimit(sdk, nullptr, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setAdapterMonthlyDataLimit(sdk, nullptr, 1, 1, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setAdapterDailyDataLimit(sdk, nullptr, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_addAdapterDailyDataLimitBoost(sdk, nullptr, 1, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setAdapterOverlimitRatelimit(sdk, nullptr, 1, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_resetAdapterUsage(sdk, nullptr, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setDNSServers(sdk, 1, nullptr, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setCaptivePortalLoginMode(sdk, true, nullptr, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_getAdapters(nullptr, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setConnectionRateLimit(nullptr, "eth0", nullptr, nullptr));
   // Behind anything that might have been sent.
   EXPECT_FALSE(ZephlinkSDK_getSettings(sdk, nullptr, nullptr).hasError);
   EXPECT_EQ(daemon.heard().size(), 1U);
@@ -83,17 +83,18 @@ TEST(Settings, SendNoMoreThanTheDaemonTakes) {
 
   std::string nineSubnets;
   for (int i = 0; i < 9; ++i) nineSubnets += R"({"address":"","prefix_length":0},)";
-  EXPECT_EQ(
-      daemon.heard(),
-      (std::vector<std::string>{
-          R"(["set_connection_forward_ports",{"forward_ports":[{"port":1,"portRangeEnd":0,"proto":"udp"},)"
-          R"({"port":65535,"portRangeEnd":0}]},"zephlink_sdk"])",
-          R"(["set_connection_forward_ports",{"forward_ports":[]},"zephlink_sdk"])",
-          R"(["set_downstream_subnets",{"downstream_subnets":[)" + nineSubnets + R"({"address":")" +
-              std::string(46, 'a') + R"(","prefix_length":255}]},"zephlink_sdk"])",
-          R"(["set_dns_servers",{"dns_addresses":["1.1.1.1","",")" + std::string(46, 'd') + R"("]},"zephlink_sdk"])",
-          R"(["set_cplogin_enable",{"enable":false,"network":"eth0"},"zephlink_sdk"])",
-          R"(["set_connection_transport",{"transport_mode":"auto"},"zephlink_sdk"])"}));
+  const std::string ports =
+      R"({"forward_ports":[{"port":1,"portRangeEnd":0,"proto":"udp"},{"port":65535,"portRangeEnd":0}]})";
+  const std::string lastSubnet = R"({"address":")" + std::string(46, 'a') + R"(","prefix_length":255})";
+  const std::vector<std::string> sent = {
+      request("set_connection_forward_ports", ports),
+      request("set_connection_forward_ports", R"({"forward_ports":[]})"),
+      request("set_downstream_subnets", "{\"downstream_subnets\":[" + nineSubnets + lastSubnet + "]}"),
+      request("set_dns_servers", R"({"dns_addresses":["1.1.1.1","",")" + std::string(46, 'd') + "\"]}"),
+      request("set_cplogin_enable", R"({"enable":false,"network":"eth0"})"),
+      request("set_connection_transport", R"({"transport_mode":"auto"})"),
+  };
+  EXPECT_EQ(daemon.heard(), sent);
 }
 
 TEST(Settings, ReadWhatIsNotPrinted) {
