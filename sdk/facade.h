@@ -223,6 +223,12 @@ inline constexpr auto& ZephlinkSDK_setLocalProxyDomainWatchlistEnable =
     zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setLocalProxyDomainWatchlistEnable>;
 
 // ---- Speed tests and disconnect reason ----
+inline constexpr auto& ZephlinkSDK_getSpeedTestResults =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getSpeedTestResults>;
+inline constexpr auto& ZephlinkSDK_startSpeedTest = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::startSpeedTest>;
+inline constexpr auto& ZephlinkSDK_startStreamTest = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::startStreamTest>;
+inline constexpr auto& ZephlinkSDK_getLastDisconnectEvent =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getLastDisconnectEvent>;
 
 // ---- Logs, reports and daemon control ----
 

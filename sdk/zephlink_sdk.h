@@ -414,6 +414,22 @@ class ZephlinkSDK {
 
   // ---- Speed tests and disconnect reason (sdk/families/speed_tests.cpp) ----
 
+  /// The runs that the daemon keeps, the first ZephlinkSDK_MaxSpeedTestRuns of them in its order. Event:
+  /// report_speedtest_results.
+  ZephlinkSDK_SpeedTestResult getSpeedTestResults(Callback<ZephlinkSDK_SpeedTestResult> callback, void* userData);
+
+  /// Runs a test and returns it alone, as the newest of the runs in the report; no run when none of them is dated. A
+  /// run that failed is no error of the call. Ends within 60 seconds; the daemon's test goes on beyond. Event:
+  /// report_speedtest_results, which any other end of a test sends too.
+  ZephlinkSDK_SpeedTestResult startSpeedTest(Callback<ZephlinkSDK_SpeedTestResult> callback, void* userData);
+
+  /// The same for a stream test. Ends within 200 seconds.
+  ZephlinkSDK_SpeedTestResult startStreamTest(Callback<ZephlinkSDK_SpeedTestResult> callback, void* userData);
+
+  /// Why the last session ended. Event: report_disconnect_reason.
+  ZephlinkSDK_DisconnectEventResult getLastDisconnectEvent(Callback<ZephlinkSDK_DisconnectEventResult> callback,
+                                                           void* userData);
+
   // ---- Logs, reports and daemon control (sdk/families/logs.cpp) ----
 
   // ---- Safe browsing (sdk/families/safe_browsing.cpp) ----

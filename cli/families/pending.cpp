@@ -14,12 +14,6 @@ int pending() {
 
 }  // namespace
 
-// speed_tests.cpp
-int speedTest(Words) { return pending(); }
-int streamTest(Words) { return pending(); }
-int showSpeedTest(Words) { return pending(); }
-int showDisconnect(Words) { return pending(); }
-
 // logs.cpp
 int log(Words) { return pending(); }
 int daemon(Words) { return pending(); }
