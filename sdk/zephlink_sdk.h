@@ -432,6 +432,23 @@ class ZephlinkSDK {
 
   // ---- Logs, reports and daemon control (sdk/families/logs.cpp) ----
 
+  /// The daemon's log files. Event: report_log_settings, which answers the setter too.
+  ZephlinkSDK_LogSettingsResult getLogSettings(Callback<ZephlinkSDK_LogSettingsResult> callback, void* userData);
+
+  ZephlinkSDK_LogSettingsResult setDaemonLogSettings(ZephlinkSDK_DaemonLogSettings settings,
+                                                     Callback<ZephlinkSDK_LogSettingsResult> callback, void* userData);
+
+  /// Sends a problem report with a file, whose path (UTF-8) the daemon gets absolute and with links resolved. An empty
+  /// `email` and a file that is not there are refused with ZephlinkSDK_Error_InvalidArgument; a file system that cannot
+  /// tell is ZephlinkSDK_Error_Sdk with its own text. Ends within 60 seconds. Event: report_log_result.
+  ZephlinkSDK_LogReportResult sendLogReport(const char* email, const char* message, const char* filepath,
+                                            Callback<ZephlinkSDK_LogReportResult> callback, void* userData);
+
+  /// Nothing answers these two: they succeed at once, also when the daemon is down, and are sent as soon as it is
+  /// there.
+  ZephlinkSDK_Result eraseLogs();
+  ZephlinkSDK_Result exitDaemon();
+
   // ---- Safe browsing (sdk/families/safe_browsing.cpp) ----
 
   // A service that cannot be reached is no error of a call: look at `connectFailed`. The configuration and the token
