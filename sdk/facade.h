@@ -223,8 +223,20 @@ inline constexpr auto& ZephlinkSDK_setLocalProxyDomainWatchlistEnable =
     zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setLocalProxyDomainWatchlistEnable>;
 
 // ---- Speed tests and disconnect reason ----
+inline constexpr auto& ZephlinkSDK_getSpeedTestResults =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getSpeedTestResults>;
+inline constexpr auto& ZephlinkSDK_startSpeedTest = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::startSpeedTest>;
+inline constexpr auto& ZephlinkSDK_startStreamTest = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::startStreamTest>;
+inline constexpr auto& ZephlinkSDK_getLastDisconnectEvent =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getLastDisconnectEvent>;
 
 // ---- Logs, reports and daemon control ----
+inline constexpr auto& ZephlinkSDK_getLogSettings = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::getLogSettings>;
+inline constexpr auto& ZephlinkSDK_setDaemonLogSettings =
+    zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::setDaemonLogSettings>;
+inline constexpr auto& ZephlinkSDK_sendLogReport = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::sendLogReport>;
+inline constexpr auto& ZephlinkSDK_eraseLogs = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::eraseLogs>;
+inline constexpr auto& ZephlinkSDK_exitDaemon = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::exitDaemon>;
 
 // ---- Safe browsing ----
 inline constexpr auto& ZephlinkSDK_initSafeBrowsing = zephlinksdk::forward<&zephlinksdk::ZephlinkSDK::initSafeBrowsing>;

@@ -414,7 +414,40 @@ class ZephlinkSDK {
 
   // ---- Speed tests and disconnect reason (sdk/families/speed_tests.cpp) ----
 
+  /// The runs that the daemon keeps, the first ZephlinkSDK_MaxSpeedTestRuns of them in its order. Event:
+  /// report_speedtest_results.
+  ZephlinkSDK_SpeedTestResult getSpeedTestResults(Callback<ZephlinkSDK_SpeedTestResult> callback, void* userData);
+
+  /// Runs a test and returns it alone, as the newest of the runs in the report; no run when none of them is dated. A
+  /// run that failed is no error of the call. Ends within 60 seconds; the daemon's test goes on beyond. Event:
+  /// report_speedtest_results, which any other end of a test sends too.
+  ZephlinkSDK_SpeedTestResult startSpeedTest(Callback<ZephlinkSDK_SpeedTestResult> callback, void* userData);
+
+  /// The same for a stream test. Ends within 200 seconds.
+  ZephlinkSDK_SpeedTestResult startStreamTest(Callback<ZephlinkSDK_SpeedTestResult> callback, void* userData);
+
+  /// Why the last session ended. Event: report_disconnect_reason.
+  ZephlinkSDK_DisconnectEventResult getLastDisconnectEvent(Callback<ZephlinkSDK_DisconnectEventResult> callback,
+                                                           void* userData);
+
   // ---- Logs, reports and daemon control (sdk/families/logs.cpp) ----
+
+  /// The daemon's log files. Event: report_log_settings, which answers the setter too.
+  ZephlinkSDK_LogSettingsResult getLogSettings(Callback<ZephlinkSDK_LogSettingsResult> callback, void* userData);
+
+  ZephlinkSDK_LogSettingsResult setDaemonLogSettings(ZephlinkSDK_DaemonLogSettings settings,
+                                                     Callback<ZephlinkSDK_LogSettingsResult> callback, void* userData);
+
+  /// Sends a problem report with a file, whose path (UTF-8) the daemon gets absolute and with links resolved. An empty
+  /// `email` and a file that is not there are refused with ZephlinkSDK_Error_InvalidArgument; a file system that cannot
+  /// tell is ZephlinkSDK_Error_Sdk with its own text. Ends within 60 seconds. Event: report_log_result.
+  ZephlinkSDK_LogReportResult sendLogReport(const char* email, const char* message, const char* filepath,
+                                            Callback<ZephlinkSDK_LogReportResult> callback, void* userData);
+
+  /// Nothing answers these two: they succeed at once, also when the daemon is down, and are sent as soon as it is
+  /// there.
+  ZephlinkSDK_Result eraseLogs();
+  ZephlinkSDK_Result exitDaemon();
 
   // ---- Safe browsing (sdk/families/safe_browsing.cpp) ----
 

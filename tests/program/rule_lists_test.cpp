@@ -1,9 +1,7 @@
 // The rule lists of firewall, streaming and local proxy: four kinds in three families, and what is around them.
 #include <gtest/gtest.h>
-#include <json/json.h>
 
 #include <functional>
-#include <sstream>
 
 #include "tests/program_case.h"
 
@@ -75,19 +73,6 @@ std::string joined(const std::vector<int>& numbers, const std::function<std::str
   return "[" + all + "]";
 }
 
-std::string request(const std::string& name, const std::string& members = "null") {
-  return "[\"" + name + "\"," + members + ",\"zephlink_sdk\"]";
-}
-
-/// The layout of all output.
-std::string laidOut(const std::string& json) {
-  Json::Value value;
-  std::istringstream(json) >> value;
-  Json::StreamWriterBuilder builder;
-  builder["emitUTF8"] = true;
-  return Json::writeString(builder, value);
-}
-
 /// An edit of one list: the daemon has `had`, must hear `wanted`, and answers with `answered`.
 ProgramCase editCase(const Family& family, const Kind& kind, const std::string& edit, const std::vector<int>& words,
                      const std::vector<int>& had, const std::vector<int>& wanted) {
@@ -107,7 +92,7 @@ ProgramCase editCase(const Family& family, const Kind& kind, const std::string& 
   };
   row.answers[family.get()] = {family.report("{" + lists(had, kind.wire))};
   row.answers[family.set(kind)] = {family.report("{" + lists(answered, kind.wire))};
-  row.out = laidOut("{" + family.printed + lists(answered, kind.printed));
+  row.out = printed("{" + family.printed + lists(answered, kind.printed));
   return row;
 }
 
@@ -167,7 +152,7 @@ ProgramCase setCase(const std::string& kind, std::vector<std::string> rules, con
   row.words.insert(row.words.end(), rules.begin(), rules.end());
   row.sent = {request("set_firewall_" + kind, "{\"" + kind + "\":" + wire + "}")};
   row.answers["set_firewall_" + kind] = {kFirewall.report("{}")};
-  row.out = laidOut(R"({"domains":[],"ipv4":[],"ipv6":[],"mode":"off","ports":[]})");
+  row.out = printed(R"({"domains":[],"ipv4":[],"ipv6":[],"mode":"off","ports":[]})");
   return row;
 }
 
@@ -239,11 +224,9 @@ TEST(RuleLists, TellsARefusal) {
       const bool outOfLine = family == &kBypass && kind == &kPorts;
       const std::string setting = outOfLine ? "set_firewall_ports" : family->set(*kind);
       ProgramCase row = editCase(*family, *kind, "add", {1}, {}, {1});
-      row.answers[family->set(*kind)] = {
-          event("report_settings_error", R"({"setting":"x","type":12,"msg":"Another one"})"),
-          event("report_settings_error", "{\"setting\":\"" + setting + R"(","type":11,"msg":"Locked"})")};
+      row.answers[family->set(*kind)] = {refusedSetting("x"), refusedSetting(setting)};
       row.out = "";
-      row.err = errorObject(11, "Setting locked by server configuration", "Locked");
+      row.err = refusedSettingError();
       row.status = 1;
       check(row);
     }
@@ -266,16 +249,14 @@ TEST(RuleLists, EndsWhenTheListCannotBeRead) {
 
 TEST(RuleLists, LocalProxyPortsTimeOutBehindARefusalUnderTheirOwnName) {
   ProgramCase row = editCase(kBypass, kPorts, "set", {1}, {}, {1});
-  row.answers["set_localproxy_ports"] = {
-      event("report_settings_error", R"({"setting":"set_localproxy_ports","type":11,"msg":"Locked"})")};
+  row.answers["set_localproxy_ports"] = {refusedSetting("set_localproxy_ports")};
   check(timedOut(row));
 }
 
 TEST(RuleLists, NoRefusalEndsTheSwitchOfAService) {
   check(timedOut({.words = {"streamingbypass", "service", "Films", "on"},
                   .answers = {{"set_localproxy_domainwatchlist_enable",
-                               {event("report_settings_error",
-                                      R"({"setting":"set_localproxy_domainwatchlist_enable","type":1,"msg":"x"})")}}},
+                               {refusedSetting("set_localproxy_domainwatchlist_enable")}}},
                   .sent = {request("set_localproxy_domainwatchlist_enable", R"({"enabled":true,"title":"Films"})")}}));
 }
 
@@ -292,20 +273,20 @@ constexpr const char* kPrintedLists =
     R"({"port":0,"portRangeEnd":65535,"protocol":"tcp"},{"port":0,"protocol":"udp"},{"port":0,"protocol":"tcp"}])";
 constexpr const char* kNoLists = R"("domains":[],"ipv4":[],"ipv6":[],"ports":[])";
 
-ProgramCase showCase(const char* word, const Family& family, const std::string& data, const std::string& printed) {
+ProgramCase showCase(const char* word, const Family& family, const std::string& data, const std::string& shown) {
   return {.words = {"show", word},
           .answers = {{family.get(), {family.report(data)}}},
           .sent = {request(family.get())},
-          .out = laidOut(printed)};
+          .out = printed(shown)};
 }
 
 TEST(RuleLists, PrintsReports) {
   const std::string lists = kLists;
-  const std::string printed = kPrintedLists;
+  const std::string shown = kPrintedLists;
   const std::string none = kNoLists;
-  check(showCase("firewall", kFirewall, R"({"mode":"denylist",)" + lists + "}",
-                 R"({"mode":"denylist",)" + printed + "}"));
-  check(showCase("streaming", kStreaming, "{" + lists + "}", "{" + printed + "}"));
+  check(
+      showCase("firewall", kFirewall, R"({"mode":"denylist",)" + lists + "}", R"({"mode":"denylist",)" + shown + "}"));
+  check(showCase("streaming", kStreaming, "{" + lists + "}", "{" + shown + "}"));
   check(showCase("streamingbypass", kBypass,
                  R"({"enabled":false,"watchlist_enabled":true,"matchMode":"denylist","domain_watchlist":[)"
                  R"({"title":"Films","enabled":true,"watchedDomains":["a"],"proxiedDomains":["b"]},)"
@@ -313,7 +294,7 @@ TEST(RuleLists, PrintsReports) {
                      lists + "}",
                  R"({"domainWatchlistEnabled":true,"services":[{"enabled":true,"title":"Films"},)"
                  R"({"enabled":false,"title":"01234567890123456789012345678"},{"enabled":false,"title":""}],)" +
-                     printed + "}"));
+                     shown + "}"));
   check(showCase("localproxy", kBypass, R"({"enabled":true,"watchlist_enabled":false})", R"({"enabled":true})"));
   for (const char* data : {"null", "{}", "[]", R"({"domains":"a","ipv4":4,"ipv6":null,"ports":true,"mode":1})"}) {
     check(showCase("firewall", kFirewall, data, R"({"mode":"off",)" + none + "}"));
@@ -341,13 +322,12 @@ TEST(Firewall, SetsItsMode) {
     check({.words = {"firewall", "mode", mode, "extra"},
            .answers = {{"set_firewall_mode", {kFirewall.report("{\"mode\":\"" + mode + "\"}")}}},
            .sent = {request("set_firewall_mode", "{\"mode\":\"" + mode + "\"}")},
-           .out = laidOut("{\"mode\":\"" + mode + "\"," + kNoLists + "}")});
+           .out = printed("{\"mode\":\"" + mode + "\"," + kNoLists + "}")});
   }
   check({.words = {"firewall", "mode", "off"},
-         .answers = {{"set_firewall_mode",
-                      {event("report_settings_error", R"({"setting":"set_firewall_mode","type":12,"msg":"No"})")}}},
+         .answers = {{"set_firewall_mode", {refusedSetting("set_firewall_mode")}}},
          .sent = {request("set_firewall_mode", R"({"mode":"off"})")},
-         .err = errorObject(12, "Setting locked by account configuration", "No"),
+         .err = refusedSettingError(),
          .status = 1});
   check(missingCase({"firewall", "mode"}, "firewall mode <off|allowlist|denylist>"));
   check(invalidCase({"firewall", "mode", "Unknown mode"}, "firewall mode <off|allowlist|denylist>"));
@@ -357,7 +337,7 @@ TEST(LocalProxy, SwitchesItselfAndItsServices) {
   const auto switchCase = [](std::vector<std::string> words, const std::string& name, const std::string& members) {
     ProgramCase row{.words = std::move(words), .sent = {request(name, members)}};
     row.answers[name] = {kBypass.report(R"({"enabled":true,"watchlist_enabled":true})")};
-    row.out = laidOut(row.words[0] == "localproxy"
+    row.out = printed(row.words[0] == "localproxy"
                           ? R"({"enabled":true})"
                           : R"({"domainWatchlistEnabled":true,"services":[],)" + std::string(kNoLists) + "}");
     return row;

@@ -1,0 +1,183 @@
+// The daemon's log files, problem reports and the daemon's end.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+#include "tests/process.h"
+#include "tests/program_case.h"
+
+namespace tests {
+namespace {
+
+constexpr const char* kLogUsage = "log <erase|daemon>";
+constexpr const char* kDaemonUsage =
+    "log daemon <file size> <files per daemon> <total files> <verbose|info|warn|error>";
+constexpr const char* kReportUsage = "log report <email> <message> <filepath>";
+
+std::string settings(const std::string& data) { return event("report_log_settings", data); }
+
+std::string shownSettings(const std::string& fileSize, const std::string& files, const std::string& total,
+                          const std::string& level) {
+  return "{\n\t\"daemon\" : \n\t{\n\t\t\"fileSize\" : " + fileSize + ",\n\t\t\"filesPerDaemon\" : " + files +
+         ",\n\t\t\"logLevel\" : " + level + ",\n\t\t\"totalFiles\" : " + total + "\n\t}\n}";
+}
+
+TEST(LogSettings, PrintTheirNumbers) {
+  const auto show = [](const std::string& data, const std::string& out) {
+    check({.words = {"show", "logsettings"},
+           .answers = {{"request_log_settings", {settings(data)}}},
+           .sent = {request("request_log_settings")},
+           .out = out});
+  };
+  int number = 0;
+  for (const std::string level : {"verbose", "info", "warn", "error"}) {
+    show(R"({"daemon":{"file_size":11,"files_per_daemon":12,"total_files":13,"log_level":")" + level + "\"}}",
+         shownSettings("11", "12", "13", std::to_string(number++)));
+  }
+  show(R"({"daemon":{"file_size":-2147483648,"files_per_daemon":2147483648,"total_files":"3","log_level":"Info"}})",
+       shownSettings("-2147483648", "0", "0", "0"));
+  for (const char* data : {"null", "{}", "[]", R"({"daemon":5})", R"({"daemon":{"log_level":2}})"}) {
+    show(data, shownSettings("0", "0", "0", "0"));
+  }
+}
+
+TEST(LogSettings, AreSentAsTheWordsRead) {
+  const auto set = [](std::vector<std::string> words, const std::string& numbers) {
+    ProgramCase row{.words = {"log", "daemon"}};
+    row.words.insert(row.words.end(), words.begin(), words.end());
+    row.answers["set_daemon_log_settings"] = {refusedSetting("daemon"),
+                                              settings(R"({"daemon":{"file_size":5,"log_level":"warn"}})")};
+    row.sent = {request("set_daemon_log_settings", "{\"daemon\":{" + numbers + "}}")};
+    row.out = shownSettings("5", "0", "0", "2");
+    return row;
+  };
+  check(set({"1", "2", "3", "verbose"}, R"("file_size":1,"files_per_daemon":2,"log_level":"verbose","total_files":3)"));
+  check(set({"a", "", "-x", "info"}, R"("file_size":0,"files_per_daemon":0,"log_level":"info","total_files":0)"));
+  check(set({"-5", " 6", "7x", "error"}, R"("file_size":-5,"files_per_daemon":6,"log_level":"error","total_files":7)"));
+  ProgramCase row =
+      set({"1", "2", "3", "warn"}, R"("file_size":1,"files_per_daemon":2,"log_level":"warn","total_files":3)");
+  row.answers["set_daemon_log_settings"] = {refusedSetting("set_daemon_log_settings")};
+  row.out = "";
+  row.err = refusedSettingError();
+  row.status = 1;
+  check(row);
+}
+
+TEST(Logs, TellFaultsOfTheirWords) {
+  check(missingCase({"log"}, kLogUsage));
+  check(invalidCase({"log", "logs"}, kLogUsage));
+  check(invalidCase({"log", "daemon"}, kDaemonUsage));
+  check(invalidCase({"log", "daemon", "1", "2", "3"}, kDaemonUsage));
+  check(invalidCase({"log", "daemon", "1", "2", "3", "info", "x"}, kDaemonUsage));
+  check(invalidCase({"log", "daemon", "1", "2", "3", "Info"}, kDaemonUsage));
+  check(invalidCase({"log", "report"}, kReportUsage));
+  check(invalidCase({"log", "report", "a@b.example", "text"}, kReportUsage));
+  check(invalidCase({"log", "report", "a@b.example", "text", ".", "x"}, kReportUsage));
+  check(missingCase({"daemon"}, "daemon exit"));
+  check(invalidCase({"daemon", "Exit"}, "daemon exit"));
+  check(invalidCase({"daemon", "exit", "now"}, "daemon exit"));
+}
+
+/// A directory that lasts as long as its test.
+class LogReport : public testing::Test {
+ protected:
+  LogReport() {
+    std::filesystem::create_directories(folder / "inner");
+    std::ofstream(file) << "log";
+  }
+  ~LogReport() override { std::filesystem::remove_all(folder); }
+
+  static ProgramCase reportCase(const std::string& path, const std::string& answer) {
+    return {.words = {"log", "report", "a@b.example", "It is \"slow\"", path},
+            .answers = {{"send_log_report", {event("report_log_result", answer)}}}};
+  }
+  std::string sentFor(const std::filesystem::path& path) const {
+    return request("send_log_report",
+                   R"({"email":"a@b.example","filename":)" + quoted(path) + R"(,"message":"It is \"slow\""})");
+  }
+
+  const std::filesystem::path folder = std::filesystem::canonical(std::filesystem::temp_directory_path()) /
+                                       ("zephctl_logs_" + std::to_string(std::random_device()()));
+  const std::filesystem::path file = folder / "daemon.log";
+
+ private:
+  static std::string quoted(const std::filesystem::path& path) {
+    std::string text = "\"";
+    for (const char letter : path.string()) text += letter == '\\' ? "\\\\" : std::string(1, letter);
+    return text + "\"";
+  }
+};
+
+constexpr const char* kTicket = "{\n\t\"ticketId\" : \"T-1\"\n}";
+
+TEST_F(LogReport, SendsTheCanonicalPath) {
+  for (const std::filesystem::path& path :
+       {file, folder / "inner" / ".." / "daemon.log", std::filesystem::relative(file)}) {
+    ProgramCase row = reportCase(path.string(), R"({"type":0,"msg":"ignored","ticket_id":"T-1"})");
+    row.sent = {sentFor(file)};
+    row.out = kTicket;
+    check(row);
+  }
+  // A directory will do.
+  ProgramCase row = reportCase(folder.string(), R"({"ticket_id":"T-1"})");
+  row.sent = {sentFor(folder)};
+  row.out = kTicket;
+  check(row);
+}
+
+TEST_F(LogReport, PrintsTheAnswer) {
+  ProgramCase row = reportCase(file.string(), R"({"type":null,"ticket_id":")" + std::string(40, 't') + "\"}");
+  row.sent = {sentFor(file)};
+  row.out = "{\n\t\"ticketId\" : \"" + std::string(31, 't') + "\"\n}";
+  check(row);
+  row.answers["send_log_report"] = {event("report_log_result", R"({"type":6,"msg":"Later","ticket_id":"T-1"})")};
+  row.out = "";
+  row.err = errorObject(6, "Too many requests are being made by this device", "Later");
+  row.status = 1;
+  check(row);
+}
+
+TEST_F(LogReport, RefusesWhatIsNotThere) {
+  for (const auto& [email, path] : {std::pair<std::string, std::string>{"a@b.example", (folder / "none.log").string()},
+                                    {"a@b.example", (folder / "none" / "daemon.log").string()},
+                                    {"a@b.example", ""},
+                                    {"", file.string()}}) {
+    check({.words = {"log", "report", email, "text", path},
+           .err = errorObject(3842, "An invalid argument was supplied", "An invalid argument was supplied"),
+           .status = 1});
+  }
+}
+
+TEST(Logs, SucceedInSilenceWithoutADaemon) {
+  std::uint16_t port = 0;
+  { port = ScriptedDaemon().port(); }
+  for (const std::vector<std::string>& words : {std::vector<std::string>{"daemon", "exit"}, {"log", "erase"}}) {
+    const ProgramRun run = zephctl(port, words);
+    EXPECT_EQ(run.out + run.err, "");
+    EXPECT_EQ(run.status, 0);
+  }
+}
+
+/// The process ends at once, and what it had to say has left all the same.
+TEST(Logs, LeaveBeforeTheProcessEnds) {
+  ScriptedDaemon daemon;
+  std::vector<std::string> sent;
+  for (int i = 0; i < 200; ++i) {
+    const bool erase = i % 10 == 0;
+    const ProgramRun run = zephctl(daemon.port(), erase ? std::vector<std::string>{"log", "erase", "now"}
+                                                        : std::vector<std::string>{"daemon", "exit"});
+    EXPECT_EQ(run.out + run.err, "");
+    EXPECT_EQ(run.status, 0);
+    sent.push_back(request(erase ? "erase_all_log_files" : "exit"));
+  }
+  ASSERT_TRUE(daemon.waitForRequests(sent.size()));
+  const auto heard = daemon.heard();
+  EXPECT_EQ(std::count(heard.begin(), heard.end(), sent[0]), 20);
+  EXPECT_EQ(std::count(heard.begin(), heard.end(), sent[1]), 180);
+}
+
+}  // namespace
+}  // namespace tests
