@@ -17,8 +17,6 @@ namespace tests {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience{30};
-
 int countOf(std::string_view text, std::string_view part) {
   int count = 0;
   for (std::size_t at = text.find(part); at != std::string_view::npos; at = text.find(part, at + part.size())) ++count;
@@ -227,15 +225,17 @@ void Process::collect(Stream& stream, std::intptr_t pipe) {
   });
 }
 
-bool Process::waitFor(Stream& stream, std::string_view text, int times) {
+bool Process::waitFor(Stream& stream, std::string_view text, int times, std::chrono::milliseconds patience) {
   std::unique_lock lock(mutex);
-  changed.wait_for(lock, kPatience, [&] { return stream.ended || countOf(stream.text, text) >= times; });
+  changed.wait_for(lock, patience, [&] { return stream.ended || countOf(stream.text, text) >= times; });
   return countOf(stream.text, text) >= times;
 }
 
-bool Process::waitForOutput(std::string_view text, int times) { return waitFor(out, text, times); }
+bool Process::waitForOutput(std::string_view text, int times, std::chrono::milliseconds patience) {
+  return waitFor(out, text, times, patience);
+}
 
-bool Process::waitForError(std::string_view text) { return waitFor(err, text, 1); }
+bool Process::waitForError(std::string_view text) { return waitFor(err, text, 1, kPatience); }
 
 ProgramRun zephctl(std::uint16_t port, const std::vector<std::string>& words, std::string_view input) {
   std::vector<std::string> all{ZEPHCTL_PATH, "-p", std::to_string(port)};

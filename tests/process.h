@@ -28,8 +28,10 @@ class Process {
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
 
-  /// Waits until standard output holds `text` `times` times. False when the program ends before, or after 30 seconds.
-  bool waitForOutput(std::string_view text, int times = 1);
+  static constexpr std::chrono::milliseconds kPatience{30000};
+
+  /// Waits until standard output holds `text` `times` times. False when the program ends before, or after `patience`.
+  bool waitForOutput(std::string_view text, int times = 1, std::chrono::milliseconds patience = kPatience);
   bool waitForError(std::string_view text);
 
   void kill();
@@ -46,7 +48,7 @@ class Process {
   };
 
   void collect(Stream& stream, std::intptr_t pipe);
-  bool waitFor(Stream& stream, std::string_view text, int times);
+  bool waitFor(Stream& stream, std::string_view text, int times, std::chrono::milliseconds patience);
 
   std::mutex mutex;
   std::condition_variable changed;

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <utility>
 
 #include "sdk/link/json.h"
-#include "tests/process.h"
 
 namespace tests {
 
@@ -72,6 +72,20 @@ ProgramCase invalidCase(std::vector<std::string> words, const std::string& usage
 
 ProgramCase missingCase(std::vector<std::string> words, const std::string& usage) {
   return fault("Missing", std::move(words), usage, 3);
+}
+
+bool sendUntilPrinted(ScriptedDaemon& daemon, Process& run, const std::string& text, const std::string& printed) {
+  constexpr std::chrono::milliseconds kStep{50};
+  for (auto patience = Process::kPatience; patience.count() > 0; patience -= kStep) {
+    daemon.send(text);
+    if (run.waitForOutput(printed, 1, kStep)) return true;
+  }
+  return false;
+}
+
+std::string behindRepeated(const std::string& printed, std::string out) {
+  while (out.starts_with(printed)) out.erase(0, printed.size());
+  return out;
 }
 
 void PrintTo(const ProgramCase& row, std::ostream* stream) { *stream << joined(row.words); }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/process.h"
 #include "tests/scripted_daemon.h"
 
 namespace tests {
@@ -39,6 +40,13 @@ std::string request(const std::string& name, const std::string& members = "null"
 /// Faults of the program's words: nothing is sent, and one line on standard error names the usage text.
 ProgramCase invalidCase(std::vector<std::string> words, const std::string& usage);
 ProgramCase missingCase(std::vector<std::string> words, const std::string& usage);
+
+/// Sends an event until the program has printed it, since a listener sends nothing that tells from when on it hears.
+/// False when it is never printed.
+bool sendUntilPrinted(ScriptedDaemon& daemon, Process& run, const std::string& text, const std::string& printed);
+
+/// What stands behind all repetitions of `printed` at the beginning of `out`.
+std::string behindRepeated(const std::string& printed, std::string out);
 
 void PrintTo(const ProgramCase& row, std::ostream* stream);
 

@@ -1,7 +1,6 @@
 // networksharing: connecting to a peer, pairing with it, and its switches.
 #include <gtest/gtest.h>
 
-#include "tests/process.h"
 #include "tests/program_case.h"
 
 namespace tests {
@@ -256,6 +255,33 @@ TEST(Peers, SlowPeersAreWaitedForLonger) {
   EXPECT_EQ(requesting.finish().out, pair("One", "true", "p-1"));
   daemon.send(kAuthenticated);
   EXPECT_EQ(reconnecting.finish().out, connection("authenticated", "host", "p-1"));
+}
+
+std::string streamBlock(const char* label, const std::string& object) {
+  return std::string("[\"") + label + "\",\n" + object + "]\n\n";
+}
+
+TEST(Peers, StatisticsStreamTheirEvents) {
+  ScriptedDaemon daemon;
+  Process run({ZEPHCTL_PATH, "-p", std::to_string(daemon.port()), "stats", "0", "networksharing"});
+  const std::string newPeer = streamBlock("networksharing_newpeer", pair("One", "false", "p-1"));
+  ASSERT_TRUE(sendUntilPrinted(
+      daemon, run, event("report_networksharing_new_peer_available", R"({"uuid":"p-1","display_name":"One"})"),
+      newPeer));
+  daemon.send(event("report_networkshare_auth_request", R"({"uuid":"p-2","display_name":"Two"})"));
+  daemon.send(kPaired);  // No stream tells of a pairing.
+  daemon.send(kFailed);
+  daemon.send(kAuthenticated);
+  const std::string last = streamBlock("networksharing_peer_status_change", connection("authenticated", "host", "p-1"));
+  EXPECT_TRUE(run.waitForOutput(last));
+  run.kill();
+  EXPECT_EQ(behindRepeated(newPeer, run.finish().out),
+            streamBlock("networksharing_pairrequest", pair("Two", "false", "p-2")) +
+                streamBlock("networksharing_peer_status_change",
+                            "{\n\t\"errorCode\" : 3,\n\t\"errorMessage\" : \"refused by peer\",\n"
+                            "\t\"errorType\" : \"Invalid credentials\",\n\t\"peerStatus\" : \"disconnected\",\n"
+                            "\t\"role\" : \"host\",\n\t\"uuid\" : \"p-1\"\n}") +
+                last);
 }
 
 }  // namespace

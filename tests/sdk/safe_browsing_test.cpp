@@ -1,0 +1,34 @@
+// Safe browsing as a host of the library uses it: what is refused before anything is sent.
+#include <gtest/gtest.h>
+
+#include "tests/sdk/host.h"
+
+namespace tests {
+namespace {
+
+TEST(SafeBrowsing, BadArgumentsAreRefused) {
+  ScriptedDaemon daemon;
+  const Sdk sdk = connectTo(daemon.port());
+  auto* handle = sdk.get();
+  const ZephlinkSDK_Result records[] = {
+      ZephlinkSDK_initSafeBrowsing(handle, nullptr, nullptr, nullptr),
+      ZephlinkSDK_setSafeBrowsingConfig(handle, nullptr, nullptr, nullptr),
+      ZephlinkSDK_refreshSafeBrowsingToken(handle, nullptr, nullptr, nullptr),
+      ZephlinkSDK_setSafeBrowsingLogLevel(handle, static_cast<ZephlinkSDK_SafeBrowsingLogLevel>(5), nullptr, nullptr),
+      ZephlinkSDK_setSafeBrowsingSafeNetworkOverride(
+          handle, static_cast<ZephlinkSDK_SafeBrowsingSafeNetworkOverride>(3), nullptr, nullptr),
+  };
+  for (const auto& record : records) EXPECT_EQ(record.errorCode, ZephlinkSDK_Error_InvalidArgument);
+  for (const ZephlinkSDK_Result& record :
+       {ZephlinkSDK_Result(ZephlinkSDK_listenForSafeBrowsingError(handle, nullptr, nullptr)),
+        ZephlinkSDK_Result(ZephlinkSDK_listenForSafeBrowsingBlock(handle, nullptr, nullptr))}) {
+    EXPECT_TRUE(record.hasError);
+    EXPECT_EQ(record.errorCode, ZephlinkSDK_Error_CallbackRequired);
+    EXPECT_STREQ(record.errorMessage, "A callback is required for this call");
+  }
+  ASSERT_TRUE(daemon.waitForConnections(1));
+  EXPECT_EQ(daemon.heard().size(), 0U);
+}
+
+}  // namespace
+}  // namespace tests
