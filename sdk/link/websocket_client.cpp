@@ -159,7 +159,8 @@ void applyMask(std::uint8_t* payload, std::size_t size, const std::array<std::ui
 }
 
 /// Removes the first `count` bytes, once for all frames of a call: a burst costs what its bytes cost.
-void eraseFront(Bytes& buffer, std::size_t count) {
+template <class Buffer>
+void eraseFront(Buffer& buffer, std::size_t count) {
   buffer.erase(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count));
 }
 
@@ -215,6 +216,8 @@ void WebSocketClient::sendPending() {
     sent += static_cast<std::size_t>(taken);
   }
   eraseFront(txBuffer, sent);
+  // Gives the memory back, which wipes it: what has left does not stay behind the buffer's end.
+  txBuffer.shrink_to_fit();
 }
 
 void WebSocketClient::closeNow() {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "sdk/platform/socket.h"
+#include "sdk/platform/wipe.h"
 
 namespace zephlinksdk {
 
@@ -68,7 +69,8 @@ class WebSocketClient {
   void closeNow();
 
   std::vector<std::uint8_t> rxBuffer;
-  std::vector<std::uint8_t> txBuffer;
+  // Passwords and tokens go through here, masked with a key that everybody knows.
+  std::vector<std::uint8_t, WipingAllocator<std::uint8_t>> txBuffer;
   // Keeps its room from message to message.
   std::string messageBuffer;
   SocketHandle socketHandle;

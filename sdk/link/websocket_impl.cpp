@@ -8,6 +8,7 @@
 #include "sdk/link/json.h"
 #include "sdk/platform/clock.h"
 #include "sdk/platform/socket.h"
+#include "sdk/platform/wipe.h"
 
 namespace zephlinksdk {
 
@@ -23,13 +24,21 @@ thread_local bool isChannelThread = false;
 
 std::atomic<std::uint64_t> nextId{0};
 
+/// A text may hold a password or a token: it does not stay in freed memory.
+void forget(std::string& text) { wipe(text.data(), text.size()); }
+
 /// The text of a request: `[event, members, source]` and a line feed.
 std::string envelope(const char* event, const Json::Value& members) {
   Json::Value request(Json::arrayValue);
   request[0] = event;
   request[1] = members;
   request[2] = kSource;
-  return compactJson(request) + "\n";
+  std::string json = compactJson(request);
+  std::string text;
+  text.reserve(json.size() + 1);
+  text.append(json).append("\n");
+  forget(json);
+  return text;
 }
 
 /// The event's name, read without parsing: the text between the bracket's quote and the next one.
@@ -128,6 +137,7 @@ WebsocketImpl::~WebsocketImpl() {
   socket.reset();
   waker.reset();
   stopSockets();
+  for (std::string& text : sendQueue) forget(text);
 }
 
 bool WebsocketImpl::onChannelThread() { return isChannelThread; }
@@ -230,6 +240,7 @@ void WebsocketImpl::flushQueue() {
   const std::lock_guard lock(sendMutex);
   while (!sendQueue.empty()) {
     socket->sendText(sendQueue.front());
+    forget(sendQueue.front());
     sendQueue.pop_front();
   }
 }
