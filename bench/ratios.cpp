@@ -70,7 +70,7 @@ std::string connectionReport() {
 /// A server that sends `count` reports in one burst once the stream has asked for them.
 class BurstServer {
  public:
-  BurstServer(std::string report, std::size_t count)
+  BurstServer(const std::string& report, std::size_t count)
       : server(0, {.onText = [this, report, count](zephsim::Connection to, const std::string& text) {
                  if (text.find("\"request_connection_stats\"") == std::string::npos) return;
                  std::string frames;

@@ -85,7 +85,7 @@ void printStreamingStats(const ZephlinkSDK_StreamingStatsResult& record) {
   value["badCpu"_key] = record.badCpu;
   value["badMemory"_key] = record.badMemory;
   value["streams"_key] = toJsonArray(record.streams, record.streamCount,
-                                 [](const ZephlinkSDK_StreamStatsEntry& entry) { return toJson(entry); });
+                                     [](const ZephlinkSDK_StreamStatsEntry& entry) { return toJson(entry); });
   writeJson(stdout, value);
 }
 
