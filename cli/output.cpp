@@ -10,7 +10,8 @@ namespace cli {
 
 namespace {
 
-// Streams print from the channel thread while the main thread only sleeps: one writer and one text serve.
+// Streams print from the channel thread while the main thread only sleeps: one writer and one text serve. The text
+// keeps its room from record to record.
 std::ostringstream g_text;
 bool g_inBlock = false;
 
@@ -33,16 +34,16 @@ void writeJson(std::FILE* stream, const Json::Value& value) {
   if (!g_inBlock) writeCollected(stream);
 }
 
-OutputBlock::OutputBlock(std::FILE* outputStream, std::string_view head, std::string_view behind)
-    : stream(outputStream), tail(behind) {
+OutputBlock::OutputBlock(std::FILE* stream, std::string_view head, std::string_view tail)
+    : output(stream), ending(tail) {
   g_text << head;
   g_inBlock = true;
 }
 
 OutputBlock::~OutputBlock() {
-  g_text << tail;
+  g_text << ending;
   g_inBlock = false;
-  writeCollected(stream);
+  writeCollected(output);
 }
 
 void printError(const ZephlinkSDK_Result& record) {

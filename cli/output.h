@@ -25,8 +25,8 @@ class OutputBlock {
   OutputBlock& operator=(const OutputBlock&) = delete;
 
  private:
-  std::FILE* stream;
-  std::string_view tail;
+  std::FILE* output;
+  std::string_view ending;
 };
 
 /// A key that the object does not copy, for records that print often: `value["time"_key]`.
