@@ -2,7 +2,7 @@
 # shellcheck shell=bash
 
 declare -A debian_packages=(
-  [build]="g++ cmake ninja-build libjsoncpp-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev"
+  [build]="g++ cmake ninja-build libjsoncpp-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev libncurses-dev"
   [lint]="git clang-format clang-tidy shellcheck"
   [windows]="g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev"
 )
