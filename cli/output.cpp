@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <sstream>
+#include <string>
 
 #include "cli/console.h"
 #include "sdk/errors.h"
@@ -23,7 +24,8 @@ std::unique_ptr<Json::StreamWriter> makeWriter() {
 
 void writeCollected(std::FILE* stream) {
   writeText(stream, g_text.view());
-  g_text.str({});
+  static const std::string empty;
+  g_text.str(empty);  // an rvalue would take the room away
 }
 
 }  // namespace
