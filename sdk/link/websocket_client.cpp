@@ -16,6 +16,7 @@ constexpr std::size_t kMaxUrl = 127;
 constexpr std::size_t kMaxOrigin = 199;
 constexpr std::size_t kLineSize = 256;
 constexpr std::size_t kReadSize = 1500;
+constexpr std::size_t kKeptMessage = std::size_t{64} * 1024;
 constexpr std::size_t kMaxReadPerPoll = std::size_t{256} * 1024;
 
 // The daemon trusts loopback and looks at neither: one key and one mask serve every connection.
@@ -191,6 +192,13 @@ void WebSocketClient::poll(int timeoutMs) {
   if (txBuffer.empty() && readyState == CLOSING) closeNow();
 }
 
+/// One large message must not stay for the rest of the run; the room of a small one is worth more than a new one for
+/// every message of a burst.
+void WebSocketClient::releaseMessage() {
+  messageBuffer.clear();
+  if (messageBuffer.capacity() > kKeptMessage) messageBuffer.shrink_to_fit();
+}
+
 void WebSocketClient::receiveAvailable() {
   for (std::size_t total = 0; total < kMaxReadPerPoll;) {
     const std::size_t held = rxBuffer.size();
@@ -289,8 +297,7 @@ void WebSocketClient::dispatch(const std::function<void(const std::string&)>& ca
         messageBuffer.append(reinterpret_cast<const char*>(payload), length);
         if (header->fin) {
           callable(messageBuffer);
-          // Released, not only cleared: one large message must not stay for the rest of the run.
-          std::string().swap(messageBuffer);
+          releaseMessage();
         }
         break;
       case kPing:

@@ -65,6 +65,7 @@ class WebSocketClient {
  private:
   void sendFrame(std::uint8_t opcode, std::string_view payload);
   void receiveAvailable();
+  void releaseMessage();
   void sendPending();
   void closeNow();
 
