@@ -12,7 +12,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# The .exe runs alone, without the compiler's run-time DLLs, and its stacks are as large as on Linux.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--stack,8388608")
+# The .exe runs alone, without the compiler's run-time DLLs.
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 # Boost.Beast has more template instances in one object file than the plain format has sections for.
 set(CMAKE_CXX_FLAGS_INIT "-Wa,-mbig-obj")
