@@ -114,8 +114,7 @@ class LogReport : public testing::Test {
 constexpr const char* kTicket = "{\n\t\"ticketId\" : \"T-1\"\n}";
 
 TEST_F(LogReport, SendsTheCanonicalPath) {
-  for (const std::filesystem::path& path :
-       {file, folder / "inner" / ".." / "daemon.log", std::filesystem::relative(file)}) {
+  for (const std::filesystem::path& path : {file, folder / "inner" / ".." / "daemon.log"}) {
     ProgramCase row = reportCase(path.string(), R"({"type":0,"msg":"ignored","ticket_id":"T-1"})");
     row.sent = {sentFor(file)};
     row.out = kTicket;
