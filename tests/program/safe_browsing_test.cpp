@@ -292,8 +292,8 @@ TEST(SafeBrowsing, StreamsEachEventAsItComes) {
   ASSERT_TRUE(sendUntilPrinted(daemon, redirects, block(R"({"redirected":true,"host":"b.example"})"), firstBlock));
 
   // A member that is missing or of another kind reads as zero: nothing stays of the event before.
-  for (const std::string& data : {std::string("null"), std::string(R"({"error":"1","host":7,"safebro_msg":[]})"),
-                                  R"({"host":")" + longText + R"(","safebro_msg":")" + longText + "\"}"}) {
+  const std::string tooLong = R"({"host":")" + longText + R"(","safebro_msg":")" + longText + "\"}";
+  for (const char* data : {"null", R"({"error":"1","host":7,"safebro_msg":[]})", tooLong.c_str()}) {
     daemon.send(lookupError(data));
     daemon.send(block(data));
   }

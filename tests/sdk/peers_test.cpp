@@ -82,26 +82,28 @@ TEST(Peers, BadArgumentsAreRefused) {
   ScriptedDaemon daemon;
   const Sdk sdk = connectTo(daemon.port());
   auto* handle = sdk.get();
-  const ZephlinkSDK_Result records[] = {
-      ZephlinkSDK_connectToNetworkShareViaConnectCode(handle, nullptr, nullptr, nullptr),
-      ZephlinkSDK_reconnectToNetworkShare(handle, nullptr, nullptr, nullptr),
-      ZephlinkSDK_requestNetworkSharingPair(handle, nullptr, nullptr, nullptr),
-      ZephlinkSDK_allowNetworkSharingPair(handle, nullptr, true, nullptr, nullptr),
-      ZephlinkSDK_unpairNetworkSharingPeer(handle, nullptr, nullptr, nullptr),
-      ZephlinkSDK_setNetworkSharingPeerAutoReconnect(handle, nullptr, true, nullptr, nullptr),
-      ZephlinkSDK_setNetworkSharingDisplayName(handle, nullptr, nullptr, nullptr),
+  const std::uint32_t codes[] = {
+      ZephlinkSDK_connectToNetworkShareViaConnectCode(handle, nullptr, nullptr, nullptr).errorCode,
+      ZephlinkSDK_reconnectToNetworkShare(handle, nullptr, nullptr, nullptr).errorCode,
+      ZephlinkSDK_requestNetworkSharingPair(handle, nullptr, nullptr, nullptr).errorCode,
+      ZephlinkSDK_allowNetworkSharingPair(handle, nullptr, true, nullptr, nullptr).errorCode,
+      ZephlinkSDK_unpairNetworkSharingPeer(handle, nullptr, nullptr, nullptr).errorCode,
+      ZephlinkSDK_setNetworkSharingPeerAutoReconnect(handle, nullptr, true, nullptr, nullptr).errorCode,
+      ZephlinkSDK_setNetworkSharingDisplayName(handle, nullptr, nullptr, nullptr).errorCode,
       ZephlinkSDK_setNetworkSharingPairRequestBehavior(
-          handle, static_cast<ZephlinkSDK_NetworkSharingPairRequestBehavior>(3), nullptr, nullptr),
+          handle, static_cast<ZephlinkSDK_NetworkSharingPairRequestBehavior>(3), nullptr, nullptr)
+          .errorCode,
       ZephlinkSDK_setNetworkSharingAutoPairBehavior(handle, static_cast<ZephlinkSDK_NetworkSharingAutoPairBehavior>(3),
-                                                    nullptr, nullptr),
+                                                    nullptr, nullptr)
+          .errorCode,
   };
-  for (const auto& record : records) EXPECT_EQ(record.errorCode, ZephlinkSDK_Error_InvalidArgument);
-  const ZephlinkSDK_Result listeners[] = {
-      ZephlinkSDK_listenForNetworkSharePeerStatusChange(handle, nullptr, nullptr),
-      ZephlinkSDK_listenForNetworkSharePairRequest(handle, nullptr, nullptr),
-      ZephlinkSDK_listenForNetworkShareNewPeerAvailable(handle, nullptr, nullptr),
+  for (const std::uint32_t code : codes) EXPECT_EQ(code, ZephlinkSDK_Error_InvalidArgument);
+  const std::uint32_t listeners[] = {
+      ZephlinkSDK_listenForNetworkSharePeerStatusChange(handle, nullptr, nullptr).errorCode,
+      ZephlinkSDK_listenForNetworkSharePairRequest(handle, nullptr, nullptr).errorCode,
+      ZephlinkSDK_listenForNetworkShareNewPeerAvailable(handle, nullptr, nullptr).errorCode,
   };
-  for (const auto& record : listeners) EXPECT_EQ(record.errorCode, ZephlinkSDK_Error_CallbackRequired);
+  for (const std::uint32_t code : listeners) EXPECT_EQ(code, ZephlinkSDK_Error_CallbackRequired);
   ASSERT_TRUE(daemon.waitForConnections(1));
   EXPECT_EQ(daemon.heard().size(), 0U);
 }

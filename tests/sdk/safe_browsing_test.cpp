@@ -10,22 +10,23 @@ TEST(SafeBrowsing, BadArgumentsAreRefused) {
   ScriptedDaemon daemon;
   const Sdk sdk = connectTo(daemon.port());
   auto* handle = sdk.get();
-  const ZephlinkSDK_Result records[] = {
-      ZephlinkSDK_initSafeBrowsing(handle, nullptr, nullptr, nullptr),
-      ZephlinkSDK_setSafeBrowsingConfig(handle, nullptr, nullptr, nullptr),
-      ZephlinkSDK_refreshSafeBrowsingToken(handle, nullptr, nullptr, nullptr),
-      ZephlinkSDK_setSafeBrowsingLogLevel(handle, static_cast<ZephlinkSDK_SafeBrowsingLogLevel>(5), nullptr, nullptr),
+  const std::uint32_t codes[] = {
+      ZephlinkSDK_initSafeBrowsing(handle, nullptr, nullptr, nullptr).errorCode,
+      ZephlinkSDK_setSafeBrowsingConfig(handle, nullptr, nullptr, nullptr).errorCode,
+      ZephlinkSDK_refreshSafeBrowsingToken(handle, nullptr, nullptr, nullptr).errorCode,
+      ZephlinkSDK_setSafeBrowsingLogLevel(handle, static_cast<ZephlinkSDK_SafeBrowsingLogLevel>(5), nullptr, nullptr)
+          .errorCode,
       ZephlinkSDK_setSafeBrowsingSafeNetworkOverride(
-          handle, static_cast<ZephlinkSDK_SafeBrowsingSafeNetworkOverride>(3), nullptr, nullptr),
+          handle, static_cast<ZephlinkSDK_SafeBrowsingSafeNetworkOverride>(3), nullptr, nullptr)
+          .errorCode,
   };
-  for (const auto& record : records) EXPECT_EQ(record.errorCode, ZephlinkSDK_Error_InvalidArgument);
-  for (const ZephlinkSDK_Result& record :
-       {ZephlinkSDK_Result(ZephlinkSDK_listenForSafeBrowsingError(handle, nullptr, nullptr)),
-        ZephlinkSDK_Result(ZephlinkSDK_listenForSafeBrowsingBlock(handle, nullptr, nullptr))}) {
-    EXPECT_TRUE(record.hasError);
-    EXPECT_EQ(record.errorCode, ZephlinkSDK_Error_CallbackRequired);
-    EXPECT_STREQ(record.errorMessage, "A callback is required for this call");
-  }
+  for (const std::uint32_t code : codes) EXPECT_EQ(code, ZephlinkSDK_Error_InvalidArgument);
+  const auto record = ZephlinkSDK_listenForSafeBrowsingError(handle, nullptr, nullptr);
+  EXPECT_TRUE(record.hasError);
+  EXPECT_EQ(record.errorCode, ZephlinkSDK_Error_CallbackRequired);
+  EXPECT_STREQ(record.errorMessage, "A callback is required for this call");
+  EXPECT_EQ(ZephlinkSDK_listenForSafeBrowsingBlock(handle, nullptr, nullptr).errorCode,
+            ZephlinkSDK_Error_CallbackRequired);
   ASSERT_TRUE(daemon.waitForConnections(1));
   EXPECT_EQ(daemon.heard().size(), 0U);
 }
