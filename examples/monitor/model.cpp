@@ -139,6 +139,10 @@ void Model::peerAppeared(const ZephlinkSDK_NetworkSharingPairResult& record) {
 void Model::setLink(LinkStatus status) {
   const std::lock_guard lock(mutex);
   if (std::exchange(current.link, status) == status) return;
+  if (isLost(status)) {
+    current.state.reset();
+    current.server.clear();
+  }
   switch (status) {
     case LinkStatus::Trying:
       break;

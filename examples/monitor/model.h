@@ -24,6 +24,9 @@ enum class LinkStatus {
   Mute,         ///< a daemon listens and does not answer
 };
 
+/// Whether what was reported before may hold no longer.
+constexpr bool isLost(LinkStatus status) { return status == LinkStatus::Unreachable || status == LinkStatus::Mute; }
+
 enum class Tone { Plain, Good, Warning, Bad };
 
 struct Event {
@@ -58,8 +61,8 @@ struct Adapter {
 /// All that is shown, as a copy.
 struct Picture {
   LinkStatus link = LinkStatus::Trying;
-  std::optional<std::uint32_t> state;
-  std::string server;  ///< empty without one
+  std::optional<std::uint32_t> state;  ///< none while it is not known
+  std::string server;                  ///< empty without one
   std::vector<Adapter> adapters;
   std::deque<Event> events;  ///< the newest first
 };

@@ -131,6 +131,8 @@ std::string axisNumber(float value) { return number(value, value < 1 ? 1 : 0); }
 // ---- The table of adapters ----
 
 constexpr int kMargin = 1;
+constexpr int kMarkWidth = 2;
+constexpr int kRoomForDetails = 180;
 
 struct Cell {
   std::string text;
@@ -162,7 +164,7 @@ Cell stateCell(const Adapter& adapter) {
 }
 
 Cell priorityCell(const Adapter& adapter) {
-  if (adapter.priority == ZephlinkSDK_ConnectionPriority_Automatic && COLS >= 120) {
+  if (adapter.priority == ZephlinkSDK_ConnectionPriority_Automatic && COLS >= kRoomForDetails) {
     return {priorityWord(adapter.priority) + " (" + priorityWord(adapter.workingPriority) + ")"};
   }
   return {priorityWord(adapter.priority)};
@@ -191,41 +193,58 @@ struct Column {
 };
 constexpr Column kColumns[] = {
     {"adapter", 16, Align::Left, 0, nameCell},
-    {"id", 10, Align::Left, 100, idCell},
-    {"network", 20, Align::Left, 120, networkCell},
-    {"state", 13, Align::Left, 40, stateCell},
-    {"priority", 11, Align::Left, 76, priorityCell},
+    {"id", 10, Align::Left, 92, idCell},
+    {"network", 20, Align::Left, 112, networkCell},
+    {"state", 13, Align::Left, 45, stateCell},
+    {"priority", 11, Align::Left, 79, priorityCell},
     {"Mbit/s down", 11, Align::Right, 0, downCell},
-    {"up", 8, Align::Right, 50, upCell},
-    {"ms", 7, Align::Right, 58, latencyCell},
-    {"% lost", 8, Align::Right, 66, lossCell},
+    {"up", 8, Align::Right, 53, upCell},
+    {"ms", 7, Align::Right, 60, latencyCell},
+    {"% lost", 8, Align::Right, 68, lossCell},
 };
 
-/// Wide terminals leave more room to every column.
-int widthOf(const Column& column) { return COLS >= 120 ? column.width + 8 : column.width; }
+bool isShown(const Column& column) { return COLS >= column.fromColumns; }
 
+/// What a wide terminal leaves to every column besides its width.
+int extraWidth() {
+  constexpr int kMostExtra = 8;
+  int used = 2 * kMargin + kMarkWidth;
+  int count = 0;
+  for (const Column& column : kColumns) {
+    if (!isShown(column)) continue;
+    used += column.width;
+    ++count;
+  }
+  return std::clamp((COLS - used) / count, 0, kMostExtra);
+}
+
+/// Calls `visit` with each column, its place and its width.
 template <class Visit>
 void forEachColumn(Visit visit) {
-  int at = kMargin + 2;
+  const int extra = extraWidth();
+  int at = kMargin + kMarkWidth;
   for (const Column& column : kColumns) {
-    if (COLS < column.fromColumns) continue;
-    visit(column, at);
-    at += widthOf(column);
+    if (!isShown(column)) continue;
+    visit(column, at, column.width + extra);
+    at += column.width + extra;
   }
 }
 
 void drawTitles(int row) {
   forEachColumn(
-      [row](const Column& column, int at) { put(row, at, widthOf(column), column.title, kDim, column.align); });
+      [row](const Column& column, int at, int width) { put(row, at, width, column.title, kDim, column.align); });
 }
 
-void drawAdapterLine(int row, const Adapter& adapter) {
-  const bool up = adapter.state == ZephlinkSDK_AdapterState_Connected && !standsBy(adapter);
-  put(row, kMargin, 1, up ? characters().full : characters().empty, colourOf(adapter));
-  forEachColumn([row, &adapter](const Column& column, int at) {
+/// `stale` when nobody knows whether all this still holds.
+void drawAdapterLine(int row, const Adapter& adapter, bool stale) {
+  const bool up = adapter.state == ZephlinkSDK_AdapterState_Connected && !standsBy(adapter) && !stale;
+  put(row, kMargin, 1, up ? characters().full : characters().empty, stale ? kDim : colourOf(adapter));
+  forEachColumn([row, &adapter, stale](const Column& column, int at, int width) {
     const Cell cell = column.cell(adapter);
-    put(row, at, widthOf(column) - (column.align == Align::Left ? 1 : 0), cell.text, cell.colour, column.align,
-        at == kMargin + 2 ? A_BOLD : A_NORMAL);
+    const bool isFirst = at == kMargin + kMarkWidth;
+    // A text stays one column away from the next.
+    put(row, at, column.align == Align::Left ? width - 1 : width, cell.text, stale ? kDim : cell.colour, column.align,
+        isFirst ? A_BOLD : A_NORMAL);
   });
 }
 
@@ -294,7 +313,7 @@ Cell linkCell(LinkStatus status) {
 }
 
 Colour colourOfState(const Picture& picture) {
-  if (!picture.state || picture.link == LinkStatus::Unreachable || picture.link == LinkStatus::Mute) return kDim;
+  if (!picture.state) return kDim;
   switch (*picture.state) {
     case ZephlinkSDK_State_Connected:
       return kGood;
@@ -431,7 +450,7 @@ void View::draw(const Picture& picture, bool paused) const {
   drawTitles(row - 1);
   for (const Adapter& adapter : picture.adapters) {
     if (row >= LINES - 1) break;
-    drawAdapterLine(row++, adapter);
+    drawAdapterLine(row++, adapter, isLost(picture.link));
     if (layout.graphRows == 0 || !hasGraphs(adapter)) continue;
     drawPlots(row, layout.graphRows, adapter);
     row += layout.graphRows + layout.blankRows;
