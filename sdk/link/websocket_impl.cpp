@@ -167,8 +167,9 @@ void WebsocketImpl::addListenEvent(EventDescription& description, const char* ev
   description.listenEvents.emplace_back(event);
 }
 
-std::uint64_t WebsocketImpl::addEventDescription(EventDescription description, Handler handler) {
-  const std::uint64_t id = nextId.fetch_add(1);
+std::uint64_t WebsocketImpl::takeId() { return nextId.fetch_add(1); }
+
+void WebsocketImpl::addEventDescription(std::uint64_t id, EventDescription description, Handler handler) {
   auto entry = std::make_shared<EventDescription>(std::move(description));
   std::vector<std::string> requests = std::move(entry->requests);
   entry->handler = std::move(handler);
@@ -182,7 +183,6 @@ std::uint64_t WebsocketImpl::addEventDescription(EventDescription description, H
     for (std::string& text : requests) sendQueue.push_back(std::move(text));
   }
   if (waker) waker->wake();
-  return id;
 }
 
 void WebsocketImpl::removeEventDescription(std::uint64_t id) {

@@ -87,9 +87,12 @@ class WebsocketImpl {
   static void addExpectedEvent(EventDescription& description, const char* event, const Json::Value& filter);
   static void addListenEvent(EventDescription& description, const char* event);
 
-  /// Puts the entry into the table, then queues its requests, so that no answer can overtake it. Returns its id. Any
-  /// thread, also from a handler.
-  std::uint64_t addEventDescription(EventDescription description, Handler handler);
+  /// An id for an entry, counted from 0 in the whole process. Any thread.
+  static std::uint64_t takeId();
+
+  /// Puts the entry into the table, then queues its requests, so that no answer can overtake it. Any thread, also from
+  /// a handler.
+  void addEventDescription(std::uint64_t id, EventDescription description, Handler handler);
 
   /// Takes the entry out of the table; an unknown id does nothing. Once it returns on another thread than the channel's
   /// the entry's handler no longer runs.

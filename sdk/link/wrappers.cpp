@@ -80,11 +80,9 @@ void wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription descripti
     return true;
   };
 
-  const std::uint64_t handle = channel.addEventDescription(std::move(description), handler);
-  {
-    const std::lock_guard lock(result->mutex);
-    result->head.handle = handle;
-  }
+  // Before the entry stands: its callback may run at once, and finds the handle in the record.
+  result->head.handle = WebsocketImpl::takeId();
+  channel.addEventDescription(result->head.handle, std::move(description), handler);
   if (!options.async) wait->untilEnded();
 }
 
