@@ -6,7 +6,7 @@ declare -A debian_packages=(
   [lint]="git clang-format clang-tidy shellcheck"
   [package]="file pkgconf"
   [sources]="dpkg-dev"
-  [windows]="g++-mingw-w64-x86-64-posix wine wine64"
+  [windows]="g++-mingw-w64-x86-64-posix wine wine64 unzip"
 )
 
 # need_packages NEED... installs what these needs lack, or names it and ends the script.
