@@ -4,7 +4,9 @@
 declare -A debian_packages=(
   [build]="g++ cmake ninja-build libjsoncpp-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev libncurses-dev"
   [lint]="git clang-format clang-tidy shellcheck"
-  [windows]="g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev"
+  [package]="file pkgconf"
+  [sources]="dpkg-dev"
+  [windows]="g++-mingw-w64-x86-64-posix wine wine64 unzip"
 )
 
 # need_packages NEED... installs what these needs lack, or names it and ends the script.

@@ -20,8 +20,11 @@ struct Wait {
   bool done = false;
 
   void end() {
-    const std::lock_guard lock(mutex);
-    done = true;
+    {
+      const std::lock_guard lock(mutex);
+      done = true;
+    }
+    // Behind the lock, which the caller wakes to take. The entry's handler keeps this object until then.
     ended.notify_one();
   }
 

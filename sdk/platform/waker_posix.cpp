@@ -7,11 +7,7 @@ namespace zephlinksdk {
 
 Waker::Waker() {
   int ends[2];
-  if (::pipe(ends) != 0) return;
-  for (const int end : ends) {
-    ::fcntl(end, F_SETFL, O_NONBLOCK);
-    ::fcntl(end, F_SETFD, FD_CLOEXEC);
-  }
+  if (::pipe2(ends, O_NONBLOCK | O_CLOEXEC) != 0) return;
   readEnd = ends[0];
   writeEnd = ends[1];
 }
@@ -29,7 +25,7 @@ void Waker::wake() {
 
 void Waker::drain() {
   char bytes[64];
-  while (::read(static_cast<int>(readEnd), bytes, sizeof bytes) > 0) {
+  while (::read(static_cast<int>(readEnd), bytes, sizeof bytes) == sizeof bytes) {
   }
 }
 

@@ -1,0 +1,41 @@
+// Asks the daemon on the port that it is told for its state and version, once waiting and once by callback.
+#include <cstdio>
+#include <cstdlib>
+#include <future>
+
+#include "l10n/location_names.h"
+#include "sdk/facade.h"
+
+namespace {
+
+bool onVersion(ZephlinkSDK_VersionResult version, void* userData) {
+  static_cast<std::promise<ZephlinkSDK_VersionResult>*>(userData)->set_value(version);
+  return false;
+}
+
+template <class Record>
+bool failed(const Record& record) {
+  if (record.hasError) std::fprintf(stderr, "%u: %s\n", record.errorCode, record.errorMessage);
+  return record.hasError;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) return 2;
+  ZephlinkSDK_Config config;
+  ZephlinkSDK_defaultConfig(&config);
+  config.port = static_cast<uint16_t>(std::atoi(argv[1]));
+  zephlinksdk::ZephlinkSDK* sdk = ZephlinkSDK_create(config);
+
+  const ZephlinkSDK_StateResult state = ZephlinkSDK_getState(sdk, nullptr, nullptr);
+  std::promise<ZephlinkSDK_VersionResult> answer;
+  ZephlinkSDK_getVersion(sdk, onVersion, &answer);
+  const ZephlinkSDK_VersionResult version = answer.get_future().get();
+  ZephlinkSDK_destroy(sdk);
+
+  if (failed(state) || failed(version)) return 1;
+  std::printf("state %u, version %d.%d, %s\n", state.state, version.maj, version.min,
+              zephlinksdk::countryName("de").c_str());
+  return 0;
+}
