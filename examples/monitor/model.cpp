@@ -1,6 +1,7 @@
 #include "examples/monitor/model.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "l10n/location_names.h"
@@ -44,6 +45,11 @@ Tone toneOf(ZephlinkSDK_AdapterState state) {
     default:
       return Tone::Bad;
   }
+}
+
+const char* peerStatusWord(ZephlinkSDK_PeerStatus status) {
+  constexpr const char* kWords[] = {"disconnected", "here, not authenticated", "connected"};
+  return status < std::size(kWords) ? kWords[status] : "unknown";
 }
 
 std::string peerName(const ZephlinkSDK_NetworkSharingPairResult& record) {
@@ -122,7 +128,7 @@ void Model::apply(const ZephlinkSDK_NetworkSharingConnectionResult& record) {
   if (record.errorCode != ZephlinkSDK_Error_None) {
     log("peer", std::string(record.uuid) + ": " + record.errorMessage, Tone::Bad);
   } else {
-    log("peer", std::string(record.uuid) + " changed its status");
+    log("peer", std::string(record.uuid) + " is " + peerStatusWord(record.peerStatus));
   }
 }
 

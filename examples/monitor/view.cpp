@@ -364,7 +364,7 @@ void drawEvents(int row, int rows, const std::deque<Event>& events) {
   if (rows < 2) return;
   drawRule(row, "events");
   constexpr int kTimeWidth = 10;
-  constexpr int kSubjectWidth = 14;
+  constexpr int kSubjectWidth = 17;
   for (const Event& event : events) {
     if (--rows == 0) return;
     ++row;
@@ -451,9 +451,13 @@ void View::draw(const Picture& picture, bool paused) const {
   for (const Adapter& adapter : picture.adapters) {
     if (row >= LINES - 1) break;
     drawAdapterLine(row++, adapter, isLost(picture.link));
-    if (layout.graphRows == 0 || !hasGraphs(adapter)) continue;
-    drawPlots(row, layout.graphRows, adapter);
-    row += layout.graphRows + layout.blankRows;
+    const bool isLast = &adapter == &picture.adapters.back();
+    if (layout.graphRows > 0 && hasGraphs(adapter)) {
+      drawPlots(row, layout.graphRows, adapter);
+      row += layout.graphRows + layout.blankRows;
+    } else if (isLast) {
+      row += layout.blankRows;
+    }
   }
   drawEvents(row, LINES - 1 - row, picture.events);
   drawFooter(paused);
