@@ -50,14 +50,29 @@ std::optional<Url> parseUrl(const std::string& text) {
   return std::nullopt;
 }
 
-std::string upgradeRequest(const Url& url, const std::string& origin) {
-  std::string request = std::string("GET /") + url.path + " HTTP/1.1\r\nHost: " + url.host;
-  if (url.port != 80) request += ":" + std::to_string(url.port);
-  request += "\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n";
-  if (!origin.empty()) request += "Origin: " + origin + "\r\n";
-  request += std::string("Sec-WebSocket-Key: ") + kWebSocketKey + "\r\n";
-  request += "Sec-WebSocket-Version: 13\r\nSec-WebSocket-Protocol: event-protocol\r\n\r\n";
-  return request;
+/// One request line, its value (if it has one) put into `format`. Whether it arrives shows in the answer alone. The
+/// lines leave together with the empty one that ends them: a peer is woken once.
+template <class... Values>
+void sendLine(SocketHandle socket, const char* format, Values... values) {
+  char line[kLineSize];
+  const int length = std::snprintf(line, sizeof line, format, values...);
+  sendBytes(socket, line, static_cast<std::size_t>(length), SendMode::kMoreFollows);
+}
+
+void sendUpgradeRequest(SocketHandle socket, const Url& url, const std::string& origin) {
+  sendLine(socket, "GET /%s HTTP/1.1\r\n", url.path);
+  if (url.port == 80) {
+    sendLine(socket, "Host: %s\r\n", url.host);
+  } else {
+    sendLine(socket, "Host: %s:%d\r\n", url.host, url.port);
+  }
+  sendLine(socket, "%s", "Upgrade: websocket\r\n");
+  sendLine(socket, "%s", "Connection: Upgrade\r\n");
+  if (!origin.empty()) sendLine(socket, "Origin: %s\r\n", origin.c_str());
+  sendLine(socket, "Sec-WebSocket-Key: %s\r\n", kWebSocketKey);
+  sendLine(socket, "%s", "Sec-WebSocket-Version: 13\r\n");
+  sendLine(socket, "%s", "Sec-WebSocket-Protocol: event-protocol\r\n");
+  sendBytes(socket, "\r\n", 2);
 }
 
 /// One line of the answer, taken byte by byte, and no byte behind it: those are the next line's, or the first frame's.
@@ -159,9 +174,7 @@ std::unique_ptr<WebSocketClient> WebSocketClient::fromUrl(const std::string& url
   if (!parsed) return nullptr;
   SocketHandle socket = kNoSocket;
   if (!connectSocket(parsed->host, parsed->port, socket)) return nullptr;
-  // Whether it arrives shows in the answer alone.
-  const std::string request = upgradeRequest(*parsed, origin);
-  sendBytes(socket, request.data(), request.size());
+  sendUpgradeRequest(socket, *parsed, origin);
   // A refused upgrade leaves the socket to the process: its peer sees no close until then.
   if (!upgradeAccepted(socket)) return nullptr;
   makeInteractive(socket);

@@ -21,8 +21,11 @@ void stopSockets();
 /// later call fails, so that the caller's handshake takes its usual course.
 bool connectSocket(const char* host, int port, SocketHandle& socket);
 
+/// Whether a send may wait for the ones behind it, to leave together with them.
+enum class SendMode { kAtOnce, kMoreFollows };
+
 /// Sends without raising a signal. The count of bytes taken, 0, or -1 on an error.
-std::ptrdiff_t sendBytes(SocketHandle socket, const void* data, std::size_t size);
+std::ptrdiff_t sendBytes(SocketHandle socket, const void* data, std::size_t size, SendMode mode = SendMode::kAtOnce);
 
 /// The count of bytes received, 0 when the peer has ended the stream, or -1 on an error.
 std::ptrdiff_t receiveBytes(SocketHandle socket, void* data, std::size_t size);

@@ -19,6 +19,12 @@ namespace zephlinksdk {
 
 namespace {
 
+#ifdef MSG_MORE
+constexpr int kMoreFollowsFlag = MSG_MORE;
+#else
+constexpr int kMoreFollowsFlag = 0;
+#endif
+
 int descriptor(SocketHandle socket) { return static_cast<int>(socket); }
 
 /// A signal may interrupt `connect`, which then goes on by itself and may not be called again.
@@ -75,10 +81,11 @@ bool connectSocket(const char* host, int port, SocketHandle& socket) {
   return connected;
 }
 
-std::ptrdiff_t sendBytes(SocketHandle socket, const void* data, std::size_t size) {
+std::ptrdiff_t sendBytes(SocketHandle socket, const void* data, std::size_t size, SendMode mode) {
+  const int flags = MSG_NOSIGNAL | (mode == SendMode::kMoreFollows ? kMoreFollowsFlag : 0);
   std::ptrdiff_t sent = 0;
   do {
-    sent = ::send(descriptor(socket), data, size, MSG_NOSIGNAL);
+    sent = ::send(descriptor(socket), data, size, flags);
   } while (sent < 0 && errno == EINTR);
   return sent;
 }

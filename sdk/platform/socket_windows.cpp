@@ -54,7 +54,7 @@ bool connectSocket(const char* host, int port, SocketHandle& socket) {
   return connected;
 }
 
-std::ptrdiff_t sendBytes(SocketHandle socket, const void* data, std::size_t size) {
+std::ptrdiff_t sendBytes(SocketHandle socket, const void* data, std::size_t size, SendMode) {
   return ::send(native(socket), static_cast<const char*>(data), chunk(size), 0);
 }
 
