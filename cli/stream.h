@@ -50,11 +50,14 @@ bool printStreamRecord(Record record, void* clock) {
   return true;
 }
 
-/// Calls a method so that it prints what it subscribes to. Returns the handle.
+/// Calls a method so that it prints what it subscribes to. Returns the handle. A call that is refused calls nobody
+/// back: its error stands for the first event.
 template <const char* Label, auto Print, class Record>
 std::uint64_t openStream(Record (&method)(zephlinksdk::ZephlinkSDK*, zephlinksdk::Callback<Record>, void*),
                          StreamClock& clock) {
-  return method(g_sdk, printStreamRecord<Record, Label, Print>, &clock).handle;
+  const Record record = method(g_sdk, printStreamRecord<Record, Label, Print>, &clock);
+  if (record.hasError) printStreamRecord<Record, Label, Print>(record, &clock);
+  return record.handle;
 }
 
 }  // namespace cli

@@ -3,6 +3,8 @@
 
 declare -A debian_packages=(
   [build]="g++ cmake ninja-build libjsoncpp-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev libncurses-dev"
+  [scripts]="python3"
+  [peers]="nodejs npm python3-websockets gcc libwebsockets-dev"
   [lint]="git clang-format clang-tidy shellcheck"
   [package]="file pkgconf"
   [sources]="dpkg-dev"

@@ -235,6 +235,11 @@ bool Process::waitForOutput(std::string_view text, int times, std::chrono::milli
   return waitFor(out, text, times, patience);
 }
 
+std::string Process::outputSoFar() {
+  const std::lock_guard lock(mutex);
+  return out.text;
+}
+
 bool Process::waitForError(std::string_view text) { return waitFor(err, text, 1, kPatience); }
 
 ProgramRun zephctl(std::uint16_t port, const std::vector<std::string>& words, std::string_view input) {

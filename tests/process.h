@@ -34,6 +34,8 @@ class Process {
   bool waitForOutput(std::string_view text, int times = 1, std::chrono::milliseconds patience = kPatience);
   bool waitForError(std::string_view text);
 
+  std::string outputSoFar();
+
   void kill();
 
   /// Waits for the end.

@@ -7,9 +7,9 @@
 #include "cli/families/handlers.h"
 #include "cli/families/state.h"
 #include "cli/parsers.h"
+#include "cli/secrets.h"
 #include "cli/usage.h"
 #include "cli/words.h"
-#include "sdk/platform/wipe.h"
 
 namespace cli {
 
@@ -17,21 +17,6 @@ namespace {
 
 constexpr std::size_t kPasswordSize = 129;
 constexpr std::size_t kTokenSize = 512;
-
-/// An answer to a prompt, forgotten when it goes. One that is too long counts as empty.
-template <std::size_t Size>
-class Secret {
- public:
-  explicit Secret(const char* prompt) { readHidden(prompt, bytes, Size); }
-  ~Secret() { zephlinksdk::wipe(bytes, Size); }
-  Secret(const Secret&) = delete;
-  Secret& operator=(const Secret&) = delete;
-
-  const char* text() const { return bytes; }
-
- private:
-  char bytes[Size];
-};
 
 /// "2026-02-03", or nothing for no date. The C library's own formatting may end the process over a day that is none.
 std::string dateText(const ZephlinkSDK_Date& date) {
@@ -67,7 +52,10 @@ void printDirectorySettings(const ZephlinkSDK_DirectorySettingsResult& record) {
 template <class Method>
 int sendToken(Method& method, Words words, const char* usage) {
   if (words.size() > 1) return invalid(usage);
-  if (words.size() == 1) return finish(call(method, words[0]), printState);
+  if (words.size() == 1) {
+    const WordOfSecret token(words[0]);
+    return finish(call(method, words[0]), printState);
+  }
   const Secret<kTokenSize> token("Enter oauth token");
   return finish(call(method, token.text()), printState);
 }
@@ -83,7 +71,10 @@ int refreshOAuth(Words words) { return sendToken(ZephlinkSDK_refreshOAuthToken, 
 
 int loginUser(Words words) {
   if (words.size() > 2) return invalid(usage::login);
-  if (words.size() == 2) return finish(call(ZephlinkSDK_login, words[0], words[1]), printState);
+  if (words.size() == 2) {
+    const WordOfSecret password(words[1]);
+    return finish(call(ZephlinkSDK_login, words[0], words[1]), printState);
+  }
   const Secret<kPasswordSize> password("Enter password");
   return finish(call(ZephlinkSDK_login, words[0], password.text()), printState);
 }

@@ -2,6 +2,7 @@
 // Nothing is ever missing but the first word.
 #include "cli/families/handlers.h"
 #include "cli/parsers.h"
+#include "cli/secrets.h"
 #include "cli/stream.h"
 #include "cli/usage.h"
 #include "sdk/words.h"
@@ -69,7 +70,10 @@ int initialize(Words words) { return finishConnecting(call(ZephlinkSDK_initSafeB
 
 int config(Words words) { return finish(call(ZephlinkSDK_setSafeBrowsingConfig, words[0]), printSettings); }
 
-int refreshToken(Words words) { return finishConnecting(call(ZephlinkSDK_refreshSafeBrowsingToken, words[0])); }
+int refreshToken(Words words) {
+  const WordOfSecret token(words[0]);
+  return finishConnecting(call(ZephlinkSDK_refreshSafeBrowsingToken, words[0]));
+}
 
 int enable(Words words) {
   const auto enabled = parseOnOff(words[0]);

@@ -50,13 +50,23 @@ std::optional<Url> parseUrl(const std::string& text) {
   return std::nullopt;
 }
 
-/// One request line, its value (if it has one) put into `format`. Whether it arrives shows in the answer alone. The
-/// lines leave together with the empty one that ends them: a peer is woken once.
+/// All of it, in pieces if the system takes no more at once. Whether it arrives shows in the answer alone.
+void sendAll(SocketHandle socket, const char* bytes, std::size_t size, SendMode mode) {
+  while (size > 0) {
+    const std::ptrdiff_t taken = sendBytes(socket, bytes, size, mode);
+    if (taken <= 0) return;
+    bytes += taken;
+    size -= static_cast<std::size_t>(taken);
+  }
+}
+
+/// One request line, its value (if it has one) put into `format`. The lines leave together with the empty one that ends
+/// them: a peer is woken once.
 template <class... Values>
 void sendLine(SocketHandle socket, const char* format, Values... values) {
   char line[kLineSize];
   const int length = std::snprintf(line, sizeof line, format, values...);
-  sendBytes(socket, line, static_cast<std::size_t>(length), SendMode::kMoreFollows);
+  sendAll(socket, line, static_cast<std::size_t>(length), SendMode::kMoreFollows);
 }
 
 void sendUpgradeRequest(SocketHandle socket, const Url& url, const std::string& origin) {
@@ -72,7 +82,7 @@ void sendUpgradeRequest(SocketHandle socket, const Url& url, const std::string& 
   sendLine(socket, "Sec-WebSocket-Key: %s\r\n", kWebSocketKey);
   sendLine(socket, "%s", "Sec-WebSocket-Version: 13\r\n");
   sendLine(socket, "%s", "Sec-WebSocket-Protocol: event-protocol\r\n");
-  sendBytes(socket, "\r\n", 2);
+  sendAll(socket, "\r\n", 2, SendMode::kAtOnce);
 }
 
 /// One line of the answer, taken byte by byte, and no byte behind it: those are the next line's, or the first frame's.
@@ -81,32 +91,45 @@ class AnswerLine {
   char text[kLineSize] = "";
   std::size_t length = 0;
 
-  /// False when the peer has gone. A failed read leaves its byte 0 and goes on; a line of nothing but failed reads
-  /// counts as a peer that has gone.
+  /// False when the peer has gone. A failed read is tried again: a byte that is passed over would be waited for without
+  /// end. One that fails as often as a line has bytes counts as a peer that has gone.
   bool receive(SocketHandle socket) {
     std::memset(text, 0, sizeof text);
-    bool any = false;
     length = 0;
+    std::size_t failures = 0;
     while (length < 2 || !complete()) {
       // What has come is looked at before it is taken, which saves a call for every byte.
       const std::ptrdiff_t seen = peekBytes(socket, text + length, kLineSize - 1 - length);
       if (seen == 0) return false;
+      if (seen < 0) {
+        if (++failures == kLineSize - 1) return false;
+        continue;
+      }
       const std::size_t first = length;
-      const std::size_t end = first + static_cast<std::size_t>(seen > 0 ? seen : 1);
+      const std::size_t end = first + static_cast<std::size_t>(seen);
       do {
         ++length;
       } while (length < end && (length < 2 || !complete()));
-      if (seen < 0) continue;
-      any = true;
-      receiveBytes(socket, text + first, length - first);
+      if (!take(socket, text + first, length - first)) return false;
       std::memset(text + length, 0, sizeof text - length);
     }
-    return any;
+    return true;
   }
 
   bool tooLong() const { return length == kLineSize - 1; }
 
  private:
+  /// Takes bytes that have been seen, in pieces if the system gives no more at once.
+  static bool take(SocketHandle socket, char* bytes, std::size_t size) {
+    while (size > 0) {
+      const std::ptrdiff_t taken = receiveBytes(socket, bytes, size);
+      if (taken <= 0) return false;
+      bytes += taken;
+      size -= static_cast<std::size_t>(taken);
+    }
+    return true;
+  }
+
   // Looks two back for the CR, so that its LF is read as well.
   bool complete() const { return tooLong() || text[length - 2] == '\r' || text[length - 1] == '\n'; }
 };
@@ -177,7 +200,11 @@ std::unique_ptr<WebSocketClient> WebSocketClient::fromUrl(const std::string& url
   sendUpgradeRequest(socket, *parsed, origin);
   // A refused upgrade leaves the socket to the process: its peer sees no close until then.
   if (!upgradeAccepted(socket)) return nullptr;
-  makeInteractive(socket);
+  if (!makeInteractive(socket)) {
+    // A read that blocks would hold up every time-out.
+    closeSocket(socket);
+    return nullptr;
+  }
   return std::make_unique<WebSocketClient>(socket, useMask);
 }
 

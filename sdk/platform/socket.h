@@ -36,8 +36,8 @@ std::ptrdiff_t peekBytes(SocketHandle socket, void* data, std::size_t size);
 /// Whether the last failed `sendBytes` or `receiveBytes` of this thread only asks to be tried again later.
 bool wouldBlock();
 
-/// Sends small texts at once, and never blocks from here on.
-void makeInteractive(SocketHandle socket);
+/// Sends small texts at once, and never blocks from here on. False when the socket stays one that blocks.
+bool makeInteractive(SocketHandle socket);
 
 /// Does nothing on `kNoSocket`.
 void closeSocket(SocketHandle socket);

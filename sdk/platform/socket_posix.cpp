@@ -100,10 +100,11 @@ std::ptrdiff_t peekBytes(SocketHandle socket, void* data, std::size_t size) {
 
 bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINPROGRESS; }
 
-void makeInteractive(SocketHandle socket) {
+bool makeInteractive(SocketHandle socket) {
   const int enable = 1;
   ::setsockopt(descriptor(socket), IPPROTO_TCP, TCP_NODELAY, &enable, sizeof enable);
-  ::fcntl(descriptor(socket), F_SETFL, ::fcntl(descriptor(socket), F_GETFL) | O_NONBLOCK);
+  const int flags = ::fcntl(descriptor(socket), F_GETFL);
+  return flags >= 0 && ::fcntl(descriptor(socket), F_SETFL, flags | O_NONBLOCK) == 0;
 }
 
 void closeSocket(SocketHandle socket) {

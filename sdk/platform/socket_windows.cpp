@@ -71,11 +71,11 @@ bool wouldBlock() {
   return error == WSAEWOULDBLOCK || error == WSAEINPROGRESS;
 }
 
-void makeInteractive(SocketHandle socket) {
+bool makeInteractive(SocketHandle socket) {
   const int enable = 1;
   ::setsockopt(native(socket), IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&enable), sizeof enable);
   u_long nonBlocking = 1;
-  ::ioctlsocket(native(socket), FIONBIO, &nonBlocking);
+  return ::ioctlsocket(native(socket), FIONBIO, &nonBlocking) == 0;
 }
 
 void closeSocket(SocketHandle socket) {

@@ -14,13 +14,12 @@ Waker::Waker() {
   int size = sizeof self;
   auto* address = reinterpret_cast<sockaddr*>(&self);
   // Connected to its own address it hears nobody else.
+  u_long nonBlocking = 1;
   if (::bind(socket, address, size) != 0 || ::getsockname(socket, address, &size) != 0 ||
-      ::connect(socket, address, size) != 0) {
+      ::connect(socket, address, size) != 0 || ::ioctlsocket(socket, FIONBIO, &nonBlocking) != 0) {
     ::closesocket(socket);
     return;
   }
-  u_long nonBlocking = 1;
-  ::ioctlsocket(socket, FIONBIO, &nonBlocking);
   readEnd = writeEnd = static_cast<SocketHandle>(socket);
 }
 

@@ -1,0 +1,180 @@
+"""What the tests that are scripts share: a daemon whose every byte is ours, and a runner of zephctl.
+
+Standard library only. Everything is on loopback.
+"""
+
+import asyncio
+import base64
+import hashlib
+import json
+import os
+import struct
+import time
+from collections import namedtuple
+
+HELLO = "set_app_name"
+
+
+def server(number):
+    return {"country": "de", "city": "frankfurt", "num": str(number), "dc": "fra-1", "torrent": "yes"}
+
+
+def connection(number):
+    return {"guid": f"adapter{number}", "key": number, "cnnct": True, "ltMs": 20, "sndBytes": 1, "rcvBytes": 2}
+
+
+def answers(name, members):
+    """The reports that answer a request, always the same for the same request."""
+    firewall = {"mode": "off", "domains": [], "ipv4": [], "ipv6": [], "ports": []}
+    table = {
+        "request_current_state": ("report_current_state", {"state": 6}),
+        "request_version_data": ("report_version_data", {"maj": 1, "min": 2, "bug": 3, "build": 4}),
+        "request_directory": ("report_directory", [server(number) for number in range(1, 40)]),
+        "request_firewall_settings": ("report_firewall_settings", firewall),
+        "set_firewall_domains": ("report_firewall_settings", {**firewall, **(members or {})}),
+        "request_networks": ("report_networks", [{"guid": "wlan0", "name": "Wi-Fi", "type": "Wi-Fi"}]),
+        "request_connection_stats": ("report_connection_stats", {"time": 1, "connections": [connection(1)]}),
+        "request_session_stats": ("report_session_stats", {}),
+        "request_streaming_stats": ("report_streaming_stats", {"streams": []}),
+    }
+    return [table[name]] if name in table else []
+
+
+def text_of(event, data):
+    return json.dumps([event, data, "daemon"])
+
+
+def frame(text, opcode=1):
+    payload = text.encode() if isinstance(text, str) else text
+    size = len(payload)
+    if size < 126:
+        head = struct.pack("!BB", 0x80 | opcode, size)
+    elif size < 65536:
+        head = struct.pack("!BBH", 0x80 | opcode, 126, size)
+    else:
+        head = struct.pack("!BBQ", 0x80 | opcode, 127, size)
+    return head + payload
+
+
+class Gone(Exception):
+    """The peer has left, or doesn't speak the protocol."""
+
+
+class Connection:
+    def __init__(self, reader, writer):
+        self.reader, self.writer = reader, writer
+
+    async def upgrade(self):
+        head = (await self.reader.readuntil(b"\r\n\r\n")).decode()
+        fields = dict(line.split(": ", 1) for line in head.split("\r\n")[1:] if ": " in line)
+        if not head.startswith("GET / HTTP/1.1\r\n") or "Sec-WebSocket-Key" not in fields:
+            raise Gone
+        digest = hashlib.sha1((fields["Sec-WebSocket-Key"] + "258EAFA5-E914-47DA-95CA-C5AB0DC85B11").encode())
+        self.write(
+            "HTTP/1.1 101 Switching Protocols\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
+            f"Sec-WebSocket-Accept: {base64.b64encode(digest.digest()).decode()}\r\n"
+            "Sec-WebSocket-Protocol: event-protocol\r\n\r\n"
+        )
+
+    def write(self, data):
+        self.writer.write(data.encode() if isinstance(data, str) else data)
+
+    async def send(self, event, data):
+        self.write(frame(text_of(event, data)))
+        await self.writer.drain()
+
+    async def request(self):
+        """The next request: its name and members."""
+        while True:
+            first, second = await self.reader.readexactly(2)
+            size = second & 0x7F
+            if size == 126:
+                (size,) = struct.unpack("!H", await self.reader.readexactly(2))
+            elif size == 127:
+                (size,) = struct.unpack("!Q", await self.reader.readexactly(8))
+            if not second & 0x80 or not first & 0x80:
+                raise Gone
+            key = await self.reader.readexactly(4)
+            payload = bytes(byte ^ key[at % 4] for at, byte in enumerate(await self.reader.readexactly(size)))
+            if first & 0x0F == 8:
+                raise Gone
+            if first & 0x0F == 1:
+                name, members, source = json.loads(payload)
+                if source != "zephlink_sdk" or not payload.endswith(b"\n"):
+                    raise Gone
+                return name, members
+
+    def reset(self):
+        sock = self.writer.get_extra_info("socket")
+        if sock is not None:
+            sock.setsockopt(__import__("socket").SOL_SOCKET, __import__("socket").SO_LINGER, struct.pack("ii", 1, 0))
+        self.writer.close()
+
+
+async def answer_all(link):
+    """The course of a daemon as it should be."""
+    while True:
+        name, members = await link.request()
+        for event, data in answers(name, members):
+            await link.send(event, data)
+
+
+class Daemon:
+    """Upgrades each connection and plays `course` on it, then closes it. A client that doesn't finish its upgrade in
+    a second is dropped, as servers do."""
+
+    def __init__(self, course=answer_all, upgrade_limit=1.0):
+        self.course, self.upgrade_limit, self.connections, self.port = course, upgrade_limit, 0, 0
+
+    async def __aenter__(self):
+        self.server = await asyncio.start_server(self.serve, "127.0.0.1", self.port, limit=1 << 20, backlog=1000)
+        self.port = self.server.sockets[0].getsockname()[1]
+        return self
+
+    async def __aexit__(self, *_):
+        self.server.close()
+
+    async def serve(self, reader, writer):
+        self.connections += 1
+        link = Connection(reader, writer)
+        try:
+            await asyncio.wait_for(link.upgrade(), self.upgrade_limit)
+            await self.course(link)
+        except (Gone, OSError, EOFError, ValueError, asyncio.TimeoutError, asyncio.LimitOverrunError):
+            pass
+        except asyncio.CancelledError:
+            pass
+        finally:
+            try:
+                writer.close()
+            except OSError:
+                pass
+
+
+Run = namedtuple("Run", "status out err seconds")
+
+
+async def run(program, port, words, limit, env=None):
+    """One run of zephctl. Its status is negative after a signal, None if it had to be killed at `limit` seconds."""
+    start = time.monotonic()
+    process = await asyncio.create_subprocess_exec(
+        program, "-p", str(port), *words, stdin=asyncio.subprocess.DEVNULL,
+        stdout=asyncio.subprocess.PIPE, stderr=asyncio.subprocess.PIPE, env={**os.environ, **(env or {})},
+    )
+    try:
+        out, err = await asyncio.wait_for(process.communicate(), limit)
+        status = process.returncode
+    except asyncio.TimeoutError:
+        process.kill()
+        out, err = await process.communicate()
+        status = None
+    return Run(status, out.decode(), err.decode(), time.monotonic() - start)
+
+
+def is_error_object(text):
+    """Whether the text is exactly one error object as zephctl prints it."""
+    try:
+        value = json.loads(text)
+    except ValueError:
+        return False
+    return isinstance(value, dict) and set(value) == {"errorCode", "errorType", "errorMessage"}
