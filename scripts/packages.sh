@@ -3,6 +3,7 @@
 
 declare -A debian_packages=(
   [build]="g++ cmake ninja-build libjsoncpp-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev libncurses-dev"
+  [fuzz]="clang libclang-rt-dev"
   [lint]="git clang-format clang-tidy shellcheck"
   [windows]="g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev"
 )
