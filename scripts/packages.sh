@@ -5,6 +5,7 @@ declare -A debian_packages=(
   [build]="g++ cmake ninja-build libjsoncpp-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev libncurses-dev"
   [scripts]="python3"
   [peers]="nodejs npm python3-websockets gcc libwebsockets-dev"
+  [fuzz]="clang libclang-rt-dev"
   [lint]="git clang-format clang-tidy shellcheck"
   [package]="file pkgconf"
   [sources]="dpkg-dev"

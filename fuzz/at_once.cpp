@@ -1,0 +1,88 @@
+#include "fuzz/at_once.h"
+
+#include <utility>
+
+#include "cli/stream.h"
+#include "fuzz/check.h"
+#include "sdk/facade.h"
+#include "sdk/link/websocket_impl.h"
+
+namespace {
+
+std::vector<std::string> g_reports;
+std::vector<std::string> g_sent;
+
+Json::Value parse(const std::string& text) {
+  static zephlinksdk::JsonParser parser;
+  Json::Value value;
+  std::string errors;
+  parser.parse(text, value, errors);
+  return value;
+}
+
+void keepRequest(const std::string& text) {
+  fuzz::check(text.ends_with("}\n") || text.ends_with("\"]\n"), "a request ends in one line feed", text);
+  fuzz::check(text.find('\n') == text.size() - 1, "a request is one line", text);
+  const Json::Value request = parse(text);
+  const bool formed = request.isArray() && request.size() == 3 && request[0].isString() &&
+                      (request[1].isObject() || request[1].isNull()) && request[2] == "zephlink_sdk";
+  fuzz::check(formed, "a request is its event, an object or nothing, and where it comes from", text);
+  g_sent.push_back(text);
+}
+
+}  // namespace
+
+namespace zephlinksdk {
+
+// In place of the channel's own: the whole life of an entry, up to its time-out.
+std::uint64_t WebsocketImpl::addEventDescription(EventDescription description, Handler handler) {
+  for (const std::string& request : description.requests) keepRequest(request);
+  std::vector<std::string> names = description.listenEvents;
+  for (const ExpectedEvent& expected : description.expectedEvents) names.push_back(expected.event);
+  for (const std::string& report : g_reports) {
+    Json::Value root(Json::arrayValue);
+    root[1] = parse(report);
+    for (const std::string& name : names) {
+      root[0] = name;
+      if (handler(name, report, root)) return 1;
+    }
+  }
+  if (description.expectedEvents.empty()) return 1;
+  Json::Value timeout(Json::objectValue);
+  timeout["msg"] = "Timeout";
+  timeout["type"] = static_cast<Json::UInt>(ZephlinkSDK_Error_Timeout);
+  handler("sdk_error", "sdk_error", timeout);
+  return 1;
+}
+
+// In place of the channel's own, whose queue nobody would empty.
+void WebsocketImpl::send(const char*, const Json::Value&) {}
+
+}  // namespace zephlinksdk
+
+namespace cli {
+
+// In place of the program's own: all events have come when these are called.
+void StreamClock::waitForStart() {}
+void StreamClock::waitFor(std::int32_t) {}
+
+}  // namespace cli
+
+namespace fuzz {
+
+void answerWith(std::vector<std::string> reports) {
+  g_reports = std::move(reports);
+  g_sent.clear();
+}
+
+const std::vector<std::string>& sentRequests() { return g_sent; }
+
+zephlinksdk::ZephlinkSDK* makeSdk() {
+  ZephlinkSDK_Config config;
+  ZephlinkSDK_defaultConfig(&config);
+  // The discard port: nothing listens there, and the channel goes on trying while the process lives.
+  config.port = 9;
+  return ZephlinkSDK_create(config);
+}
+
+}  // namespace fuzz

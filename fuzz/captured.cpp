@@ -1,0 +1,142 @@
+#include "fuzz/captured.h"
+
+#include <json/json.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "cli/actions.h"
+#include "cli/program_name.h"
+#include "fuzz/at_once.h"
+#include "fuzz/check.h"
+
+namespace fuzz {
+
+namespace {
+
+constexpr std::string_view kPrompts[] = {"Enter password : ", "Enter oauth token : "};
+
+/// A stream that the program writes to, kept in memory. Descriptors 1 and 2 stay as they are: the sanitizers report
+/// there.
+class Captured {
+ public:
+  explicit Captured(const char* name) : descriptor(::memfd_create(name, MFD_CLOEXEC)) {
+    file = ::fdopen(descriptor, "w");
+    check(file != nullptr, "a file in memory is made");
+  }
+
+  std::FILE* stream() const { return file; }
+
+  std::string take() {
+    std::fflush(file);
+    const off_t size = ::lseek(descriptor, 0, SEEK_CUR);
+    std::string text(static_cast<std::size_t>(size), '\0');
+    check(::pread(descriptor, text.data(), text.size(), 0) == size, "what was written can be read");
+    std::rewind(file);
+    check(::ftruncate(descriptor, 0) == 0, "a file in memory is emptied");
+    return text;
+  }
+
+ private:
+  int descriptor;
+  std::FILE* file;
+};
+
+/// Takes one JSON value off the front of `text`.
+bool takeJson(std::string_view& text, Json::Value& value) {
+  // The reader stops at the end of the first value and tells how far it came by the value's offset.
+  Json::CharReaderBuilder builder;
+  builder["collectComments"] = false;
+  builder["allowTrailingCommas"] = false;
+  static const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+  std::string errors;
+  if (!reader->parse(text.data(), text.data() + text.size(), &value, &errors)) return false;
+  text.remove_prefix(static_cast<std::size_t>(value.getOffsetLimit()));
+  return true;
+}
+
+bool isError(const Json::Value& value) {
+  return value.isObject() && value.size() == 3 && value["errorCode"].isUInt() && value["errorMessage"].isString() &&
+         value["errorType"].isString() && value["errorCode"].asUInt() != 0;
+}
+
+/// A record, or records of a stream, each an array of label and record with an empty line behind it.
+void checkRecords(std::string_view text, bool errors) {
+  const std::string_view whole = text;
+  while (!text.empty()) {
+    const bool inStream = text.starts_with("[\"");
+    Json::Value value;
+    check(takeJson(text, value), "what is printed parses as JSON", whole);
+    if (errors) {
+      const bool labelled = value.isArray() && value.size() == 2 && value[0] == "error";
+      check(isError(labelled ? value[1] : value), "what is told is an error object", whole);
+    }
+    if (text.empty()) return;
+    check(inStream && text.starts_with("\n\n"), "only records of a stream follow one another", whole);
+    text.remove_prefix(2);
+  }
+}
+
+std::string_view withoutPrompt(std::string_view output) {
+  for (const std::string_view prompt : kPrompts) {
+    if (output.starts_with(prompt)) output.remove_prefix(prompt.size());
+  }
+  while (output.starts_with("\n")) output.remove_prefix(1);
+  return output;
+}
+
+}  // namespace
+
+Outcome runAction(std::vector<std::string> words) {
+  static Captured output("stdout");
+  static Captured errors("stderr");
+  cli::setProgramName("zephctl");
+  if (cli::g_sdk == nullptr) cli::g_sdk = makeSdk();
+  std::vector<char*> pointers;
+  for (std::string& word : words) pointers.push_back(word.data());
+
+  std::FILE* const ownOutput = std::exchange(stdout, output.stream());
+  std::FILE* const ownErrors = std::exchange(stderr, errors.stream());
+  const int status = cli::dispatch(pointers);
+  stdout = ownOutput;
+  stderr = ownErrors;
+  return {status, output.take(), errors.take()};
+}
+
+void checkOutcome(const std::vector<std::string>& words, const Outcome& outcome) {
+  const std::string& errors = outcome.errors;
+  switch (outcome.status) {
+    case cli::kSuccess:
+      if (words[0] == "help")
+        return check(outcome.output.starts_with("zephctl v"), "help prints the usage", outcome.output);
+      if (words[0] == "esni" && outcome.output.empty()) return check(!errors.empty(), "a fault is told");
+      checkRecords(withoutPrompt(outcome.output), false);
+      // Errors within a stream do not end it.
+      checkRecords(errors, true);
+      return;
+    case cli::kFailed:
+      check(withoutPrompt(outcome.output).empty(), "a failure prints no record", outcome.output);
+      check(!errors.empty(), "a failure is told");
+      return checkRecords(errors, true);
+    case cli::kInvalidParameters:
+    case cli::kMissingParameters: {
+      const char* kind = outcome.status == cli::kInvalidParameters ? "Invalid parameters: " : "Missing parameters: ";
+      check(errors.starts_with(std::string(kind) + "zephctl "), "a fault begins with its kind", errors);
+      break;
+    }
+    case cli::kUnknownAction:
+      check(!errors.empty(), "an unknown action gets the usage");
+      break;
+    default:
+      broken("a status is one of those that are known", std::to_string(outcome.status));
+  }
+  check(errors.ends_with("\n"), "a fault ends its line", errors);
+  check(outcome.output.empty(), "a fault prints nothing else", outcome.output);
+  check(sentRequests().empty(), "words that are refused send nothing");
+}
+
+}  // namespace fuzz

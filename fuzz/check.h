@@ -1,0 +1,26 @@
+// What all fuzz targets share: how a target says that something does not hold, and how it takes its input apart.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fuzz {
+
+/// Ends the process with the promise that was broken, which libFuzzer records as a finding.
+[[noreturn]] void broken(const char* promise, const std::string& details);
+
+inline void check(bool holds, const char* promise, std::string_view details = {}) {
+  if (!holds) broken(promise, std::string(details));
+}
+
+/// The pieces of `input` between line feeds; one that ends in a line feed has no empty piece behind it.
+std::vector<std::string> linesOf(std::string_view input);
+
+inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
+  return {reinterpret_cast<const char*>(data), size};
+}
+
+}  // namespace fuzz

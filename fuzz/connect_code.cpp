@@ -1,0 +1,70 @@
+// A connect code: base64 that holds JSON, of which the client reads the host.
+//
+// Decoding undoes encoding, takes no more than the clean groups that the text begins with, and a code goes out as it
+// was typed exactly when an object with the host came out of it.
+#include <json/json.h>
+
+#include <memory>
+
+#include "fuzz/at_once.h"
+#include "fuzz/check.h"
+#include "sdk/base64.h"
+#include "sdk/facade.h"
+#include "sdk/link/json.h"
+
+namespace {
+
+constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+std::string encode(std::string_view bytes) {
+  std::string text;
+  for (std::size_t at = 0; at < bytes.size(); at += 3) {
+    const std::string_view group = bytes.substr(at, 3);
+    std::uint32_t bits = 0;
+    for (std::size_t i = 0; i < 3; ++i)
+      bits = bits << 8U | (i < group.size() ? static_cast<std::uint8_t>(group[i]) : 0);
+    for (std::size_t i = 0; i < 4; ++i) text += i <= group.size() ? kAlphabet[bits >> (18 - 6 * i) & 63U] : '=';
+  }
+  return text;
+}
+
+void checkDecoding(std::string_view text) {
+  fuzz::check(zephlinksdk::decodeBase64(encode(text)) == text, "decoding undoes encoding", text);
+  const std::string bytes = zephlinksdk::decodeBase64(text);
+  fuzz::check(bytes.size() <= text.size() / 4 * 3, "four characters give three bytes at most", text);
+  // The last group may hold bits that stand for nothing.
+  const std::string again = encode(bytes);
+  const std::size_t certain = bytes.size() / 3 * 4;
+  fuzz::check(text.substr(0, certain) == std::string_view(again).substr(0, certain), "bytes are those of the text",
+              text);
+  fuzz::check(text.size() >= again.size(), "padding is required", text);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static zephlinksdk::ZephlinkSDK* const sdk = fuzz::makeSdk();
+  const std::string_view text = fuzz::textOf(data, size);
+  checkDecoding(text);
+
+  const std::string code(text.substr(0, text.find('\0')));
+  Json::Value content;
+  std::string errors;
+  const bool readable = zephlinksdk::JsonParser().parse(zephlinksdk::decodeBase64(code), content, errors);
+  const bool named = readable && content.isObject() && content.isMember("u");
+
+  fuzz::answerWith({});
+  const auto record = ZephlinkSDK_connectToNetworkShareViaConnectCode(sdk, code.c_str(), nullptr, nullptr);
+  fuzz::check(record.hasError, "a call that nobody answers ends in an error", code);
+  fuzz::check(record.errorCode == (named ? ZephlinkSDK_Error_Timeout : ZephlinkSDK_Error_InvalidArgument),
+              "a code is refused exactly when it names no host", code);
+  fuzz::check(fuzz::sentRequests().size() == (named ? 1 : 0), "a code that is refused is not sent", code);
+  if (!named) return 0;
+  Json::Value request;
+  zephlinksdk::JsonParser().parse(fuzz::sentRequests()[0], request, errors);
+  // Only clean base64 characters are sure to survive the way into JSON; a broken tail may be no UTF-8.
+  const std::string sent = zephlinksdk::asString(zephlinksdk::member(request[1], "connect_code"));
+  fuzz::check(zephlinksdk::decodeBase64(sent) == zephlinksdk::decodeBase64(code), "a code goes out as it was typed",
+              code);
+  return 0;
+}

@@ -1,0 +1,75 @@
+// The translation of keys, with a table of its own beside the library's.
+//
+// What has no form of a key, or an unknown key, comes back unchanged; a text without places to fill comes out as it
+// stands, whatever arguments follow; a value that holds no brace stands exactly where its name stood.
+#include "l10n/translate.h"
+
+#include <json/json.h>
+
+#include <memory>
+
+#include "fuzz/check.h"
+#include "l10n/location_tables.h"
+
+namespace {
+
+constexpr zephlinksdk::Translation kRows[] = {
+    {"FILLED", "<{name}|{zephlinkProductName}|{name}|{}>"},
+    {"PLAIN", "as it stands"},
+};
+constexpr zephlinksdk::TranslationGroup kGroups[] = {{"FUZZ_", kRows}};
+static_assert(zephlinksdk::isSorted(kGroups));
+constexpr zephlinksdk::TranslationLanguage kLanguages[] = {{"en", kGroups}};
+constexpr zephlinksdk::TranslationTable kTable{kLanguages};
+
+Json::Value readObject(std::string_view text) {
+  Json::Value value;
+  Json::CharReaderBuilder builder;
+  builder["collectComments"] = false;
+  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+  try {
+    if (!reader->parse(text.data(), text.data() + text.size(), &value, nullptr)) return {};
+  } catch (const std::exception&) {
+    return {};
+  }
+  return value;
+}
+
+/// The text of FUZZ_FILLED for arguments that are an object of one text, "name"; nothing for any others.
+void checkFilled(std::string_view arguments, const std::string& text) {
+  const Json::Value object = readObject(arguments);
+  if (!object.isObject() || object.size() != 1 || !object["name"].isString()) return;
+  const std::string value = object["name"].asString();
+  if (value.find_first_of("{}") != std::string::npos) return;
+  fuzz::check(text == "<" + value + "|Zephlink|" + value + "|{}>", "a value stands where its name stood", text);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  zephlinksdk::registerTranslationTable(kTable);
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view input = fuzz::textOf(data, size);
+  const std::string text = zephlinksdk::translate(input);
+  const std::size_t end = input.find("}}");
+  if (!input.starts_with("{{") || end == std::string_view::npos) {
+    fuzz::check(text == input, "what is no key comes back unchanged", text);
+    return 0;
+  }
+  const std::string_view key = input.substr(2, end - 2);
+  const std::string_view behind = input.substr(end + 2);
+  if (key == "FUZZ_PLAIN") fuzz::check(text == "as it stands", "a text without places stays as it is", text);
+  if (key == "FUZZ_FILLED" && behind.starts_with("|")) checkFilled(behind.substr(1), text);
+  if (key == "FUZZ_FILLED" && !behind.starts_with("|")) {
+    fuzz::check(text == "<{name}|Zephlink|{name}|{}>", "without arguments only the product is filled in", text);
+  }
+  if (!key.starts_with("FUZZ_")) {
+    // One without places to fill, or an unknown one: nothing behind the braces counts but whether the key is known.
+    const std::string bare = zephlinksdk::translate(input.substr(0, end + 2));
+    fuzz::check(text == input || text == bare, "arguments change no text that has no place for them", text);
+  }
+  return 0;
+}
