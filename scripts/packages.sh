@@ -6,6 +6,7 @@ declare -A debian_packages=(
   [scripts]="python3"
   [peers]="nodejs npm python3-websockets gcc libwebsockets-dev"
   [lint]="git clang-format clang-tidy shellcheck"
+  [test]="python3 groff-base zsh fish"
   [package]="file pkgconf"
   [sources]="dpkg-dev"
   [windows]="g++-mingw-w64-x86-64-posix wine wine64 unzip"
