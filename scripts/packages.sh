@@ -7,6 +7,7 @@ declare -A debian_packages=(
   [peers]="nodejs npm python3-websockets gcc libwebsockets-dev"
   [fuzz]="clang libclang-rt-dev"
   [lint]="git clang-format clang-tidy shellcheck"
+  [test]="python3 groff-base zsh fish"
   [package]="file pkgconf"
   [sources]="dpkg-dev"
   [windows]="g++-mingw-w64-x86-64-posix wine wine64 unzip"

@@ -1,0 +1,171 @@
+// Writes a shell's completion from its template: the line "@RULES@" becomes the rules that the usage texts give.
+//
+// A rule is a line of slots, one a word of the command line. A slot is a choice of words with "|" between them, among
+// which "*" stands for any word and "@adapters", "@countries", ... for values that the daemon knows; a "+" behind the
+// last slot repeats it.
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/usage.h"
+
+namespace {
+
+using Rule = std::vector<std::string>;
+using Rules = std::vector<Rule>;
+
+struct LiveValue {
+  std::string_view placeholder;
+  const char* slot;
+};
+
+constexpr LiveValue kLiveValues[] = {
+    {"adapter id", "@adapters"}, {"country", "@countries"}, {"city", "@cities"},
+    {"number", "@numbers"},      {"tag", "@tags"},          {"peer uuid", "@peers"},
+    {"filepath", "@files"},
+};
+
+constexpr std::string_view kOpening = "<[(";
+constexpr std::string_view kClosing = ">])";
+
+bool isOpening(char letter) { return kOpening.find(letter) != std::string_view::npos; }
+bool isClosing(char letter) { return kClosing.find(letter) != std::string_view::npos; }
+
+std::string_view trimmed(std::string_view text) {
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  return text;
+}
+
+/// The pieces between the separators that stand outside of all brackets, without those that are empty.
+std::vector<std::string_view> split(std::string_view text, char separator) {
+  std::vector<std::string_view> pieces;
+  int depth = 0;
+  std::size_t start = 0;
+  for (std::size_t i = 0; i <= text.size(); ++i) {
+    if (i < text.size() && isOpening(text[i])) ++depth;
+    if (i < text.size() && isClosing(text[i])) --depth;
+    if (i < text.size() && (depth > 0 || text[i] != separator)) continue;
+    const std::string_view piece = trimmed(text.substr(start, i - start));
+    if (!piece.empty()) pieces.push_back(piece);
+    start = i + 1;
+  }
+  return pieces;
+}
+
+bool isWord(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char letter) {
+    return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '-' || letter == '_';
+  });
+}
+
+std::string placeholder(std::string_view name) {
+  for (const LiveValue& value : kLiveValues) {
+    if (value.placeholder == name) return value.slot;
+  }
+  return "*";
+}
+
+Rules sequence(std::string_view text, bool nested);
+
+/// What stands between a pair of brackets. A single word is a placeholder unless it may be left out of a choice.
+Rules group(std::string_view text, bool singleIsWord) {
+  const auto alternatives = split(text, '|');
+  std::string slot;
+  Rules rules;
+  const auto add = [&slot](const std::string& word) { slot += (slot.empty() ? "" : "|") + word; };
+  for (const std::string_view alternative : alternatives) {
+    if (const auto open = alternative.find('('); open != std::string_view::npos) {
+      const std::string_view choice = alternative.substr(open + 1, alternative.find(')') - open - 1);
+      for (const std::string_view word : split(choice, '|')) add(std::string(word));
+    } else if (isOpening(alternative.front())) {
+      for (const Rule& rule : sequence(alternative, true)) {
+        rule.size() == 1 && !rule[0].ends_with('+') ? add(rule[0]) : rules.push_back(rule);
+      }
+    } else {
+      const bool literal = isWord(alternative) && (alternatives.size() > 1 || singleIsWord);
+      add(literal ? std::string(alternative) : placeholder(alternative));
+    }
+  }
+  if (!slot.empty()) rules.insert(rules.begin(), Rule{slot});
+  return rules;
+}
+
+/// The rules of one word of a usage text, or of the brackets in its place.
+Rules item(std::string_view text, bool nested) {
+  if (!isOpening(text.front())) return group(text, true);
+  Rules rules = group(text.substr(1, text.size() - 2), nested && text.front() == '[');
+  // What a placeholder stands for has its place; a choice may be passed over.
+  if (text.front() == '[' && rules[0][0] != "*") rules.emplace_back();
+  return rules;
+}
+
+void repeat(Rules& rules) {
+  for (Rule& rule : rules) {
+    if (!rule.empty()) rule.back() += '+';
+  }
+}
+
+Rules sequence(std::string_view text, bool nested) {
+  Rules rules{{}};
+  const auto items = split(text, ' ');
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (items[i] == "...") continue;
+    Rules next = item(items[i], nested);
+    if (i + 1 < items.size() && items[i + 1] == "...") repeat(next);
+    Rules joined;
+    for (const Rule& head : rules) {
+      for (const Rule& tail : next) {
+        joined.push_back(head);
+        joined.back().insert(joined.back().end(), tail.begin(), tail.end());
+      }
+    }
+    rules = std::move(joined);
+  }
+  return rules;
+}
+
+std::string rulesText() {
+  std::set<std::string> lines;
+  const auto add = [&lines](const char* usage) {
+    for (const Rule& rule : sequence(usage, false)) {
+      std::string line;
+      for (const std::string& slot : rule) line += (line.empty() ? "" : " ") + slot;
+      lines.insert(line);
+    }
+  };
+  add("help");
+  std::for_each(std::begin(cli::usage::kListed), std::end(cli::usage::kListed), add);
+  std::for_each(std::begin(cli::usage::kUnlisted), std::end(cli::usage::kUnlisted), add);
+  std::string text;
+  for (const std::string& line : lines) text += line + "\n";
+  return text;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    std::cerr << "usage: completions TEMPLATE OUTPUT\n";
+    return EXIT_FAILURE;
+  }
+  std::ifstream input(argv[1]);
+  std::string text((std::istreambuf_iterator<char>(input)), std::istreambuf_iterator<char>());
+  constexpr std::string_view kMark = "@RULES@\n";
+  const auto mark = text.find(kMark);
+  if (mark == std::string::npos) {
+    std::cerr << argv[1] << ": no line of " << kMark;
+    return EXIT_FAILURE;
+  }
+  std::ofstream output(argv[2]);
+  output << text.replace(mark, kMark.size(), rulesText());
+  output.close();
+  return output ? EXIT_SUCCESS : EXIT_FAILURE;
+}

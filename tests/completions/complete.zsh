@@ -1,0 +1,31 @@
+# Completes a line in an interactive zsh on a terminal of its own and prints the matches, one a line:
+# zsh -f complete.zsh DIRECTORY DUMP LINE, where the directory holds the completion, and the dump file, which may be
+# lacking, keeps what zsh knows of its own.
+zmodload zsh/zpty
+
+setup='
+  unsetopt beep zle_bracketed_paste 2>/dev/null
+  fpath=('${(q)1}' $fpath)
+  autoload -Uz compinit && compinit -C -d '${(q)2}'
+  typeset -ga seen
+  compadd() {
+    local -a matches
+    builtin compadd -O matches "$@"
+    seen+=($matches)
+    builtin compadd "$@"
+  }
+  tell() { print -rl -- "<begin>" $seen "<en""d>" }
+  bound() { comppostfuncs=(tell); zle complete-word }
+  zle -N bound
+  bindkey "^I" bound
+  PS1=
+  precmd() { print -r -- "<rea""dy>" }
+'
+zpty shell zsh -f -i
+zpty -w shell "eval ${(q)setup}"
+zpty -r shell output '*<ready>*'
+zpty -w -n shell "$3"$'\t'
+zpty -r shell output '*<end>*'
+zpty -d shell
+output=${${output##*<begin>}%%<end>*}
+print -r -- ${output//$'\r'/}

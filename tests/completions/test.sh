@@ -1,0 +1,132 @@
+#!/usr/bin/env bash
+# The completions in the real shells, against the simulated daemon: tests/completions/test.sh DIRECTORY ZEPHCTL ZEPHSIM,
+# where the directory holds the completions. Status 77 if a shell is lacking and all is well in the others.
+# shellcheck disable=SC2317  # the functions of the shells are called by names that are put together
+set -euo pipefail
+directory=$(realpath "$1")
+here=$(realpath "$(dirname "$0")")
+zephsim=$(realpath "$3")
+PATH=$(dirname "$(realpath "$2")"):$PATH
+work=$(mktemp -d)
+simulators=()
+trap 'kill "${simulators[@]}" 2>/dev/null || true; rm -rf "$work"' EXIT
+
+# start_simulator NAME OPTION...: the port is in $port.
+start_simulator() {
+  "$zephsim" --port 0 "${@:2}" >"$work/$1" &
+  simulators+=($!)
+  local tries=0
+  until [[ -s $work/$1 ]]; do
+    tries=$((tries + 1))
+    if ((tries > 500)); then echo "The simulator did not start"; exit 1; fi
+    sleep 0.01
+  done
+  port=$(sed -n 's/^listening on .*://p' "$work/$1")
+}
+
+# complete_SHELL LINE prints what the shell offers for the word at the end of the line.
+complete_bash() {
+  # shellcheck disable=SC2016
+  timeout "$limit" bash --norc -c '
+    source "$1/zephctl.bash"
+    read -ra COMP_WORDS <<<"$2"
+    [[ $2 != *" " ]] || COMP_WORDS+=("")
+    COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+    $(complete -p zephctl | sed "s/.*-F \([^ ]*\).*/\1/")
+    printf "%s\n" "${COMPREPLY[@]}"' bash "$directory" "$1"
+}
+complete_zsh() { timeout "$limit" zsh -f "$here/complete.zsh" "$directory" "$work/zsh" "$1"; }
+complete_fish() {
+  # shellcheck disable=SC2016
+  timeout "$limit" fish --no-config -c 'source $argv[1]/zephctl.fish; complete -C $argv[2]' "$directory" "$1" | cut -f1
+}
+
+# Each line is completed as if "zephctl" stood in front; with two blanks before the "=" a new word begins. What is
+# offered, sorted, are the words behind the "=".
+cases() {
+  cat <<END
+st = startupconnect state stats streaming streamingbypass streamtest
+--p = --port
+jumbo  = off on
+jumbo on  =
+mode  = redundant speed streaming
+transport tcp = tcp tcp-multi
+adapter datalimit  = daily dailyboost monthly
+adapter bogus  =
+captiveportal login  = off on
+firewall mode  = allowlist denylist off
+firewall ports  = add rem set
+networksharing set a = alwaysOnDiscovery autoPairBehavior
+safebrowsing st = start stats stop
+show s = servers settings speedtest streaming streamingbypass
+show state  =
+stats 5 networksharing day w = week
+log report ann@example.com slow no = notes.txt
+log daemon 1 2 3  = error info verbose warn
+-p $live adapter priority  = eth0 share0 wlan0 wwan0
+-p $live adapter priority w = wlan0 wwan0
+-i 127.0.0.1 --port $live adapter priority eth0 a = always automatic
+-p $live captiveportal login on e = eth0
+-p $live connect u = us
+-p $live connect cl = closest
+-p $live connect us ny = nyc
+-p $live connect us nyc  = 1 2 3 4 5
+-p $live connect us-nyc- = us-nyc-1 us-nyc-2 us-nyc-3 us-nyc-4 us-nyc-5
+-p $live connectmethod j = jp
+-p $live networksharing peer request  = c1d7b3a0-0f6e-4b59-a2c8-31e5f7094d01
+-p $live networksharing set peer allowhost c1 = c1d7b3a0-0f6e-4b59-a2c8-31e5f7094d01
+-p $silent adapter priority  =
+-p $silent connect  = closest last p2p private public
+-p $dead networksharing reconnect  =
+END
+}
+
+touch "$work/notes.txt"
+cd "$work"
+start_simulator live
+live=$port
+start_simulator silent --silent
+silent=$port
+start_simulator dead
+dead=$port
+kill "${simulators[-1]}"
+wait "${simulators[-1]}" || true
+
+# check_shell SHELL: all lines in one shell.
+check_shell() {
+  local status=0 count=0 line words wanted offered seconds limit
+  if ! command -v "$1" >/dev/null; then
+    echo "SKIPPED: $1 is not installed"
+    return 77
+  fi
+  while IFS= read -r line; do
+    count=$((count + 1))
+    words=${line%% =*}
+    wanted=${line#* =}
+    wanted=${wanted# }
+    # A busy machine may take its time to answer. Where nothing answers, the shell's own bound must come before that of
+    # zephctl, which is 5 seconds.
+    seconds=10 limit=30
+    if [[ $words != *"$live"* ]]; then seconds='' limit=4; fi
+    offered=$(ZEPHCTL_COMPLETION_SECONDS=$seconds "complete_$1" "zephctl $words" | sed '/^$/d' | LC_ALL=C sort -u | paste -sd' ')
+    if [[ $offered != "$wanted" ]]; then
+      printf '%s: "zephctl %s" offers\n  %s\nand not\n  %s\n' "$1" "$words" "$offered" "$wanted"
+      status=1
+    fi
+  done < <(cases)
+  echo "$1: $count lines completed"
+  return "$status"
+}
+
+checks=()
+for shell in bash zsh fish; do
+  check_shell "$shell" </dev/null &
+  checks+=($!)
+done
+status=0
+for check in "${checks[@]}"; do
+  result=0
+  wait "$check" || result=$?
+  if [[ $result -ne 0 && $status -ne 1 ]]; then status=$result; fi
+done
+exit "$status"
