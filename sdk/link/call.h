@@ -136,8 +136,7 @@ Record perform(const Channel& channel, Call<Record> call, Wrap wrap) {
       WebsocketImpl::addExpectedEvent(description, report.event, report.filter);
     }
   }
-  wrap(std::move(description), result, parserOf(std::move(call.reports), result));
-  return result->copy();
+  return wrap(std::move(description), result, parserOf(std::move(call.reports), result));
 }
 
 }  // namespace detail
@@ -147,7 +146,7 @@ template <class Record>
 Record ask(const Channel& channel, Call<std::type_identity_t<Record>> call, Callback<Record> callback, void* userData) {
   const char* settingName = call.settingName;
   return detail::perform(channel, std::move(call), [&](auto description, const auto& result, const Parser& parser) {
-    wsNonSubscriptionWrapper(callback, userData, *channel, std::move(description), result, parser, settingName);
+    return wsNonSubscriptionWrapper(callback, userData, *channel, std::move(description), result, parser, settingName);
   });
 }
 
@@ -157,8 +156,8 @@ Record subscribe(const Channel& channel, const char* request, const char* report
                  Reader<std::type_identity_t<Record>> reader, Callback<Record> callback, void* userData) {
   return detail::perform<Record>(channel, {.requests = {request}, .reports = {{report, std::move(reader)}}},
                                  [&](auto description, const auto& result, const Parser& parser) {
-                                   wsSubscriptionWrapper(callback, userData, *channel, std::move(description), result,
-                                                         parser);
+                                   return wsSubscriptionWrapper(callback, userData, *channel, std::move(description),
+                                                                result, parser);
                                  });
 }
 
@@ -182,9 +181,8 @@ Record listenFor(const Channel& channel, const char* report, Reader<std::type_id
   WebsocketImpl::EventDescription description;
   WebsocketImpl::addListenEvent(description, report);
   std::vector<Report<Record>> reports{{report, std::move(reader)}};
-  wsSubscriptionWrapper(callback, userData, *channel, std::move(description), result,
-                        detail::parserOf(std::move(reports), result));
-  return result->copy();
+  return wsSubscriptionWrapper(callback, userData, *channel, std::move(description), result,
+                               detail::parserOf(std::move(reports), result));
 }
 
 }  // namespace zephlinksdk

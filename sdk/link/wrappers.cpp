@@ -49,9 +49,9 @@ bool readSettingsError(const Json::Value& data, const std::string& settingName, 
 
 }  // namespace
 
-void wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription description,
-               const std::shared_ptr<lockedHead>& result, const WebsocketImpl::wsWrapperOptions& options,
-               const Parser& parser, const Finish& finish) {
+ZephlinkSDK_Result wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription description,
+                             const std::shared_ptr<lockedHead>& result, const WebsocketImpl::wsWrapperOptions& options,
+                             const Parser& parser, const Finish& finish) {
   const auto wait = std::make_shared<Wait>();
   {
     const std::lock_guard lock(result->mutex);
@@ -59,7 +59,7 @@ void wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription descripti
     result->head.errorCode = ZephlinkSDK_Error_None;
     if (!options.async && WebsocketImpl::onChannelThread()) {
       setError(result->head, ZephlinkSDK_Error_SyncCallInCallback);
-      return;
+      return result->head;
     }
     if (options.async) {
       setError(result->head, ZephlinkSDK_Error_AsyncCall);
@@ -85,8 +85,10 @@ void wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription descripti
 
   // Before the entry stands: its callback may run at once, and finds the handle in the record.
   result->head.handle = WebsocketImpl::takeId();
-  channel.addEventDescription(result->head.handle, std::move(description), handler);
+  const ZephlinkSDK_Result immediate = result->head;
+  channel.addEventDescription(immediate.handle, std::move(description), handler);
   if (!options.async) wait->untilEnded();
+  return immediate;
 }
 
 }  // namespace zephlinksdk

@@ -46,35 +46,46 @@ using Finish = std::function<bool()>;
 
 /// Registers the entry and, in a synchronous call, waits for its end. What becomes of the call is in the record. A
 /// synchronous call on a channel thread is refused with `ZephlinkSDK_Error_SyncCallInCallback`, nothing being sent.
-void wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription description,
-               const std::shared_ptr<lockedHead>& result, const WebsocketImpl::wsWrapperOptions& options,
-               const Parser& parser, const Finish& finish);
+/// Returns the head as it was before the entry stood: an asynchronous call's, whatever has come in the meantime.
+ZephlinkSDK_Result wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription description,
+                             const std::shared_ptr<lockedHead>& result, const WebsocketImpl::wsWrapperOptions& options,
+                             const Parser& parser, const Finish& finish);
+
+/// The record that an asynchronous call returns: its head and nothing else.
+template <class T>
+T immediateRecord(const ZephlinkSDK_Result& head) {
+  T record{};
+  static_cast<ZephlinkSDK_Result&>(record) = head;
+  return record;
+}
 
 /// For methods that read what the daemon keeps: with a callback they stay subscribed until it returns false.
 template <class T>
-void wsSubscriptionWrapper(Callback<T> callback, void* userData, WebsocketImpl& channel,
-                           WebsocketImpl::EventDescription description, const std::shared_ptr<lockedResult<T>>& result,
-                           const Parser& parser) {
+T wsSubscriptionWrapper(Callback<T> callback, void* userData, WebsocketImpl& channel,
+                        WebsocketImpl::EventDescription description, const std::shared_ptr<lockedResult<T>>& result,
+                        const Parser& parser) {
   const Finish finish = [callback, userData, result] {
     return callback != nullptr && callback(result->record, userData);
   };
-  wsWrapper(channel, std::move(description), result, {.async = callback != nullptr, .subscription = true}, parser,
-            finish);
+  const ZephlinkSDK_Result immediate = wsWrapper(channel, std::move(description), result,
+                                                 {.async = callback != nullptr, .subscription = true}, parser, finish);
+  return callback != nullptr ? immediateRecord<T>(immediate) : result->copy();
 }
 
 /// For methods that end with their first answer. `settingName` is the name under which the daemon refuses the setting
 /// that the call changes, empty for any other call.
 template <class T>
-void wsNonSubscriptionWrapper(Callback<T> callback, void* userData, WebsocketImpl& channel,
-                              WebsocketImpl::EventDescription description,
-                              const std::shared_ptr<lockedResult<T>>& result, const Parser& parser,
-                              const std::string& settingName = {}) {
+T wsNonSubscriptionWrapper(Callback<T> callback, void* userData, WebsocketImpl& channel,
+                           WebsocketImpl::EventDescription description, const std::shared_ptr<lockedResult<T>>& result,
+                           const Parser& parser, const std::string& settingName = {}) {
   const Finish finish = [callback, userData, result] {
     if (callback != nullptr) callback(result->record, userData);
     return false;
   };
-  wsWrapper(channel, std::move(description), result,
-            {.async = callback != nullptr, .subscription = false, .settingName = settingName}, parser, finish);
+  const ZephlinkSDK_Result immediate =
+      wsWrapper(channel, std::move(description), result,
+                {.async = callback != nullptr, .subscription = false, .settingName = settingName}, parser, finish);
+  return callback != nullptr ? immediateRecord<T>(immediate) : result->copy();
 }
 
 }  // namespace zephlinksdk
