@@ -1,7 +1,8 @@
 // The translation of keys, with a table of its own beside the library's.
 //
 // What has no form of a key, or an unknown key, comes back unchanged; a text without places to fill comes out as it
-// stands, whatever arguments follow; a value that holds no brace stands exactly where its name stood.
+// stands, whatever arguments follow; a value that holds no brace stands exactly where its name stood; and no arguments
+// make a text of more than a few megabytes.
 #include "l10n/translate.h"
 
 #include <json/json.h>
@@ -12,6 +13,8 @@
 #include "l10n/location_tables.h"
 
 namespace {
+
+constexpr std::size_t kLargestText = std::size_t{2} * 1024 * 1024;
 
 constexpr zephlinksdk::Translation kRows[] = {
     {"FILLED", "<{name}|{zephlinkProductName}|{name}|{}>"},
@@ -54,6 +57,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view input = fuzz::textOf(data, size);
   const std::string text = zephlinksdk::translate(input);
+  fuzz::check(text.size() <= kLargestText + 2 * input.size(), "values that hold names do not grow without end");
   const std::size_t end = input.find("}}");
   if (!input.starts_with("{{") || end == std::string_view::npos) {
     fuzz::check(text == input, "what is no key comes back unchanged", text);

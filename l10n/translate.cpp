@@ -14,6 +14,8 @@ namespace {
 constexpr std::string_view kOpening = "{{";
 constexpr std::string_view kClosing = "}}";
 constexpr char kProductName[] = "zephlinkProductName";
+// Bytes. Values may hold the names of others, so a few hundred bytes of arguments could double a text without end.
+constexpr std::size_t kLargestText = std::size_t{1024} * 1024;
 
 struct Translator {
   std::mutex translationMutex;
@@ -67,10 +69,15 @@ Json::Value parseArguments(std::string_view text) {
   return Json::Value(Json::objectValue);
 }
 
-void replaceAll(std::string& text, const std::string& from, const std::string& to) {
-  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
-    text.replace(at, from.size(), to);
+/// What stands in a replacement is not searched. Stops, as far as it got, when the text has passed its bound.
+std::string replaceAll(std::string_view text, std::string_view from, std::string_view to) {
+  std::string result;
+  for (std::size_t at = text.find(from); at != std::string_view::npos; at = text.find(from)) {
+    result.append(text.substr(0, at)).append(to);
+    text.remove_prefix(at + from.size());
+    if (result.size() > kLargestText) break;
   }
+  return result.append(text);
 }
 
 std::string fillIn(std::string_view pattern, std::string_view argumentText, const std::string& applicationName) {
@@ -80,7 +87,8 @@ std::string fillIn(std::string_view pattern, std::string_view argumentText, cons
   arguments[kProductName] = applicationName;
   for (const std::string& name : arguments.getMemberNames()) {
     const Json::Value& value = arguments[name];
-    replaceAll(text, "{" + name + "}", value.isConvertibleTo(Json::stringValue) ? value.asString() : "");
+    text = replaceAll(text, "{" + name + "}", value.isConvertibleTo(Json::stringValue) ? value.asString() : "");
+    if (text.size() > kLargestText) break;
   }
   return text;
 }

@@ -46,6 +46,18 @@ TEST(TranslateDeathTest, GivesKeysBackBeforeAnyRegistration) {
   EXPECT_EXIT(check(), testing::ExitedWithCode(0), "");
 }
 
+/// Each value holds the next name twice: 40 arguments ask for a text of 2 to the 40th pieces.
+TEST_F(Translate, BoundsATextThatDoublesItself) {
+  std::string arguments;
+  for (int i = 10; i < 50; ++i) {
+    const std::string next = "{b" + std::to_string(i) + "}";
+    arguments += ",\"" + (i == 10 ? std::string("b") : "b" + std::to_string(i - 1)) + "\":\"" + next + next + "\"";
+  }
+  const std::string text = translate("{{TEST.chain}}|{\"a\":\"{b}\"" + arguments + "}");
+  EXPECT_GT(text.size(), std::size_t{1024} * 1024);
+  EXPECT_LT(text.size(), std::size_t{4} * 1024 * 1024);
+}
+
 TEST_F(Translate, HasEveryKeyInEveryLanguage) {
   const std::map<std::string_view, std::size_t> expected = {
       {"ADAPTERTYPES.", 9}, {"LOCATION.CITY.", 85}, {"LOCATION.COUNTRY.", 57}};
