@@ -35,7 +35,7 @@ void keepRequest(const std::string& text) {
 namespace zephlinksdk {
 
 // In place of the channel's own: the whole life of an entry, up to its time-out.
-std::uint64_t WebsocketImpl::addEventDescription(EventDescription description, Handler handler) {
+void WebsocketImpl::addEventDescription(std::uint64_t, EventDescription description, Handler handler) {
   for (const std::string& request : description.requests) keepRequest(request);
   std::vector<std::string> names = description.listenEvents;
   for (const ExpectedEvent& expected : description.expectedEvents) names.push_back(expected.event);
@@ -44,15 +44,14 @@ std::uint64_t WebsocketImpl::addEventDescription(EventDescription description, H
     root[1] = parse(report);
     for (const std::string& name : names) {
       root[0] = name;
-      if (handler(name, report, root)) return 1;
+      if (handler(name, report, root)) return;
     }
   }
-  if (description.expectedEvents.empty()) return 1;
+  if (description.expectedEvents.empty()) return;
   Json::Value timeout(Json::objectValue);
   timeout["msg"] = "Timeout";
   timeout["type"] = static_cast<Json::UInt>(ZephlinkSDK_Error_Timeout);
   handler("sdk_error", "sdk_error", timeout);
-  return 1;
 }
 
 // In place of the channel's own, whose queue nobody would empty.

@@ -142,8 +142,9 @@ class Table {
       WebsocketImpl::addExpectedEvent(description, plan.event.c_str(), plan.filter);
     }
     const std::size_t entry = added++;
-    ids[entry] = channel.addEventDescription(
-        std::move(description),
+    ids[entry] = WebsocketImpl::takeId();
+    channel.addEventDescription(
+        ids[entry], std::move(description),
         [this, entry, plan](const std::string& event, const std::string& message, const Json::Value&) {
           return deliver(entry, plan, event, message);
         });
@@ -203,7 +204,7 @@ struct Link {
     daemon.accept();
     WebsocketImpl::EventDescription description;
     WebsocketImpl::addListenEvent(description, kEnd);
-    channel.addEventDescription(std::move(description),
+    channel.addEventDescription(WebsocketImpl::takeId(), std::move(description),
                                 [this](const std::string&, const std::string&, const Json::Value&) {
                                   end.open();
                                   return false;
