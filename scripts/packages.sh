@@ -4,7 +4,8 @@
 declare -A debian_packages=(
   [build]="g++ cmake ninja-build libjsoncpp-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev libncurses-dev"
   [scripts]="python3"
-  [peers]="nodejs npm python3-websockets gcc libwebsockets-dev"
+  [peers]="python3-websockets gcc libwebsockets-dev"
+  [npm]="nodejs npm"
   [fuzz]="clang libclang-rt-dev"
   [lint]="git clang-format clang-tidy shellcheck"
   [test]="python3 groff-base zsh fish"
