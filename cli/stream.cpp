@@ -20,11 +20,6 @@ void StreamClock::start() {
   changed.notify_all();
 }
 
-bool StreamClock::isRunning() {
-  const std::lock_guard lock(mutex);
-  return startTime != 0;
-}
-
 void StreamClock::waitForStart() {
   std::unique_lock lock(mutex);
   changed.wait(lock, [this] { return startTime != 0; });

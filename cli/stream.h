@@ -17,8 +17,6 @@ class StreamClock {
   /// Wall-clock seconds of the first call; later calls do nothing.
   void start();
 
-  bool isRunning();
-
   void waitForStart();
 
   /// Waits until `seconds` have passed since the start, counted in whole seconds; without end when `seconds` is 0 or
@@ -53,13 +51,12 @@ bool printStreamRecord(Record record, void* clock) {
 }
 
 /// Calls a method so that it prints what it subscribes to. Returns the handle. A call that is refused calls nobody
-/// back: its error is printed as a first event. The record may also hold the error of an event that its callback has
-/// printed, but then the clock runs.
+/// back: its error stands for the first event.
 template <const char* Label, auto Print, class Record>
 std::uint64_t openStream(Record (&method)(zephlinksdk::ZephlinkSDK*, zephlinksdk::Callback<Record>, void*),
                          StreamClock& clock) {
   const Record record = method(g_sdk, printStreamRecord<Record, Label, Print>, &clock);
-  if (record.hasError && !clock.isRunning()) printStreamRecord<Record, Label, Print>(record, &clock);
+  if (record.hasError) printStreamRecord<Record, Label, Print>(record, &clock);
   return record.handle;
 }
 
