@@ -49,7 +49,9 @@ Cost runChild(const std::vector<std::string>& words, const std::string& inputFil
   const int output = start(words, inputFile, process);
   for (ssize_t count = 1; count > 0;) {
     count = read(output, bytes.data(), bytes.size());
-    if (count > 0) cost.outputBytes += static_cast<std::size_t>(count);
+    if (count <= 0) break;
+    if (cost.outputBytes == 0) cost.firstOutput.assign(bytes.data(), static_cast<std::size_t>(count));
+    cost.outputBytes += static_cast<std::size_t>(count);
     if (enough > 0 && cost.outputBytes >= enough) kill(process, SIGTERM);
   }
   close(output);
@@ -58,9 +60,13 @@ Cost runChild(const std::vector<std::string>& words, const std::string& inputFil
   wait4(process, &status, 0, &usage);
   cost.wallSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
   cost.cpuSeconds = seconds(usage.ru_utime) + seconds(usage.ru_stime);
-  cost.peakKilobytes = usage.ru_maxrss;
   if (enough == 0 && status != 0) throw std::runtime_error(words[0] + " failed");
   return cost;
+}
+
+double peakMegabytes(std::vector<std::string> words) {
+  words.insert(words.begin(), PEAK_PATH);
+  return std::stod(runChild(words).firstOutput) / 1024;
 }
 
 Simulator::Simulator() {

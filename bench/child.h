@@ -9,13 +9,16 @@ namespace bench {
 struct Cost {
   double wallSeconds = 0;
   double cpuSeconds = 0;
-  long peakKilobytes = 0;
   std::size_t outputBytes = 0;
+  std::string firstOutput;  ///< what the first read brought
 };
 
 /// Runs `words[0]` with its output read and counted, and its input from `inputFile` (empty: none). Ends it by SIGTERM
 /// once the output holds `enough` bytes (0: it ends by itself).
 Cost runChild(const std::vector<std::string>& words, const std::string& inputFile = {}, std::size_t enough = 0);
+
+/// Peak memory of a program that succeeds.
+double peakMegabytes(std::vector<std::string> words);
 
 /// A simulator on a free port, for as long as the object lives.
 class Simulator {

@@ -132,10 +132,9 @@ void printRatios() {
           measureInTurn(
               kRounds, [&] { return wall(add); }, [&] { return wall(state); }),
           1000, "ms", 1.3);
-    const Pair memory{static_cast<double>(runChild(state).peakKilobytes),
-                      static_cast<double>(runChild({LINKED_PATH}).peakKilobytes)};
+    const Pair memory{peakMegabytes(state), peakMegabytes({LINKED_PATH})};
     std::printf("%-58s %8.2f MB above %6.2f MB: %5.2f MB (bound 8)\n", "state, peak memory / a program that only links",
-                memory.ours / 1024, memory.floor / 1024, (memory.ours - memory.floor) / 1024);
+                memory.ours, memory.floor, memory.ours - memory.floor);
   }
   for (const std::size_t megabytes : {10, 20, 40}) printBurst(megabytes * kMegabyte);
 }
