@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace tests {
@@ -53,6 +54,12 @@ std::vector<std::string> ScriptedDaemon::heard() {
 bool ScriptedDaemon::waitForRequests(std::size_t count) {
   std::unique_lock lock(mutex);
   return changed.wait_for(lock, kPatience, [&] { return requests.size() >= count; });
+}
+
+bool ScriptedDaemon::waitForRequest(const std::string& text) {
+  std::unique_lock lock(mutex);
+  return changed.wait_for(lock, kPatience,
+                          [&] { return std::find(requests.begin(), requests.end(), text) != requests.end(); });
 }
 
 bool ScriptedDaemon::waitForConnections(std::size_t count) {

@@ -34,6 +34,8 @@ class ScriptedDaemon {
 
   /// Waits for that many requests behind the hello, or for that many connections so far; false after 30 seconds.
   bool waitForRequests(std::size_t count);
+  /// Waits for this very request.
+  bool waitForRequest(const std::string& text);
   bool waitForConnections(std::size_t count);
 
  private:

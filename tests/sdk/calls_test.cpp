@@ -235,11 +235,9 @@ TEST(Calls, TextsQueuedJustBeforeTheEndLeave) {
     EXPECT_FALSE(ZephlinkSDK_subscribeStats(sdk.get(), true, 6, periods).hasError);
     EXPECT_FALSE(ZephlinkSDK_subscribeStats(sdk.get(), false, 6, periods).hasError);
   }
-  ASSERT_TRUE(daemon.waitForRequests(2));
-  const auto heard = daemon.heard();
   // The keep-alive thread may have repeated the first in between.
-  EXPECT_EQ(heard.front(), R"(["stat_subscribe",{"enable":true,"periods":[24,168,720,1,2]},"zephlink_sdk"])");
-  EXPECT_EQ(heard.back(), R"(["stat_subscribe",{"enable":false},"zephlink_sdk"])");
+  EXPECT_TRUE(daemon.waitForRequest(R"(["stat_subscribe",{"enable":false},"zephlink_sdk"])"));
+  EXPECT_EQ(daemon.heard().front(), R"(["stat_subscribe",{"enable":true,"periods":[24,168,720,1,2]},"zephlink_sdk"])");
 }
 
 TEST(Calls, KeepAliveRepeatsTheSubscriptionAtOnce) {
