@@ -10,6 +10,7 @@
 #include <unistd.h>
 #endif
 
+#include <cstdio>
 #include <stdexcept>
 #include <string>
 
@@ -115,10 +116,16 @@ Process::Process(const std::vector<std::string>& words, std::string_view input) 
   const Pipe errors(false);
   StartupInfo start(in.readEnd, output.writeEnd, errors.writeEnd);
   PROCESS_INFORMATION process{};
-  if (::CreateProcessW(nullptr, wide(command).data(), nullptr, nullptr, TRUE, EXTENDED_STARTUPINFO_PRESENT, nullptr,
-                       nullptr, start.get(), &process) == 0) {
-    throw std::runtime_error("cannot start " + words[0]);
+  // Wine refuses a start now and then while many programs start beside it; the next attempt succeeds.
+  constexpr int kAttempts = 20;
+  bool started = false;
+  for (int attempt = 0; attempt < kAttempts && !started; ++attempt) {
+    started = ::CreateProcessW(nullptr, wide(command).data(), nullptr, nullptr, TRUE, EXTENDED_STARTUPINFO_PRESENT,
+                               nullptr, nullptr, start.get(), &process) != 0;
+    if (!started) std::fprintf(stderr, "%s: no start, error %lu\n", words[0].c_str(), ::GetLastError());
+    if (!started) ::Sleep(10);
   }
+  if (!started) throw std::runtime_error("cannot start " + words[0]);
   ::CloseHandle(process.hThread);
   for (HANDLE childEnd : {in.readEnd, output.writeEnd, errors.writeEnd}) ::CloseHandle(childEnd);
   DWORD written = 0;
