@@ -16,7 +16,6 @@ namespace {
 
 constexpr const char* kOrigin = "easywsclient://";
 constexpr const char* kSource = "zephlink_sdk";
-constexpr const char* kSdkError = "sdk_error";
 constexpr int kPollMs = 100;
 constexpr std::chrono::milliseconds kPause{250};
 

@@ -30,6 +30,9 @@ class WebsocketImpl {
  public:
   static constexpr std::uint64_t kDefaultTimeoutMs = 5000;
 
+  /// The event under which the channel itself tells an entry of its time-out.
+  static constexpr const char* kSdkError = "sdk_error";
+
   /// Called on the channel thread with the event's name, the whole message and, if some entry asked for it, its parsed
   /// form. True removes the entry.
   using Handler = std::function<bool(const std::string& event, const std::string& message, const Json::Value& root)>;

@@ -10,7 +10,6 @@ namespace zephlinksdk {
 
 namespace {
 
-constexpr const char* kSdkError = "sdk_error";
 constexpr const char* kSettingsError = "report_settings_error";
 
 /// What a synchronous caller sleeps on.
@@ -71,7 +70,7 @@ ZephlinkSDK_Result wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescrip
   const auto handler = [wait, result, options, parser, finish](const std::string& event, const std::string& message,
                                                                const Json::Value& root) {
     const std::lock_guard lock(result->mutex);
-    if (event == kSdkError) {
+    if (event == WebsocketImpl::kSdkError) {
       readSdkError(root, result->head);
     } else if (event == kSettingsError && !options.settingName.empty()) {
       if (!readSettingsError(element(root, 1), options.settingName, result->head)) return false;
