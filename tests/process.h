@@ -1,14 +1,13 @@
 // Runs a program as a test sees it: its words, its input, both output streams byte for byte, its exit status.
 #pragma once
 
-#include <chrono>
-#include <condition_variable>
-#include <memory>
-#include <mutex>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <thread>
 #include <vector>
+
+#include "tests/watched.h"
 
 namespace tests {
 
@@ -28,13 +27,12 @@ class Process {
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
 
-  static constexpr std::chrono::milliseconds kPatience{30000};
+  static constexpr std::chrono::milliseconds kPatience = tests::kPatience;
 
   /// Waits until standard output holds `text` `times` times. False when the program ends before, or after `patience`.
   bool waitForOutput(std::string_view text, int times = 1, std::chrono::milliseconds patience = kPatience);
-  bool waitForError(std::string_view text);
 
-  std::string outputSoFar();
+  std::string outputSoFar() { return out.get().text; }
 
   void kill();
 
@@ -42,21 +40,17 @@ class Process {
   ProgramRun finish();
 
  private:
-  struct Native;
   struct Stream {
     std::string text;
     bool ended = false;
-    std::thread reader;
   };
+  static void collect(Watched<Stream>& stream, int pipe);
 
-  void collect(Stream& stream, std::intptr_t pipe);
-  bool waitFor(Stream& stream, std::string_view text, int times, std::chrono::milliseconds patience);
-
-  std::mutex mutex;
-  std::condition_variable changed;
-  Stream out;
-  Stream err;
-  std::unique_ptr<Native> native;
+  Watched<Stream> out;
+  Watched<Stream> err;
+  std::thread outReader;
+  std::thread errReader;
+  std::intptr_t native = 0;  // what the system knows it by; 0 once it has ended
 };
 
 /// Runs `zephctl` to its end against a daemon on this port.
