@@ -1,13 +1,12 @@
 // A daemon that answers as a test tells it, and remembers what it heard.
 #pragma once
 
-#include <condition_variable>
 #include <map>
-#include <mutex>
 #include <string>
 #include <vector>
 
 #include "simulator/ws_server.h"
+#include "tests/watched.h"
 
 namespace tests {
 
@@ -21,7 +20,7 @@ class ScriptedDaemon {
  public:
   /// Answers each request at once, on the connection that it came from. Listens on a free loopback port.
   explicit ScriptedDaemon(Answers script = {});
-  ~ScriptedDaemon();
+  ~ScriptedDaemon() { server.stop(); }
 
   std::uint16_t port() const { return server.port(); }
   zephsim::WsServer& socket() { return server; }
@@ -30,22 +29,20 @@ class ScriptedDaemon {
   void send(std::string text) { server.broadcast(std::move(text)); }
 
   /// What came so far but for the hello, without the line feeds that end the texts.
-  std::vector<std::string> heard();
+  std::vector<std::string> heard() { return requests.get(); }
 
   /// Waits for that many requests behind the hello, or for that many connections so far; false after 30 seconds.
   bool waitForRequests(std::size_t count);
+  bool waitForConnections(std::size_t count);
   /// Waits for this very request.
   bool waitForRequest(const std::string& text);
-  bool waitForConnections(std::size_t count);
 
  private:
   void onText(zephsim::Connection connection, const std::string& text);
 
   Answers answers;
-  std::mutex mutex;
-  std::condition_variable changed;
-  std::vector<std::string> requests;
-  std::size_t connections = 0;
+  Watched<std::vector<std::string>> requests;
+  Watched<std::size_t> connections;
   zephsim::WsServer server;
 };
 
