@@ -1,12 +1,12 @@
 // The library as a host uses it: a configuration towards a scripted daemon, and a place that collects records.
 #pragma once
 
-#include <chrono>
-#include <condition_variable>
 #include <functional>
 #include <memory>
-#include <mutex>
+#include <string>
 #include <string_view>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "sdk/facade.h"
@@ -30,6 +30,36 @@ inline ZephlinkSDK_Config configFor(std::uint16_t port, std::string_view appName
 
 inline Sdk connectTo(std::uint16_t port) { return Sdk(ZephlinkSDK_create(configFor(port))); }
 
+/// A daemon and an object that is connected to it.
+struct Host {
+  ScriptedDaemon daemon;
+  Sdk owner = connectTo(daemon.port());
+  zephlinksdk::ZephlinkSDK* sdk = owner.get();
+
+  explicit Host(Answers answers = {}) : daemon(std::move(answers)) {}
+};
+
+inline std::string stateReport(int state) {
+  return event("report_current_state", "{\"state\":" + std::to_string(state) + "}");
+}
+
+inline const std::string kVersionReport = event("report_version_data", R"({"maj":1,"min":2,"bug":3,"build":4})");
+
+/// A state request is answered with these, a version request with the one version.
+inline Answers statesAndVersion(const std::vector<int>& states) {
+  Answers answers{{"request_version_data", {kVersionReport}}};
+  for (const int state : states) answers["request_current_state"].push_back(stateReport(state));
+  return answers;
+}
+
+/// Runs `work`, which gets its number, on that many threads at once, to the end.
+template <class Work>
+void onThreads(int count, const Work& work) {
+  std::vector<std::thread> threads;
+  for (int i = 0; i < count; ++i) threads.emplace_back(work, i);
+  for (std::thread& thread : threads) thread.join();
+}
+
 /// Collects what a callback gets; `collect` is the callback, the object its user data.
 template <class Record>
 class Collector {
@@ -40,27 +70,19 @@ class Collector {
   static bool collect(Record record, void* userData) {
     auto* self = static_cast<Collector*>(userData);
     const bool more = self->answer(record);
-    const std::lock_guard lock(self->mutex);
-    self->records.push_back(record);
-    self->changed.notify_all();
+    self->records.change([&](auto& heard) { heard.push_back(record); });
     return more;
   }
 
   /// Waits for that many records; false after 30 seconds.
   bool waitFor(std::size_t count) {
-    std::unique_lock lock(mutex);
-    return changed.wait_for(lock, std::chrono::seconds(30), [&] { return records.size() >= count; });
+    return records.waitUntil([&](const auto& heard) { return heard.size() >= count; });
   }
 
-  std::vector<Record> all() {
-    const std::lock_guard lock(mutex);
-    return records;
-  }
+  std::vector<Record> all() { return records.get(); }
 
  private:
-  std::mutex mutex;
-  std::condition_variable changed;
-  std::vector<Record> records;
+  Watched<std::vector<Record>> records;
 };
 
 }  // namespace tests

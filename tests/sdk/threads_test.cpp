@@ -5,9 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
-#include <string>
 #include <thread>
-#include <vector>
 
 #ifndef _WIN32
 #include <sys/resource.h>
@@ -17,19 +15,6 @@
 
 namespace tests {
 namespace {
-
-std::string stateReport(int state) {
-  return event("report_current_state", "{\"state\":" + std::to_string(state) + "}");
-}
-
-const std::string kVersion = event("report_version_data", R"({"maj":1,"min":2,"bug":3,"build":4})");
-const std::string kNetworks = event("report_networks", R"([{"guid":"wlan0","name":"Wi-Fi"}])");
-
-Answers answers() {
-  return {{"request_current_state", {stateReport(6)}},
-          {"request_version_data", {kVersion}},
-          {"request_networks", {kNetworks}}};
-}
 
 /// ZEPHCTL_ROUNDS makes the loops longer: scripts/threads.
 int rounds(int otherwise) {
@@ -54,23 +39,16 @@ int roundsWithDescriptors(int otherwise) {
 }
 
 TEST(Threads, CallersOnManyThreadsGetTheirOwnAnswers) {
-  ScriptedDaemon daemon(answers());
-  const Sdk sdk = connectTo(daemon.port());
+  Host host(statesAndVersion({6}));
   const int perThread = rounds(200) / 8;
   std::atomic<int> right{0};
-  std::vector<std::thread> callers;
-  for (int i = 0; i < 8; ++i) {
-    callers.emplace_back([&, i] {
-      for (int n = 0; n < perThread; ++n) {
-        if ((i + n) % 2 == 0) {
-          right += ZephlinkSDK_getState(sdk.get(), nullptr, nullptr).state == ZephlinkSDK_State_Connected ? 1 : 0;
-        } else {
-          right += ZephlinkSDK_getVersion(sdk.get(), nullptr, nullptr).build == 4 ? 1 : 0;
-        }
-      }
-    });
-  }
-  for (std::thread& caller : callers) caller.join();
+  onThreads(8, [&](int thread) {
+    for (int n = 0; n < perThread; ++n) {
+      const bool good = (thread + n) % 2 == 0 ? ZephlinkSDK_getState(host.sdk, nullptr, nullptr).state == 6
+                                              : ZephlinkSDK_getVersion(host.sdk, nullptr, nullptr).build == 4;
+      right += good ? 1 : 0;
+    }
+  });
   EXPECT_EQ(right, 8 * perThread);
 }
 
@@ -92,10 +70,10 @@ struct Chain {
 };
 
 TEST(Threads, CallbacksRegisterMoreCalls) {
-  ScriptedDaemon daemon(answers());
-  const Sdk sdk = connectTo(daemon.port());
-  Chain chain{sdk.get(), rounds(200), {}};
-  ZephlinkSDK_getVersion(sdk.get(), Chain::next, &chain);
+  Chain chain{nullptr, rounds(200), {}};
+  Host host(statesAndVersion({}));
+  chain.sdk = host.sdk;
+  ZephlinkSDK_getVersion(host.sdk, Chain::next, &chain);
   ASSERT_TRUE(chain.done.waitFor(1));
   EXPECT_EQ(chain.done.all()[0].build, 4);
 }
@@ -113,63 +91,44 @@ struct Owned {
 };
 
 TEST(Threads, ListenersAreRemovedFromOtherThreadsDuringDelivery) {
-  ScriptedDaemon daemon(answers());
-  const Sdk sdk = connectTo(daemon.port());
+  Host host(statesAndVersion({6}));
   std::atomic<bool> over{false};
   std::thread flood([&] {
     while (!over) {
-      daemon.send(stateReport(1));
-      ZephlinkSDK_getState(sdk.get(), nullptr, nullptr);  // the next report once this one has come
+      host.daemon.send(stateReport(1));
+      ZephlinkSDK_getState(host.sdk, nullptr, nullptr);  // the next report once this one has come
     }
   });
   std::atomic<int> touched{0};
-  const int perThread = rounds(200) / 4;
-  std::vector<std::thread> removers;
-  for (int i = 0; i < 4; ++i) {
-    removers.emplace_back([&] {
-      for (int n = 0; n < perThread; ++n) {
-        Owned owned;
-        owned.touched = &touched;
-        const auto handle = ZephlinkSDK_getState(sdk.get(), Owned::hear, &owned).handle;
-        if (n % 2 == 0) std::this_thread::yield();
-        ZephlinkSDK_removeListener(sdk.get(), handle);
-        owned.mine = true;
-      }
-    });
-  }
-  for (std::thread& remover : removers) remover.join();
+  onThreads(4, [&, perThread = rounds(200) / 4](int) {
+    for (int n = 0; n < perThread; ++n) {
+      Owned owned;
+      owned.touched = &touched;
+      const auto handle = ZephlinkSDK_getState(host.sdk, Owned::hear, &owned).handle;
+      if (n % 2 == 0) std::this_thread::yield();
+      ZephlinkSDK_removeListener(host.sdk, handle);
+      owned.mine = true;
+    }
+  });
   over = true;
   flood.join();
   EXPECT_EQ(touched, 0);
 }
 
 TEST(Threads, StartAndShutdownRace) {
-  ScriptedDaemon daemon(answers());
+  ScriptedDaemon daemon(statesAndVersion({}));
   const int wanted = roundsWithDescriptors(200);
   std::atomic<int> next{0};
   std::atomic<int> wrong{0};
-  std::vector<std::thread> makers;
-  for (int i = 0; i < 4; ++i) {
-    makers.emplace_back([&] {
-      for (int n = next++; n < wanted; n = next++) {
-        Collector<ZephlinkSDK_VersionResult> versions;  // outlives the object that calls it
-        const Sdk sdk = connectTo(daemon.port());
-        switch (n % 4) {
-          case 0:
-            break;
-          case 1:
-            ZephlinkSDK_getVersion(sdk.get(), Collector<ZephlinkSDK_VersionResult>::collect, &versions);
-            break;
-          case 2:
-            ZephlinkSDK_subscribeStats(sdk.get(), true, 0, nullptr);
-            break;
-          default:
-            if (ZephlinkSDK_getVersion(sdk.get(), nullptr, nullptr).build != 4) ++wrong;
-        }
-      }
-    });
-  }
-  for (std::thread& maker : makers) maker.join();
+  onThreads(4, [&](int) {
+    for (int n = next++; n < wanted; n = next++) {
+      Collector<ZephlinkSDK_VersionResult> versions;  // outlives the object that calls it
+      const Sdk sdk = connectTo(daemon.port());
+      if (n % 4 == 1) ZephlinkSDK_getVersion(sdk.get(), versions.collect, &versions);
+      if (n % 4 == 2) ZephlinkSDK_subscribeStats(sdk.get(), true, 0, nullptr);
+      if (n % 4 == 3 && ZephlinkSDK_getVersion(sdk.get(), nullptr, nullptr).build != 4) ++wrong;
+    }
+  });
   EXPECT_EQ(wrong, 0);
 }
 
