@@ -122,8 +122,10 @@ class Reader {
       return body.size();
     } else if (const auto fault = kFaults.find(word); fault != kFaults.end()) {
       for (const std::string& row : first.rows) {
-        cases.push_back(fault->second(words(expanded(row)), expanded(rest)));
-        cases.back().line = first.number;
+        for (const std::string& line : cells(row)) {
+          cases.push_back(fault->second(words(expanded(line)), expanded(rest)));
+          cases.back().line = first.number;
+        }
       }
     } else if (word == "$" || word == "$~") {
       const Lines own = until(lines, [](const std::string& mark) { return !kDetails.contains(mark); });
