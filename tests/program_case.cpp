@@ -3,9 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 #include <utility>
-
-#include "sdk/link/json.h"
 
 namespace tests {
 
@@ -30,12 +29,24 @@ ProgramCase fault(const char* kind, std::vector<std::string> words, const std::s
 
 }  // namespace
 
+std::vector<std::string> command(std::uint16_t port, const std::vector<std::string>& words) {
+  std::vector<std::string> all{ZEPHCTL_PATH, "-p", std::to_string(port)};
+  all.insert(all.end(), words.begin(), words.end());
+  return all;
+}
+
 void check(const ProgramCase& row) {
   SCOPED_TRACE(joined(row.words));
   ScriptedDaemon daemon(row.answers);
-  const ProgramRun run = zephctl(daemon.port(), row.words, row.input);
+  Process process(command(daemon.port(), row.words), row.input);
+  if (row.endless) {
+    EXPECT_TRUE(process.waitForOutput("]\n\n", row.blocks));
+    process.kill();
+  }
+  const ProgramRun run = process.finish();
   EXPECT_EQ(run.out, row.out);
   EXPECT_EQ(run.err, row.err);
+  if (row.endless) return;
   EXPECT_EQ(run.status, row.status);
   // What leaves at the very end may still be on its way.
   if (daemon.heard().size() < row.sent.size()) daemon.waitForRequests(row.sent.size());
@@ -47,14 +58,19 @@ std::string errorObject(unsigned code, const std::string& type, const std::strin
          "\",\n\t\"errorType\" : \"" + type + "\"\n}";
 }
 
-std::string printed(const std::string& json) {
+Json::Value parsed(const std::string& json) {
   Json::Value value;
-  std::string errors;
-  EXPECT_TRUE(zephlinksdk::JsonParser().parse(json, value, errors)) << errors << json;
+  std::istringstream(json) >> value;
+  return value;
+}
+
+std::string printedValue(const Json::Value& value) {
   Json::StreamWriterBuilder builder;
   builder["emitUTF8"] = true;
   return Json::writeString(builder, value);
 }
+
+std::string printed(const std::string& json) { return printedValue(parsed(json)); }
 
 std::string refusedSetting(const std::string& setting) {
   return event("report_settings_error", R"({"setting":")" + setting + R"(","type":12,"msg":"Not for you"})");
@@ -72,6 +88,11 @@ ProgramCase invalidCase(std::vector<std::string> words, const std::string& usage
 
 ProgramCase missingCase(std::vector<std::string> words, const std::string& usage) {
   return fault("Missing", std::move(words), usage, 3);
+}
+
+ProgramCase unknownCase(std::vector<std::string> words, const std::string& status) {
+  static const std::string usage = Process({ZEPHCTL_PATH, "help"}).finish().out;
+  return {.words = std::move(words), .err = usage, .status = status.empty() ? 4 : std::stoi(status)};
 }
 
 bool sendUntilPrinted(ScriptedDaemon& daemon, Process& run, const std::string& text, const std::string& printed) {

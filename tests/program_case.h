@@ -1,6 +1,8 @@
 // One run of the program as a row: its words, what the daemon answers, what must be sent and printed.
 #pragma once
 
+#include <json/json.h>
+
 #include <ostream>
 #include <string>
 #include <vector>
@@ -19,7 +21,16 @@ struct ProgramCase {
   std::string err = {};
   int status = 0;
   std::string input = {};
+  /// Runs until that many blocks of a stream were printed, and is killed then: its status and requests are not
+  /// compared.
+  bool endless = false;
+  int blocks = 0;
+  /// Where it stands in a file of cases.
+  int line = 0;
 };
+
+/// The words that start `zephctl` with these against a daemon on this port.
+std::vector<std::string> command(std::uint16_t port, const std::vector<std::string>& words);
 
 /// Runs the case against a daemon of its own and compares everything.
 void check(const ProgramCase& row);
@@ -27,7 +38,11 @@ void check(const ProgramCase& row);
 /// The error object as the program prints it.
 std::string errorObject(unsigned code, const std::string& type, const std::string& message);
 
-/// A JSON text as the program prints it.
+/// Reads a JSON text; throws std::runtime_error when it is none.
+Json::Value parsed(const std::string& json);
+
+/// JSON as the program prints it.
+std::string printedValue(const Json::Value& value);
 std::string printed(const std::string& json);
 
 /// A setting that a daemon refuses, and what the program says about it.
@@ -40,6 +55,8 @@ std::string request(const std::string& name, const std::string& members = "null"
 /// Faults of the program's words: nothing is sent, and one line on standard error names the usage text.
 ProgramCase invalidCase(std::vector<std::string> words, const std::string& usage);
 ProgramCase missingCase(std::vector<std::string> words, const std::string& usage);
+/// Words that name no action: the whole usage text on standard error, and this status, 4 where none is told.
+ProgramCase unknownCase(std::vector<std::string> words, const std::string& status = {});
 
 /// Sends an event until the program has printed it, since a listener sends nothing that tells from when on it hears.
 /// False when it is never printed.
