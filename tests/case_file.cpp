@@ -238,7 +238,6 @@ class Reader {
         made.out += value(rest);
       } else if (mark == "*") {
         made.out += "[\"" + name + "\",\n" + value(data) + "]\n\n";
-        ++made.blocks;
       } else if (mark == "*!") {
         made.err += "[\"error\",\n" + error(rest) + "]\n\n";
       } else if (mark == "!") {
@@ -267,14 +266,15 @@ void append(std::vector<CaseLine>& lines, int number, const std::string& text) {
     lines.push_back({.number = number, .text = text});
     return;
   }
+  if (lines.empty()) throw std::runtime_error("it goes on with no line");
   CaseLine& line = lines.back();
   const std::string word = headAndRest(line.text).first;
   const bool hasRows = word == "table" || Reader::kFaults.contains(word);
-  if (hasRows && text[2] != ' ') {
+  if (hasRows && (text[2] != ' ' || line.rows.empty())) {
     line.rows.push_back(text.substr(2));
   } else {
     std::string& before = hasRows ? line.rows.back() : line.text;
-    const bool goesOn = std::string_view(",[{").find(before.back()) != std::string_view::npos;
+    const bool goesOn = before.ends_with(',') || before.ends_with('[') || before.ends_with('{');
     before += (goesOn ? "" : " ") + trimmed(text);
   }
 }

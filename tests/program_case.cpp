@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <sstream>
 #include <utility>
@@ -40,7 +41,7 @@ void check(const ProgramCase& row) {
   ScriptedDaemon daemon(row.answers);
   Process process(command(daemon.port(), row.words), row.input);
   if (row.endless) {
-    EXPECT_TRUE(process.waitForOutput("]\n\n", row.blocks));
+    EXPECT_TRUE(process.waitForOutput(row.out));
     process.kill();
   }
   const ProgramRun run = process.finish();
@@ -50,7 +51,12 @@ void check(const ProgramCase& row) {
   EXPECT_EQ(run.status, row.status);
   // What leaves at the very end may still be on its way.
   if (daemon.heard().size() < row.sent.size()) daemon.waitForRequests(row.sent.size());
-  EXPECT_EQ(daemon.heard(), row.sent);
+  std::vector<std::string> heard = daemon.heard();
+  for (std::size_t i = 0; i < std::min(heard.size(), row.sent.size()); ++i) {
+    const std::size_t any = row.sent[i].find(",*,");
+    if (any != std::string::npos && heard[i].compare(0, any, row.sent[i], 0, any) == 0) heard[i] = row.sent[i];
+  }
+  EXPECT_EQ(heard, row.sent);
 }
 
 std::string errorObject(unsigned code, const std::string& type, const std::string& message) {

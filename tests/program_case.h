@@ -15,7 +15,7 @@ namespace tests {
 struct ProgramCase {
   std::vector<std::string> words;
   Answers answers = {};
-  /// The requests that the daemon must hear, in order; the hello is not among them.
+  /// The requests that the daemon must hear, in order; the hello is not among them. Members `*` stand for any.
   std::vector<std::string> sent = {};
   std::string out = {};
   std::string err = {};
