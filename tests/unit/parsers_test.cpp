@@ -112,15 +112,6 @@ TEST(Parsers, ServerTags) {
   }
 }
 
-TEST(Parsers, DirectionalModes) {
-  EXPECT_EQ(parsed(parseDirectionalMode, "on"), ZephlinkSDK_ConnectionDirectionalMode_On);
-  EXPECT_EQ(parsed(parseDirectionalMode, "strict_off"), ZephlinkSDK_ConnectionDirectionalMode_StrictOff);
-  EXPECT_EQ(parsed(parseDirectionalMode, "backup_off"), ZephlinkSDK_ConnectionDirectionalMode_BackupOff);
-  for (const char* word : {"STRICT_OFF", "off", "on ", ""}) {
-    EXPECT_EQ(parsed(parseDirectionalMode, word), kRefused) << word;
-  }
-}
-
 /// One rule as "protocol port end", or "refused".
 std::string portRule(std::string word, bool allowLowPorts, bool allowRange) {
   char* words[] = {word.data()};
