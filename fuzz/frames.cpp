@@ -22,24 +22,20 @@ using zephlinksdk::WebSocketClient;
 // What one call of `poll` reads, and what a socket pair takes without a reader.
 constexpr std::size_t kLargestStream = 16384;
 
-struct Cursor {
-  std::string_view rest;
+std::optional<std::string_view> take(std::string_view& rest, std::uint64_t size) {
+  if (size > rest.size()) return std::nullopt;
+  const std::string_view taken = rest.substr(0, static_cast<std::size_t>(size));
+  rest.remove_prefix(taken.size());
+  return taken;
+}
 
-  std::optional<std::string_view> take(std::uint64_t size) {
-    if (size > rest.size()) return std::nullopt;
-    const std::string_view taken = rest.substr(0, static_cast<std::size_t>(size));
-    rest.remove_prefix(taken.size());
-    return taken;
-  }
-
-  std::optional<std::uint64_t> number(std::size_t size) {
-    const auto bytes = take(size);
-    if (!bytes) return std::nullopt;
-    std::uint64_t value = 0;
-    for (const char byte : *bytes) value = value * 256 + static_cast<std::uint8_t>(byte);
-    return value;
-  }
-};
+std::optional<std::uint64_t> takeNumber(std::string_view& rest, std::size_t size) {
+  const auto bytes = take(rest, size);
+  if (!bytes) return std::nullopt;
+  std::uint64_t value = 0;
+  for (const char byte : *bytes) value = value * 256 + static_cast<std::uint8_t>(byte);
+  return value;
+}
 
 struct Frame {
   unsigned head;         // its first byte: FIN and the opcode
@@ -49,17 +45,17 @@ struct Frame {
 };
 
 /// The next frame, read by the simplest decoder that can be; nothing if it is not whole.
-std::optional<Frame> takeFrame(Cursor& cursor) {
-  const auto first = cursor.number(1);
-  const auto second = cursor.number(1);
+std::optional<Frame> takeFrame(std::string_view& rest) {
+  const auto first = takeNumber(rest, 1);
+  const auto second = takeNumber(rest, 1);
   if (!first || !second) return std::nullopt;
   std::optional<std::uint64_t> length = *second & 127U;
-  if (*length >= 126) length = cursor.number(*length == 126 ? 2 : 8);
-  const auto key = length ? cursor.take((*second & 128U) != 0 ? 4 : 0) : std::nullopt;
+  if (*length >= 126) length = takeNumber(rest, *length == 126 ? 2 : 8);
+  const auto key = length ? take(rest, (*second & 128U) != 0 ? 4 : 0) : std::nullopt;
   if (!key) return std::nullopt;
   Frame frame{static_cast<unsigned>(*first), *key, *length >> 63U != 0, {}};
   if (frame.lengthIsIllegal) return frame;
-  const auto payload = cursor.take(*length);
+  const auto payload = take(rest, *length);
   if (!payload) return std::nullopt;
   frame.payload = *payload;
   for (std::size_t i = 0; i < frame.payload.size() && !key->empty(); ++i) {
@@ -79,8 +75,7 @@ struct Expected {
 Expected decode(std::string_view stream) {
   Expected expected;
   std::string message;
-  Cursor cursor{stream};
-  while (const auto frame = takeFrame(cursor)) {
+  while (const auto frame = takeFrame(stream)) {
     const unsigned opcode = frame->head & 15U;
     const bool isPing = opcode == 9;
     const bool closes = frame->lengthIsIllegal || (opcode > 2 && !isPing && opcode != 10);
@@ -103,14 +98,13 @@ struct Answers {
 Answers readAnswers(std::string_view bytes) {
   constexpr std::string_view kCloseFrame("\x88\x80\0\0\0\0", 6);
   Answers answers;
-  Cursor cursor{bytes};
-  while (!cursor.rest.empty() && cursor.rest != kCloseFrame) {
-    const auto frame = takeFrame(cursor);
+  while (!bytes.empty() && bytes != kCloseFrame) {
+    const auto frame = takeFrame(bytes);
     fuzz::check(frame && !frame->lengthIsIllegal && !frame->key.empty(), "a client's frames are whole and masked");
     fuzz::check(frame->head == 0x8A, "a client answers with pongs, and closes with an empty frame behind them");
     answers.pongs.push_back(frame->payload);
   }
-  answers.closes = !cursor.rest.empty();
+  answers.closes = !bytes.empty();
   return answers;
 }
 
