@@ -12,18 +12,11 @@ namespace {
 std::vector<std::string> g_reports;
 std::vector<std::string> g_sent;
 
-Json::Value parse(const std::string& text) {
-  static zephlinksdk::JsonParser parser;
-  Json::Value value;
-  std::string errors;
-  parser.parse(text, value, errors);
-  return value;
-}
-
 void keepRequest(const std::string& text) {
   fuzz::check(text.ends_with("}\n") || text.ends_with("\"]\n"), "a request ends in one line feed", text);
   fuzz::check(text.find('\n') == text.size() - 1, "a request is one line", text);
-  const Json::Value request = parse(text);
+  Json::Value request;
+  fuzz::parseJson(text, request);
   const bool formed = request.isArray() && request.size() == 3 && request[0].isString() &&
                       (request[1].isObject() || request[1].isNull()) && request[2] == "zephlink_sdk";
   fuzz::check(formed, "a request is its event, an object or nothing, and where it comes from", text);
@@ -41,7 +34,7 @@ void WebsocketImpl::addEventDescription(std::uint64_t, EventDescription descript
   for (const ExpectedEvent& expected : description.expectedEvents) names.push_back(expected.event);
   for (const std::string& report : g_reports) {
     Json::Value root(Json::arrayValue);
-    root[1] = parse(report);
+    fuzz::parseJson(report, root[1]);
     for (const std::string& name : names) {
       root[0] = name;
       if (handler(name, report, root)) return;

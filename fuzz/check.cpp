@@ -2,7 +2,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
+
+#include "sdk/link/json.h"
 
 namespace fuzz {
 
@@ -16,11 +19,16 @@ void broken(const char* promise, const std::string& details) {
 std::vector<std::string> linesOf(std::string_view input) {
   std::vector<std::string> lines;
   while (!input.empty()) {
-    const std::size_t end = input.find('\n');
-    lines.emplace_back(input.substr(0, end));
-    input = end == std::string_view::npos ? std::string_view() : input.substr(end + 1);
+    lines.emplace_back(input.substr(0, input.find('\n')));
+    input.remove_prefix(std::min(input.size(), lines.back().size() + 1));
   }
   return lines;
+}
+
+bool parseJson(std::string_view text, Json::Value& value) {
+  static zephlinksdk::JsonParser parser;
+  std::string errors;
+  return parser.parse(text, value, errors);
 }
 
 }  // namespace fuzz

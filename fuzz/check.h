@@ -1,6 +1,8 @@
 // What all fuzz targets share: how a target says that something does not hold, and how it takes its input apart.
 #pragma once
 
+#include <json/json.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -18,6 +20,9 @@ inline void check(bool holds, const char* promise, std::string_view details = {}
 
 /// The pieces of `input` between line feeds; one that ends in a line feed has no empty piece behind it.
 std::vector<std::string> linesOf(std::string_view input);
+
+/// False when the text is no JSON; `value` then holds what could be read.
+bool parseJson(std::string_view text, Json::Value& value);
 
 inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};

@@ -2,10 +2,6 @@
 //
 // Decoding undoes encoding, takes no more than the clean groups that the text begins with, and a code goes out as it
 // was typed exactly when an object with the host came out of it.
-#include <json/json.h>
-
-#include <memory>
-
 #include "fuzz/at_once.h"
 #include "fuzz/check.h"
 #include "sdk/base64.h"
@@ -49,8 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const std::string code(text.substr(0, text.find('\0')));
   Json::Value content;
-  std::string errors;
-  const bool readable = zephlinksdk::JsonParser().parse(zephlinksdk::decodeBase64(code), content, errors);
+  const bool readable = fuzz::parseJson(zephlinksdk::decodeBase64(code), content);
   const bool named = readable && content.isObject() && content.isMember("u");
 
   fuzz::answerWith({});
@@ -61,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::check(fuzz::sentRequests().size() == (named ? 1 : 0), "a code that is refused is not sent", code);
   if (!named) return 0;
   Json::Value request;
-  zephlinksdk::JsonParser().parse(fuzz::sentRequests()[0], request, errors);
+  fuzz::parseJson(fuzz::sentRequests()[0], request);
   // Only clean base64 characters are sure to survive the way into JSON; a broken tail may be no UTF-8.
   const std::string sent = zephlinksdk::asString(zephlinksdk::member(request[1], "connect_code"));
   fuzz::check(zephlinksdk::decodeBase64(sent) == zephlinksdk::decodeBase64(code), "a code goes out as it was typed",

@@ -5,10 +5,6 @@
 // make a text of more than a few megabytes.
 #include "l10n/translate.h"
 
-#include <json/json.h>
-
-#include <memory>
-
 #include "fuzz/check.h"
 #include "l10n/location_tables.h"
 
@@ -25,23 +21,11 @@ static_assert(zephlinksdk::isSorted(kGroups));
 constexpr zephlinksdk::TranslationLanguage kLanguages[] = {{"en", kGroups}};
 constexpr zephlinksdk::TranslationTable kTable{kLanguages};
 
-Json::Value readObject(std::string_view text) {
-  Json::Value value;
-  Json::CharReaderBuilder builder;
-  builder["collectComments"] = false;
-  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
-  try {
-    if (!reader->parse(text.data(), text.data() + text.size(), &value, nullptr)) return {};
-  } catch (const std::exception&) {
-    return {};
-  }
-  return value;
-}
-
 /// The text of FUZZ_FILLED for arguments that are an object of one text, "name"; nothing for any others.
 void checkFilled(std::string_view arguments, const std::string& text) {
-  const Json::Value object = readObject(arguments);
-  if (!object.isObject() || object.size() != 1 || !object["name"].isString()) return;
+  Json::Value object;
+  if (!fuzz::parseJson(arguments, object) || !object.isObject() || object.size() != 1 || !object["name"].isString())
+    return;
   const std::string value = object["name"].asString();
   if (value.find_first_of("{}") != std::string::npos) return;
   fuzz::check(text == "<" + value + "|Zephlink|" + value + "|{}>", "a value stands where its name stood", text);

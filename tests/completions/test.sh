@@ -11,17 +11,13 @@ work=$(mktemp -d)
 simulators=()
 trap 'kill "${simulators[@]}" 2>/dev/null || true; rm -rf "$work"' EXIT
 
-# start_simulator NAME OPTION...: the port is in $port.
+# start_simulator OPTION...: the port is in $port.
 start_simulator() {
-  "$zephsim" --port 0 "${@:2}" >"$work/$1" &
+  local output greeting
+  exec {output}< <(exec "$zephsim" --port 0 "$@")
   simulators+=($!)
-  local tries=0
-  until [[ -s $work/$1 ]]; do
-    tries=$((tries + 1))
-    if ((tries > 500)); then echo "The simulator did not start"; exit 1; fi
-    sleep 0.01
-  done
-  port=$(sed -n 's/^listening on .*://p' "$work/$1")
+  read -r -t 10 greeting <&"$output" || { echo "The simulator did not start"; exit 1; }
+  port=${greeting##*:}
 }
 
 # complete_SHELL LINE prints what the shell offers for the word at the end of the line.
@@ -83,11 +79,11 @@ END
 
 touch "$work/notes.txt"
 cd "$work"
-start_simulator live
+start_simulator
 live=$port
-start_simulator silent --silent
+start_simulator --silent
 silent=$port
-start_simulator dead
+start_simulator
 dead=$port
 kill "${simulators[-1]}"
 wait "${simulators[-1]}" || true
@@ -125,8 +121,6 @@ for shell in bash zsh fish; do
 done
 status=0
 for check in "${checks[@]}"; do
-  result=0
-  wait "$check" || result=$?
-  if [[ $result -ne 0 && $status -ne 1 ]]; then status=$result; fi
+  wait "$check" || status=$((status == 1 ? 1 : $?))
 done
 exit "$status"

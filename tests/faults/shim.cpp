@@ -12,9 +12,11 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -52,25 +54,18 @@ struct Plan {
   char call[20] = "";
   int code = 0;
   long first = 0;
-  long count = 0;
+  long count = 1;
 
   Plan() {
     const char* text = std::getenv("FAULT");
     if (text == nullptr) return;
     char kind[20] = "";
-    const char* callEnd = std::strchr(text, ':');
-    const char* kindEnd = callEnd != nullptr ? std::strchr(callEnd + 1, ':') : nullptr;
-    if (kindEnd == nullptr || callEnd - text >= 20 || kindEnd - callEnd > 20) std::abort();
-    std::memcpy(call, text, static_cast<std::size_t>(callEnd - text));
-    std::memcpy(kind, callEnd + 1, static_cast<std::size_t>(kindEnd - callEnd - 1));
-    char* rest = nullptr;
-    first = std::strtol(kindEnd + 1, &rest, 10);
-    count = *rest == ':' ? std::strtol(rest + 1, nullptr, 10) : 1;
+    const int read = std::sscanf(text, "%19[^:]:%19[^:]:%ld:%ld", call, kind, &first, &count);
     for (const Kind& known : kKinds) {
       if (std::strcmp(known.name, kind) == 0) code = known.code;
     }
     // A plan that is misspelt must not pass for one without findings.
-    if (code == 0 || first < 1) std::abort();
+    if (read < 3 || code == 0 || first < 1) std::abort();
   }
 };
 
@@ -95,119 +90,92 @@ int failure(const char* call) {
   return wanted.code;
 }
 
-template <class Function>
-Function* real(Function*, const char* name) {
-  return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+/// Whether the code is an error's, which errno then has.
+bool fails(int code) {
+  if (code <= 0) return false;
+  errno = code;
+  return true;
 }
 
-#define REAL(name) static auto* const real_##name = real(::name, #name)
+/// The system's own function.
+#define REAL(name)                                                                             \
+  (*[] {                                                                                       \
+    static auto* const found = reinterpret_cast<decltype(&::name)>(::dlsym(RTLD_NEXT, #name)); \
+    return found;                                                                              \
+  }())
 
 /// The common course: -1 and errno where a failure is due.
-#define FAIL_OR(call, otherwise)  \
-  const int code = failure(call); \
-  if (code > 0) {                 \
-    errno = code;                 \
-    return -1;                    \
-  }                               \
-  return otherwise
+#define FAIL_OR_CALL(name, ...) (fails(failure(#name)) ? -1 : REAL(name)(__VA_ARGS__))
 
 }  // namespace
 
 extern "C" {
 
-int socket(int domain, int type, int protocol) noexcept {
-  REAL(socket);
-  FAIL_OR("socket", real_socket(domain, type, protocol));
-}
+int socket(int domain, int type, int protocol) noexcept { return FAIL_OR_CALL(socket, domain, type, protocol); }
 
 int connect(int socket, const sockaddr* address, socklen_t size) {
-  REAL(connect);
   const int code = failure("connect");
-  if (code == 0) return real_connect(socket, address, size);
+  if (!fails(code)) return REAL(connect)(socket, address, size);
   // An interrupted one goes on by itself.
-  if (code == EINTR) real_connect(socket, address, size);
+  if (code == EINTR) REAL(connect)(socket, address, size);
   errno = code;
   return -1;
 }
 
 ssize_t send(int socket, const void* data, std::size_t size, int flags) {
-  REAL(send);
   const int code = failure("send");
-  if (code > 0) {
-    errno = code;
-    return -1;
-  }
-  return real_send(socket, data, code == kShort && size > 1 ? 1 : size, flags);
+  if (fails(code)) return -1;
+  return REAL(send)(socket, data, code == kShort ? std::min<std::size_t>(size, 1) : size, flags);
 }
 
 ssize_t recv(int socket, void* data, std::size_t size, int flags) {
-  REAL(recv);
   const int code = failure("recv");
   if (code == kEnd) return 0;
-  if (code > 0) {
-    errno = code;
-    return -1;
-  }
-  return real_recv(socket, data, code == kShort && size > 1 ? 1 : size, flags);
+  if (fails(code)) return -1;
+  return REAL(recv)(socket, data, code == kShort ? std::min<std::size_t>(size, 1) : size, flags);
 }
 
 int poll(pollfd* watched, nfds_t count, int timeout) {
-  REAL(poll);
   const int code = failure("poll");
-  if (code == kNone) {
-    for (nfds_t i = 0; i < count; ++i) watched[i].revents = 0;
-    return 0;
-  }
-  if (code > 0) {
-    errno = code;
-    return -1;
-  }
-  return real_poll(watched, count, timeout);
+  if (code != kNone) return fails(code) ? -1 : REAL(poll)(watched, count, timeout);
+  for (nfds_t i = 0; i < count; ++i) watched[i].revents = 0;
+  return 0;
 }
 
 int fcntl(int descriptor, int command, ...) {
-  REAL(fcntl);
   va_list list;
   va_start(list, command);
   void* argument = va_arg(list, void*);
   va_end(list);
-  FAIL_OR("fcntl", real_fcntl(descriptor, command, argument));
+  return FAIL_OR_CALL(fcntl, descriptor, command, argument);
 }
 
 int setsockopt(int socket, int level, int name, const void* value, socklen_t size) noexcept {
-  REAL(setsockopt);
-  FAIL_OR("setsockopt", real_setsockopt(socket, level, name, value, size));
+  return FAIL_OR_CALL(setsockopt, socket, level, name, value, size);
 }
 
-int pipe2(int ends[2], int flags) noexcept {
-  REAL(pipe2);
-  FAIL_OR("pipe2", real_pipe2(ends, flags));
-}
+int pipe2(int ends[2], int flags) noexcept { return FAIL_OR_CALL(pipe2, ends, flags); }
 
 // The standard streams stay whole: what they say is the outcome.
 ssize_t write(int descriptor, const void* data, std::size_t size) {
-  REAL(write);
-  if (descriptor <= STDERR_FILENO) return real_write(descriptor, data, size);
-  FAIL_OR("write", real_write(descriptor, data, size));
+  if (descriptor <= STDERR_FILENO) return REAL(write)(descriptor, data, size);
+  return FAIL_OR_CALL(write, descriptor, data, size);
 }
 
 ssize_t read(int descriptor, void* data, std::size_t size) {
-  REAL(read);
-  if (descriptor <= STDERR_FILENO) return real_read(descriptor, data, size);
-  FAIL_OR("read", real_read(descriptor, data, size));
+  if (descriptor <= STDERR_FILENO) return REAL(read)(descriptor, data, size);
+  return FAIL_OR_CALL(read, descriptor, data, size);
 }
 
 int getaddrinfo(const char* host, const char* service, const addrinfo* hints, addrinfo** addresses) {
-  REAL(getaddrinfo);
   // Its errors are negative, and so are the kinds of ours.
   const int code = failure("getaddrinfo");
-  return code != 0 ? code : real_getaddrinfo(host, service, hints, addresses);
+  return code != 0 ? code : REAL(getaddrinfo)(host, service, hints, addresses);
 }
 
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*), void* data) noexcept {
-  REAL(pthread_create);
   const int code = failure("pthread_create");
-  return code != 0 ? code : real_pthread_create(thread, attributes, start, data);
+  return code != 0 ? code : REAL(pthread_create)(thread, attributes, start, data);
 }
 
 }  // extern "C"

@@ -23,21 +23,14 @@ COMMANDS = [
     ("daemon", "exit"),
 ]
 
-REQUESTS = [
-    "request_current_state", "request_version_data", "request_directory", "request_firewall_settings",
-    "set_firewall_domains", "request_networks", "request_connection_stats", "request_session_stats",
-    "request_streaming_stats",
-]
-
 
 def reports():
-    table = {}
-    for request in REQUESTS:
-        members = {"domains": ["example.com"]} if request == "set_firewall_domains" else None
-        table[request] = [zephtest.text_of(*answer) for answer in zephtest.answers(request, members)]
-    servers = [zephtest.server(number) for number in range(1, MANY)]
-    table["request_directory"] = [zephtest.text_of("report_directory", servers)]
-    return table
+    answers = {
+        **zephtest.ANSWERS,
+        "set_firewall_domains": ("report_firewall_settings", {**zephtest.FIREWALL, "domains": ["example.com"]}),
+        "request_directory": ("report_directory", [zephtest.server(number) for number in range(1, MANY)]),
+    }
+    return {request: [zephtest.text_of(*answer)] for request, answer in answers.items()}
 
 
 def as_lines(table):

@@ -2,43 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <iterator>
 #include <set>
-#include <sstream>
 #include <string>
+#include <string_view>
 
 #include "cli/program_name.h"
 
 namespace {
 
-std::string generalUsage() {
-  std::FILE* file = std::tmpfile();
-  cli::printUsage(file);
-  std::string text(static_cast<std::size_t>(std::ftell(file)), '\0');
-  std::rewind(file);
-  text.resize(std::fread(text.data(), 1, text.size(), file));
-  std::fclose(file);
-  return text;
-}
-
 TEST(Usage, ListsEveryActionOnce) {
-  cli::setProgramName("/usr/bin/zephctl");
-  std::istringstream usage(generalUsage());
-  std::string line;
-  std::getline(usage, line);
-  EXPECT_EQ(line, "zephctl v14.9.1.12483");
-  std::getline(usage, line);
-  EXPECT_EQ(line, "Usage : zephctl action");
-  std::getline(usage, line);
-  EXPECT_EQ(line, "Actions:");
-
-  std::set<std::string> actions;
-  while (std::getline(usage, line)) {
-    EXPECT_EQ(line.find_first_not_of(' '), 3u) << line;
-    EXPECT_TRUE(actions.insert(line).second) << line;
-  }
-  EXPECT_EQ(actions.size(), 74u);
-  EXPECT_EQ(actions.count("   esni <on|off>"), 0u);
+  const std::set<std::string_view> actions(std::begin(cli::usage::kListed), std::end(cli::usage::kListed));
+  EXPECT_EQ(std::size(cli::usage::kListed), 74U);
+  EXPECT_EQ(actions.size(), 74U);
+  EXPECT_FALSE(actions.contains("esni <on|off>"));
 }
 
 TEST(ProgramName, IsWhatStandsBehindTheLastSeparator) {

@@ -29,31 +29,13 @@ void expectWhole(const Table& table) {
 }
 
 TEST(Words, TablesCoverTheirEnumerations) {
-  expectWhole(kBondingModeWire);
-  expectWhole(kBondingModeWords);
-  expectWhole(kTransportModeWords);
-  expectWhole(kPortProtocolWords);
-  expectWhole(kConnectionPriorityWords);
-  expectWhole(kDirectionalModeWords);
-  expectWhole(kAdapterTypeWords);
-  expectWhole(kFirewallModeWords);
-  expectWhole(kLocalProxyMatchModeWords);
-  expectWhole(kDisconnectReasonWords);
-  expectWhole(kDaemonLogLevelWords);
-  expectWhole(kSafeBrowsingLogLevelWords);
-  expectWhole(kSafeBrowsingOverrideWords);
-  expectWhole(kPairRequestBehaviorWords);
-  expectWhole(kAutoPairBehaviorWords);
-  expectWhole(kPeerRoleWords);
-  expectWhole(cli::kStateWords);
-  expectWhole(cli::kConnectMethodWords);
-  expectWhole(cli::kPaymentTypeWords);
-  expectWhole(cli::kAccountActionWords);
-  expectWhole(cli::kAdapterStateWords);
-  expectWhole(cli::kStreamHealthWords);
-  expectWhole(cli::kSpeedTestTypeWords);
-  expectWhole(cli::kPeerStatusWords);
-  expectWhole(cli::kPeerTunnelStatusWords);
+  const auto expectAllWhole = [](const auto&... tables) { (expectWhole(tables), ...); };
+  expectAllWhole(kBondingModeWire, kBondingModeWords, kTransportModeWords, kPortProtocolWords, kConnectionPriorityWords,
+                 kDirectionalModeWords, kAdapterTypeWords, kFirewallModeWords, kLocalProxyMatchModeWords,
+                 kDisconnectReasonWords, kDaemonLogLevelWords, kSafeBrowsingLogLevelWords, kSafeBrowsingOverrideWords,
+                 kPairRequestBehaviorWords, kAutoPairBehaviorWords, kPeerRoleWords, cli::kStateWords,
+                 cli::kConnectMethodWords, cli::kPaymentTypeWords, cli::kAccountActionWords, cli::kAdapterStateWords,
+                 cli::kStreamHealthWords, cli::kSpeedTestTypeWords, cli::kPeerStatusWords, cli::kPeerTunnelStatusWords);
 }
 
 template <typename Value>
