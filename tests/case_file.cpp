@@ -1,11 +1,14 @@
 #include "tests/case_file.h"
 
 #include <algorithm>
+#include <ctime>
 #include <fstream>
+#include <iomanip>
 #include <map>
 #include <regex>
 #include <set>
 #include <span>
+#include <sstream>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -83,6 +86,14 @@ std::string value(const std::string& text) {
   Json::Value result;
   for (const std::string& piece : cells(text, " ++ ")) lay(result, parsed(piece));
   return printedValue(result);
+}
+
+/// Seconds since the epoch of a local time `year-month-dayThour:minute:second`.
+std::string localTime(const std::string& text) {
+  std::tm time{};
+  std::istringstream(text) >> std::get_time(&time, "%Y-%m-%dT%H:%M:%S");
+  time.tm_isdst = -1;
+  return std::to_string(std::mktime(&time));
 }
 
 class Reader {
@@ -189,6 +200,7 @@ class Reader {
       return all;
     }
     const auto [name, argument] = headAndRest(text);
+    if (name == "local") return localTime(argument);
     const auto found = names.find(name);
     if (found == names.end()) throw std::runtime_error("no such name: " + text);
     return argument.empty() ? found->second : replaced(found->second, "#", argument);

@@ -1,4 +1,4 @@
-// The daemon's log files, problem reports and the daemon's end.
+// Problem reports, and words that no report answers.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,75 +11,6 @@
 
 namespace tests {
 namespace {
-
-constexpr const char* kLogUsage = "log <erase|daemon>";
-constexpr const char* kDaemonUsage =
-    "log daemon <file size> <files per daemon> <total files> <verbose|info|warn|error>";
-constexpr const char* kReportUsage = "log report <email> <message> <filepath>";
-
-std::string settings(const std::string& data) { return event("report_log_settings", data); }
-
-std::string shownSettings(const std::string& fileSize, const std::string& files, const std::string& total,
-                          const std::string& level) {
-  return "{\n\t\"daemon\" : \n\t{\n\t\t\"fileSize\" : " + fileSize + ",\n\t\t\"filesPerDaemon\" : " + files +
-         ",\n\t\t\"logLevel\" : " + level + ",\n\t\t\"totalFiles\" : " + total + "\n\t}\n}";
-}
-
-TEST(LogSettings, PrintTheirNumbers) {
-  const auto show = [](const std::string& data, const std::string& out) {
-    check({.words = {"show", "logsettings"},
-           .answers = {{"request_log_settings", {settings(data)}}},
-           .sent = {request("request_log_settings")},
-           .out = out});
-  };
-  int number = 0;
-  for (const std::string level : {"verbose", "info", "warn", "error"}) {
-    show(R"({"daemon":{"file_size":11,"files_per_daemon":12,"total_files":13,"log_level":")" + level + "\"}}",
-         shownSettings("11", "12", "13", std::to_string(number++)));
-  }
-  show(R"({"daemon":{"file_size":-2147483648,"files_per_daemon":2147483648,"total_files":"3","log_level":"Info"}})",
-       shownSettings("-2147483648", "0", "0", "0"));
-  for (const char* data : {"null", "{}", "[]", R"({"daemon":5})", R"({"daemon":{"log_level":2}})"}) {
-    show(data, shownSettings("0", "0", "0", "0"));
-  }
-}
-
-TEST(LogSettings, AreSentAsTheWordsRead) {
-  const auto set = [](std::vector<std::string> words, const std::string& numbers) {
-    ProgramCase row{.words = {"log", "daemon"}};
-    row.words.insert(row.words.end(), words.begin(), words.end());
-    row.answers["set_daemon_log_settings"] = {refusedSetting("daemon"),
-                                              settings(R"({"daemon":{"file_size":5,"log_level":"warn"}})")};
-    row.sent = {request("set_daemon_log_settings", "{\"daemon\":{" + numbers + "}}")};
-    row.out = shownSettings("5", "0", "0", "2");
-    return row;
-  };
-  check(set({"1", "2", "3", "verbose"}, R"("file_size":1,"files_per_daemon":2,"log_level":"verbose","total_files":3)"));
-  check(set({"a", "", "-x", "info"}, R"("file_size":0,"files_per_daemon":0,"log_level":"info","total_files":0)"));
-  check(set({"-5", " 6", "7x", "error"}, R"("file_size":-5,"files_per_daemon":6,"log_level":"error","total_files":7)"));
-  ProgramCase row =
-      set({"1", "2", "3", "warn"}, R"("file_size":1,"files_per_daemon":2,"log_level":"warn","total_files":3)");
-  row.answers["set_daemon_log_settings"] = {refusedSetting("set_daemon_log_settings")};
-  row.out = "";
-  row.err = refusedSettingError();
-  row.status = 1;
-  check(row);
-}
-
-TEST(Logs, TellFaultsOfTheirWords) {
-  check(missingCase({"log"}, kLogUsage));
-  check(invalidCase({"log", "logs"}, kLogUsage));
-  check(invalidCase({"log", "daemon"}, kDaemonUsage));
-  check(invalidCase({"log", "daemon", "1", "2", "3"}, kDaemonUsage));
-  check(invalidCase({"log", "daemon", "1", "2", "3", "info", "x"}, kDaemonUsage));
-  check(invalidCase({"log", "daemon", "1", "2", "3", "Info"}, kDaemonUsage));
-  check(invalidCase({"log", "report"}, kReportUsage));
-  check(invalidCase({"log", "report", "a@b.example", "text"}, kReportUsage));
-  check(invalidCase({"log", "report", "a@b.example", "text", ".", "x"}, kReportUsage));
-  check(missingCase({"daemon"}, "daemon exit"));
-  check(invalidCase({"daemon", "Exit"}, "daemon exit"));
-  check(invalidCase({"daemon", "exit", "now"}, "daemon exit"));
-}
 
 /// A directory that lasts as long as its test.
 class LogReport : public testing::Test {
