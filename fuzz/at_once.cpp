@@ -28,6 +28,7 @@ void keepRequest(const std::string& text) {
 namespace zephlinksdk {
 
 // In place of the channel's own: the whole life of an entry, up to its time-out.
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the parameters are those of its declaration.
 void WebsocketImpl::addEventDescription(std::uint64_t, EventDescription description, Handler handler) {
   for (const std::string& request : description.requests) keepRequest(request);
   std::vector<std::string> names = description.listenEvents;
