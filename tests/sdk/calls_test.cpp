@@ -69,6 +69,16 @@ TEST(Calls, SubscriptionStaysUntilItsCallbackReturnsFalse) {
   for (std::size_t i = 0; i < records.size(); ++i) EXPECT_EQ(records[i].state, i + 1);
 }
 
+TEST(Calls, ListenerStaysUntilItsCallbackReturnsFalse) {
+  const std::string peer = event("report_networksharing_new_peer_available", "{}");
+  Collector<ZephlinkSDK_NetworkSharingPairResult> peers;
+  Host host({{"request_version_data", {peer, peer, kVersionReport}}});
+  peers.answer = [](const auto&) { return false; };
+  ZephlinkSDK_listenForNetworkShareNewPeerAvailable(host.sdk, peers.collect, &peers);
+  ZephlinkSDK_getVersion(host.sdk, nullptr, nullptr);
+  EXPECT_EQ(peers.all().size(), 1U);
+}
+
 TEST(Calls, RemovedListenerHearsNoMore) {
   Collector<State> states;
   Host host(statesAndVersion({1}));
