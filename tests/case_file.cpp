@@ -190,8 +190,9 @@ class Reader {
     std::string all;
     if (std::regex_match(text, match, range)) {
       const int last = std::stoi(match[2]);
+      const char* between = match.str(3).starts_with(' ') ? "" : ",";
       for (int i = std::stoi(match[1]); i <= last; ++i) {
-        all += (all.empty() ? "" : ",") + replaced(match[3], "#", std::to_string(i));
+        all += (all.empty() ? "" : between) + replaced(match[3], "#", std::to_string(i));
       }
       return all;
     }
