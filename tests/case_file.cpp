@@ -224,6 +224,13 @@ class Reader {
     return errorObject(static_cast<unsigned>(std::stoul(code)), rest.substr(0, colon), trimmed(rest.substr(colon + 1)));
   }
 
+  /// A raw message, or a report with its data.
+  static std::string answerOf(const std::string& text) {
+    if (text.empty() || std::string_view(R"([{")").find(text[0]) != std::string_view::npos) return text;
+    const auto [name, data] = headAndRest(text);
+    return event(name, data.empty() ? "null" : data);
+  }
+
   /// The case that these lines tell; the first of them has its words.
   ProgramCase one(Lines lines) {
     ProgramCase made;
@@ -245,8 +252,7 @@ class Reader {
         answers = &made.answers[name];
       } else if (mark == "<") {
         if (answers == nullptr) throw std::runtime_error("an answer to no request");
-        const bool raw = rest.empty() || std::string_view(R"([{")").find(rest[0]) != std::string_view::npos;
-        answers->push_back(raw ? rest : event(name, data.empty() ? "null" : data));
+        for (const std::string& answer : cells(rest)) answers->push_back(answerOf(answer));
       } else if (mark == "=") {
         made.out += value(rest);
       } else if (mark == "*") {
