@@ -111,7 +111,8 @@ class Reader {
       {"invalid", invalidCase}, {"missing", missingCase}, {"unknown", unknownCase}};
 
  private:
-  inline static const std::set<std::string> kDetails{">", "<", "=", "*", "*!", "|", "2|", "!", "status", "input"};
+  inline static const std::set<std::string> kDetails{">",  "<", "=",      "*",     "*!",   "|",
+                                                     "2|", "!", "status", "lasts", "input"};
 
   struct Table {
     std::vector<std::string> columns;
@@ -268,6 +269,8 @@ class Reader {
         line(made.err, rest);
       } else if (mark == "status") {
         made.status = std::stoi(rest);
+      } else if (mark == "lasts") {
+        made.duration = std::chrono::seconds(std::stoi(rest));
       } else if (mark == "input") {
         made.input = parsed(rest).asString();
       }

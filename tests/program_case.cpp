@@ -39,6 +39,7 @@ std::vector<std::string> command(std::uint16_t port, const std::vector<std::stri
 void check(const ProgramCase& row) {
   SCOPED_TRACE(joined(row.words));
   ScriptedDaemon daemon(row.answers);
+  const auto start = std::chrono::steady_clock::now();
   Process process(command(daemon.port(), row.words), row.input);
   if (row.endless) {
     EXPECT_TRUE(process.waitForOutput(row.out));
@@ -48,6 +49,7 @@ void check(const ProgramCase& row) {
   EXPECT_EQ(run.out, row.out);
   EXPECT_EQ(run.err, row.err);
   if (row.endless) return;
+  EXPECT_GE(std::chrono::steady_clock::now() - start, row.duration);
   EXPECT_EQ(run.status, row.status);
   // What leaves at the very end may still be on its way.
   if (daemon.heard().size() < row.sent.size()) daemon.waitForRequests(row.sent.size());

@@ -3,6 +3,7 @@
 
 #include <json/json.h>
 
+#include <chrono>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -25,6 +26,8 @@ struct ProgramCase {
   /// compared.
   bool endless = false;
   int blocks = 0;
+  /// It takes at least that long.
+  std::chrono::seconds duration{0};
   /// Where it stands in a file of cases.
   int line = 0;
 };
