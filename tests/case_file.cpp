@@ -1,11 +1,11 @@
 #include "tests/case_file.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <ctime>
 #include <fstream>
 #include <iomanip>
 #include <map>
-#include <regex>
 #include <set>
 #include <span>
 #include <sstream>
@@ -85,7 +85,7 @@ void lay(Json::Value& value, const Json::Value& over) {
 std::string value(const std::string& text) {
   Json::Value result;
   for (const std::string& piece : cells(text, " ++ ")) lay(result, parsed(piece));
-  return printedValue(result);
+  return printed(result);
 }
 
 /// Seconds since the epoch of a local time `year-month-dayThour:minute:second`.
@@ -185,23 +185,22 @@ class Reader {
 
   /// What stands in `<<...>>`, the innermost first: `1..9 text`, `text*9`, or a name with an argument for its `#`.
   std::string meaning(const std::string& text) const {
-    static const std::regex range(R"((\d+)\.\.(\d+) (.*))");
-    static const std::regex repetition(R"((.*)\*(\d+))");
-    std::smatch match;
+    const auto [name, argument] = headAndRest(text);
     std::string all;
-    if (std::regex_match(text, match, range)) {
-      const int last = std::stoi(match[2]);
-      const char* between = match.str(3).starts_with(' ') ? "" : ",";
-      for (int i = std::stoi(match[1]); i <= last; ++i) {
-        all += (all.empty() ? "" : between) + replaced(match[3], "#", std::to_string(i));
+    int first = 0;
+    int last = 0;
+    if (std::sscanf(name.c_str(), "%d..%d", &first, &last) == 2) {
+      const char* between = argument.starts_with(' ') ? "" : ",";
+      for (int i = first; i <= last; ++i) {
+        all += (i == first ? "" : between) + replaced(argument, "#", std::to_string(i));
       }
       return all;
     }
-    if (std::regex_match(text, match, repetition)) {
-      for (int i = std::stoi(match[2]); i > 0; --i) all += match[1];
+    const std::size_t star = text.rfind('*');
+    if (star != std::string::npos && text.find_first_not_of("0123456789", star + 1) == std::string::npos) {
+      for (int i = std::stoi(text.substr(star + 1)); i > 0; --i) all += text.substr(0, star);
       return all;
     }
-    const auto [name, argument] = headAndRest(text);
     if (name == "local") return localTime(argument);
     const auto found = names.find(name);
     if (found == names.end()) throw std::runtime_error("no such name: " + text);
@@ -257,9 +256,9 @@ class Reader {
       } else if (mark == "=") {
         made.out += value(rest);
       } else if (mark == "*") {
-        made.out += "[\"" + name + "\",\n" + value(data) + "]\n\n";
+        made.out += block(name, value(data));
       } else if (mark == "*!") {
-        made.err += "[\"error\",\n" + error(rest) + "]\n\n";
+        made.err += block("error", error(rest));
       } else if (mark == "!") {
         made.err += error(rest);
         made.status = 1;

@@ -11,12 +11,6 @@ namespace tests {
 
 namespace {
 
-std::string joined(const std::vector<std::string>& words) {
-  std::string text = "zephctl";
-  for (const std::string& word : words) text += " " + word;
-  return text;
-}
-
 /// What the program calls itself: the last piece of its path.
 std::string programName() { return std::filesystem::path(ZEPHCTL_PATH).filename().string(); }
 
@@ -37,7 +31,7 @@ std::vector<std::string> command(std::uint16_t port, const std::vector<std::stri
 }
 
 void check(const ProgramCase& row) {
-  SCOPED_TRACE(joined(row.words));
+  SCOPED_TRACE("zephctl " + testing::PrintToString(row.words));
   ScriptedDaemon daemon(row.answers);
   const auto start = std::chrono::steady_clock::now();
   Process process(command(daemon.port(), row.words), row.input);
@@ -72,19 +66,15 @@ Json::Value parsed(const std::string& json) {
   return value;
 }
 
-std::string printedValue(const Json::Value& value) {
+std::string printed(const Json::Value& value) {
   Json::StreamWriterBuilder builder;
   builder["emitUTF8"] = true;
   return Json::writeString(builder, value);
 }
 
-std::string printed(const std::string& json) { return printedValue(parsed(json)); }
-
-std::string refusedSetting(const std::string& setting) {
-  return event("report_settings_error", R"({"setting":")" + setting + R"(","type":12,"msg":"Not for you"})");
+std::string block(const std::string& label, const std::string& json) {
+  return "[\"" + label + "\",\n" + printed(parsed(json)) + "]\n\n";
 }
-
-std::string refusedSettingError() { return errorObject(12, "Setting locked by account configuration", "Not for you"); }
 
 std::string request(const std::string& name, const std::string& members) {
   return "[\"" + name + "\"," + members + ",\"zephlink_sdk\"]";
@@ -116,7 +106,5 @@ std::string behindRepeated(const std::string& printed, std::string out) {
   while (out.starts_with(printed)) out.erase(0, printed.size());
   return out;
 }
-
-void PrintTo(const ProgramCase& row, std::ostream* stream) { *stream << joined(row.words); }
 
 }  // namespace tests

@@ -4,7 +4,6 @@
 #include <json/json.h>
 
 #include <chrono>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -22,10 +21,8 @@ struct ProgramCase {
   std::string err = {};
   int status = 0;
   std::string input = {};
-  /// Runs until that many blocks of a stream were printed, and is killed then: its status and requests are not
-  /// compared.
+  /// Runs until its whole output was printed, and is killed then: its status and requests are not compared.
   bool endless = false;
-  int blocks = 0;
   /// It takes at least that long.
   std::chrono::seconds duration{0};
   /// Where it stands in a file of cases.
@@ -45,12 +42,10 @@ std::string errorObject(unsigned code, const std::string& type, const std::strin
 Json::Value parsed(const std::string& json);
 
 /// JSON as the program prints it.
-std::string printedValue(const Json::Value& value);
-std::string printed(const std::string& json);
+std::string printed(const Json::Value& value);
 
-/// A setting that a daemon refuses, and what the program says about it.
-std::string refusedSetting(const std::string& setting);
-std::string refusedSettingError();
+/// One record of a stream as it stands in the output; `json` may have any form.
+std::string block(const std::string& label, const std::string& json);
 
 /// A request as it is sent; `members` is JSON.
 std::string request(const std::string& name, const std::string& members = "null");
@@ -67,7 +62,5 @@ bool sendUntilPrinted(ScriptedDaemon& daemon, Process& run, const std::string& t
 
 /// What stands behind all repetitions of `printed` at the beginning of `out`.
 std::string behindRepeated(const std::string& printed, std::string out);
-
-void PrintTo(const ProgramCase& row, std::ostream* stream);
 
 }  // namespace tests

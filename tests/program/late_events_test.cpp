@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/program_case.h"
-#include "tests/stream_run.h"
 
 namespace tests {
 namespace {
@@ -77,9 +76,9 @@ TEST(Peers, SlowPeersAreWaitedForLonger) {
   ASSERT_TRUE(daemon.waitForRequests(2));
   EXPECT_EQ(zephctl(daemon.port(), {"version"}).status, 1);
   daemon.send(kPaired);
-  EXPECT_EQ(requesting.finish().out, styled(R"({"displayName":"One","haveAuthToken":true,"uuid":"p-1"})"));
+  EXPECT_EQ(requesting.finish().out, printed(parsed(R"({"displayName":"One","haveAuthToken":true,"uuid":"p-1"})")));
   daemon.send(kAuthenticated);
-  EXPECT_EQ(reconnecting.finish().out, styled(kConnection));
+  EXPECT_EQ(reconnecting.finish().out, printed(parsed(kConnection)));
 }
 
 TEST(Peers, StatisticsStreamTheirEvents) {

@@ -6,7 +6,6 @@
 
 #include "sdk/platform/clock.h"
 #include "tests/program_case.h"
-#include "tests/stream_run.h"
 
 namespace tests {
 namespace {
@@ -66,7 +65,7 @@ TEST(Stats, PrintsTimeoutsInTheErrorForm) {
   const ProgramRun run = zephctl(daemon.port(), {"stats", "1"});
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
   std::string errors;
-  for (int i = 0; i < 5; ++i) errors += errorBlock(3841, "Timeout waiting for result", "Timeout");
+  for (int i = 0; i < 5; ++i) errors += block("error", errorObject(3841, "Timeout waiting for result", "Timeout"));
   EXPECT_EQ(run.err, errors);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.status, 0);

@@ -3,7 +3,7 @@
 
 #include <csignal>
 
-#include "tests/stream_run.h"
+#include "tests/program_case.h"
 
 namespace tests {
 namespace {
