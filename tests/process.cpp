@@ -178,10 +178,14 @@ ProgramRun Process::finish() {
   return {waitFor(std::exchange(native, 0)), out.get().text, err.get().text};
 }
 
-ProgramRun zephctl(std::uint16_t port, const Words& words, std::string_view input) {
+Words command(std::uint16_t port, const Words& words) {
   Words all{ZEPHCTL_PATH, "-p", std::to_string(port)};
   all.insert(all.end(), words.begin(), words.end());
-  return Process(all, input).finish();
+  return all;
+}
+
+ProgramRun zephctl(std::uint16_t port, const Words& words, std::string_view input) {
+  return Process(command(port, words), input).finish();
 }
 
 }  // namespace tests

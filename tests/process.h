@@ -53,6 +53,9 @@ class Process {
   std::intptr_t native = 0;  // what the system knows it by; 0 once it has ended
 };
 
+/// The words that start `zephctl` with these against a daemon on this port.
+std::vector<std::string> command(std::uint16_t port, const std::vector<std::string>& words);
+
 /// Runs `zephctl` to its end against a daemon on this port.
 ProgramRun zephctl(std::uint16_t port, const std::vector<std::string>& words, std::string_view input = {});
 

@@ -24,12 +24,6 @@ ProgramCase fault(const char* kind, std::vector<std::string> words, const std::s
 
 }  // namespace
 
-std::vector<std::string> command(std::uint16_t port, const std::vector<std::string>& words) {
-  std::vector<std::string> all{ZEPHCTL_PATH, "-p", std::to_string(port)};
-  all.insert(all.end(), words.begin(), words.end());
-  return all;
-}
-
 void check(const ProgramCase& row) {
   SCOPED_TRACE("zephctl " + testing::PrintToString(row.words));
   ScriptedDaemon daemon(row.answers);

@@ -29,9 +29,6 @@ struct ProgramCase {
   int line = 0;
 };
 
-/// The words that start `zephctl` with these against a daemon on this port.
-std::vector<std::string> command(std::uint16_t port, const std::vector<std::string>& words);
-
 /// Runs the case against a daemon of its own and compares everything.
 void check(const ProgramCase& row);
 

@@ -21,53 +21,34 @@ class LogReport : public testing::Test {
   }
   ~LogReport() override { std::filesystem::remove_all(folder); }
 
-  static ProgramCase reportCase(const std::string& path, const std::string& answer) {
-    return {.words = {"log", "report", "a@b.example", "It is \"slow\"", path},
-            .answers = {{"send_log_report", {event("report_log_result", answer)}}}};
-  }
-  std::string sentFor(const std::filesystem::path& path) const {
-    return request("send_log_report",
-                   R"({"email":"a@b.example","filename":)" + quoted(path) + R"(,"message":"It is \"slow\""})");
+  /// The report of what stands at `path`, which the daemon must get as `sent`.
+  static ProgramCase reportCase(const std::filesystem::path& path, const std::filesystem::path& sent,
+                                const std::string& answer, const std::string& out) {
+    return {.words = {"log", "report", "a@b.example", "It is \"slow\"", path.string()},
+            .answers = {{"send_log_report", {event("report_log_result", answer)}}},
+            .sent = {request("send_log_report", R"({"email":"a@b.example","filename":)" + printed(sent.string()) +
+                                                    R"(,"message":"It is \"slow\""})")},
+            .out = out};
   }
 
   const std::filesystem::path folder = std::filesystem::canonical(std::filesystem::temp_directory_path()) /
                                        ("zephctl_logs_" + std::to_string(std::random_device()()));
   const std::filesystem::path file = folder / "daemon.log";
-
- private:
-  static std::string quoted(const std::filesystem::path& path) {
-    std::string text = "\"";
-    for (const char letter : path.string()) text += letter == '\\' ? "\\\\" : std::string(1, letter);
-    return text + "\"";
-  }
 };
 
-constexpr const char* kTicket = "{\n\t\"ticketId\" : \"T-1\"\n}";
-
-TEST_F(LogReport, SendsTheCanonicalPath) {
-  for (const std::filesystem::path& path : {file, folder / "inner" / ".." / "daemon.log"}) {
-    ProgramCase row = reportCase(path.string(), R"({"type":0,"msg":"ignored","ticket_id":"T-1"})");
-    row.sent = {sentFor(file)};
-    row.out = kTicket;
-    check(row);
-  }
+TEST_F(LogReport, SendsTheCanonicalPathAndPrintsTheAnswer) {
+  const std::string answer = R"({"type":0,"msg":"ignored","ticket_id":"T-1"})";
+  const std::string ticket = "{\n\t\"ticketId\" : \"T-1\"\n}";
+  check(reportCase(file, file, answer, ticket));
+  check(reportCase(folder / "inner" / ".." / "daemon.log", file, answer, ticket));
   // A directory will do.
-  ProgramCase row = reportCase(folder.string(), R"({"ticket_id":"T-1"})");
-  row.sent = {sentFor(folder)};
-  row.out = kTicket;
-  check(row);
-}
-
-TEST_F(LogReport, PrintsTheAnswer) {
-  ProgramCase row = reportCase(file.string(), R"({"type":null,"ticket_id":")" + std::string(40, 't') + "\"}");
-  row.sent = {sentFor(file)};
-  row.out = "{\n\t\"ticketId\" : \"" + std::string(31, 't') + "\"\n}";
-  check(row);
-  row.answers["send_log_report"] = {event("report_log_result", R"({"type":6,"msg":"Later","ticket_id":"T-1"})")};
-  row.out = "";
-  row.err = errorObject(6, "Too many requests are being made by this device", "Later");
-  row.status = 1;
-  check(row);
+  check(reportCase(folder, folder, answer, ticket));
+  check(reportCase(file, file, R"({"type":null,"ticket_id":")" + std::string(40, 't') + "\"}",
+                   "{\n\t\"ticketId\" : \"" + std::string(31, 't') + "\"\n}"));
+  ProgramCase refused = reportCase(file, file, R"({"type":6,"msg":"Later","ticket_id":"T-1"})", "");
+  refused.err = errorObject(6, "Too many requests are being made by this device", "Later");
+  refused.status = 1;
+  check(refused);
 }
 
 TEST_F(LogReport, RefusesWhatIsNotThere) {

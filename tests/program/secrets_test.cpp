@@ -31,6 +31,13 @@ const Way kWays[] = {
     {{"safebrowsing", "token", kSecret}, "", "safe_browsing_token_refresh", "token"},
 };
 
+Answers refusalOf(const Way& way) {
+  return {
+      {way.request,
+       {event("report_login_error", R"({"type":3,"msg":"no"})"),
+        event("report_settings_error", std::string(R"({"setting":")") + way.request + R"(","type":10,"msg":"no"})")}}};
+}
+
 std::string describe(const Way& way) { return testing::PrintToString(way.words); }
 
 void expectNoSecret(const ProgramRun& run) {
@@ -41,10 +48,7 @@ void expectNoSecret(const ProgramRun& run) {
 TEST(Secrets, NotInWhatIsPrintedWhenTheDaemonRefuses) {
   for (const Way& way : kWays) {
     SCOPED_TRACE(describe(way));
-    ScriptedDaemon daemon({{way.request,
-                            {event("report_login_error", R"({"type":3,"msg":"no"})"),
-                             event("report_settings_error",
-                                   std::string(R"({"setting":")") + way.request + R"(","type":10,"msg":"no"})")}}});
+    ScriptedDaemon daemon(refusalOf(way));
     const ProgramRun run = zephctl(daemon.port(), way.words, way.input);
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.err.find("errorCode"), std::string::npos);
@@ -77,10 +81,7 @@ TEST(Secrets, WordsOfTheCommandLineAreWipedBehindTheCall) {
   for (const Way& way : kWays) {
     if (!way.input.empty()) continue;
     SCOPED_TRACE(describe(way));
-    ScriptedDaemon daemon({{way.request,
-                            {event("report_login_error", R"({"type":3,"msg":"no"})"),
-                             event("report_settings_error",
-                                   std::string(R"({"setting":")") + way.request + R"(","type":10,"msg":"no"})")}}});
+    ScriptedDaemon daemon(refusalOf(way));
     const Sdk sdk = connectTo(daemon.port());
     cli::g_sdk = sdk.get();
     std::vector<std::string> texts = way.words;
