@@ -16,13 +16,13 @@ void broken(const char* promise, const std::string& details) {
   std::abort();
 }
 
-std::vector<std::string> linesOf(std::string_view input) {
-  std::vector<std::string> lines;
+std::vector<std::string> piecesOf(std::string_view input, char divider) {
+  std::vector<std::string> pieces;
   while (!input.empty()) {
-    lines.emplace_back(input.substr(0, input.find('\n')));
-    input.remove_prefix(std::min(input.size(), lines.back().size() + 1));
+    pieces.emplace_back(input.substr(0, input.find(divider)));
+    input.remove_prefix(std::min(input.size(), pieces.back().size() + 1));
   }
-  return lines;
+  return pieces;
 }
 
 bool parseJson(std::string_view text, Json::Value& value) {

@@ -18,8 +18,8 @@ inline void check(bool holds, const char* promise, std::string_view details = {}
   if (!holds) broken(promise, std::string(details));
 }
 
-/// The pieces of `input` between line feeds; one that ends in a line feed has no empty piece behind it.
-std::vector<std::string> linesOf(std::string_view input);
+/// The pieces of `input` between dividers; one that ends in a divider has no empty piece behind it.
+std::vector<std::string> piecesOf(std::string_view input, char divider = '\n');
 
 /// False when the text is no JSON; `value` then holds what could be read.
 bool parseJson(std::string_view text, Json::Value& value);

@@ -207,7 +207,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Model model;
   Table table{link.channel};
   Lines messages;
-  for (const std::string& line : fuzz::linesOf(input)) {
+  for (const std::string& line : fuzz::piecesOf(input)) {
     if (isPlan(line)) {
       const Plan plan = planOf(line);
       model.add(plan);

@@ -132,7 +132,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view input = fuzz::textOf(data, size);
   // No word of a command line holds a zero.
   if (input.find('\0') != std::string_view::npos) return 0;
-  const Words words = fuzz::linesOf(input);
+  const Words words = fuzz::piecesOf(input);
   if (words.size() > kMostWords) return 0;
   for (const std::string& word : words) checkParsers(word);
 

@@ -62,16 +62,6 @@ TEST_F(LogReport, RefusesWhatIsNotThere) {
   }
 }
 
-TEST(Logs, SucceedInSilenceWithoutADaemon) {
-  std::uint16_t port = 0;
-  { port = ScriptedDaemon().port(); }
-  for (const std::vector<std::string>& words : {std::vector<std::string>{"daemon", "exit"}, {"log", "erase"}}) {
-    const ProgramRun run = zephctl(port, words);
-    EXPECT_EQ(run.out + run.err, "");
-    EXPECT_EQ(run.status, 0);
-  }
-}
-
 /// The process ends at once, and what it had to say has left all the same.
 TEST(Logs, LeaveBeforeTheProcessEnds) {
   ScriptedDaemon daemon;

@@ -64,34 +64,7 @@ TEST(Words, AValueOutsideHasATextOfItsOwn) {
       {directionalModeText(kOutside<ZephlinkSDK_ConnectionDirectionalMode>), "on"},
   };
   for (const auto& [text, expected] : cases) EXPECT_STREQ(text, expected);
-}
-
-TEST(Words, TheWiresOwnNamesAndNumbers) {
-  EXPECT_STREQ(bondingModeWire(ZephlinkSDK_BondingMode_Streaming), "STR");
-  EXPECT_EQ(kBondingModeWire.find("redundant"), std::nullopt);
-  EXPECT_EQ(kTransportModeWords.find("TCP"), std::nullopt);
-  EXPECT_EQ(kTransportModeWords.find("tcp-multi"), ZephlinkSDK_TransportMode_TcpMulti);
-  EXPECT_EQ(kTransportModeWords.find("tc"), std::nullopt);
-
-  EXPECT_EQ(connectionPriorityNumber(ZephlinkSDK_ConnectionPriority_Never), 100);
   EXPECT_EQ(connectionPriorityNumber(kOutside<ZephlinkSDK_ConnectionPriority>), 0);
-  EXPECT_EQ(kConnectionPriorityNumbers.find(200), ZephlinkSDK_ConnectionPriority_Automatic);
-  EXPECT_EQ(kConnectionPriorityNumbers.find(3), std::nullopt);
-  EXPECT_EQ(kPaymentTiers.find(3), ZephlinkSDK_PaymentType_Yearly);
-  EXPECT_EQ(kPaymentTiers.find(2), std::nullopt);
-  EXPECT_EQ(kSpeedTestTypeNumbers.find(2), ZephlinkSDK_SpeedTestType_Streaming);
-  EXPECT_EQ(kAccountActionWire.find("connect_internet"), ZephlinkSDK_AccountAction_ConnectInternet);
-
-  // What can be asked for now is not what can be kept.
-  EXPECT_STREQ(connectTargetText(ZephlinkSDK_ConnectMethod_Last), "last");
-  EXPECT_STREQ(connectTargetText(ZephlinkSDK_ConnectMethod_Proxy), "auto");
-  EXPECT_EQ(kStoredConnectMethods.find("last"), std::nullopt);
-  EXPECT_EQ(kStoredConnectMethods.find("exact"), ZephlinkSDK_ConnectMethod_Exact);
-
-  const std::pair<int64_t, uint32_t> statuses[] = {{-1, 0}, {0, 0}, {1, 1}, {9, 9}, {10, 0}, {1LL << 32, 0}};
-  for (const auto& [number, expected] : statuses) {
-    EXPECT_EQ(valueOfNumber(number, ZephlinkSDK_PeerTunnelStatus_Paused), expected) << number;
-  }
 }
 
 TEST(Errors, TextsOfCodes) {
