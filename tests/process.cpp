@@ -173,6 +173,7 @@ bool Process::waitForOutput(std::string_view text, int times, std::chrono::milli
 void Process::kill() { end(native); }
 
 ProgramRun Process::finish() {
+  if (!out.waitUntil([](const Stream& seen) { return seen.ended; })) kill();
   outReader.join();
   errReader.join();
   return {waitFor(std::exchange(native, 0)), out.get().text, err.get().text};

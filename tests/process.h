@@ -36,7 +36,7 @@ class Process {
 
   void kill();
 
-  /// Waits for the end.
+  /// Waits for the end. What still runs after `kPatience` is killed, which its status tells.
   ProgramRun finish();
 
  private:
