@@ -208,12 +208,26 @@ std::string Upgrade::field(std::string_view name) const {
 struct WsServer::Impl {
   explicit Impl(WsHandlers serverHandlers) : handlers(std::move(serverHandlers)) {}
 
-  void listen(std::uint16_t wantedPort) {
+  static void bind(tcp::acceptor& socket, std::uint16_t wantedPort) {
     const tcp::endpoint endpoint(asio::ip::address_v4::loopback(), wantedPort);
-    acceptor.open(endpoint.protocol());
-    acceptor.set_option(asio::socket_base::reuse_address(ZEPHSIM_REUSE_ADDRESS));
-    acceptor.bind(endpoint);
+    socket.open(endpoint.protocol());
+    socket.set_option(asio::socket_base::reuse_address(ZEPHSIM_REUSE_ADDRESS));
+    socket.bind(endpoint);
+  }
+
+  void listen(std::uint16_t wantedPort) {
+    bind(acceptor, wantedPort);
     acceptor.listen();
+  }
+
+  /// Keeps the port while nobody listens on it, or clients that come back meet whoever gets it next.
+  void holdPort() {
+    try {
+      bind(holder, port);
+    } catch (const std::runtime_error&) {
+      error_code ignored;
+      holder.close(ignored);
+    }
   }
 
   void accept() {
@@ -242,6 +256,7 @@ struct WsServer::Impl {
   WsHandlers handlers;
   asio::io_context context{1};
   tcp::acceptor acceptor{context};
+  tcp::acceptor holder{context};
   asio::signal_set signals{context};
   std::uint16_t port = 0;
   Connection lastId = 0;
@@ -315,17 +330,19 @@ void WsServer::pauseAccepting() {
   asio::post(impl->context, [this] {
     error_code ignored;
     impl->acceptor.close(ignored);
+    impl->holdPort();
   });
 }
 
 void WsServer::resumeAccepting() {
   asio::post(impl->context, [this] {
     if (impl->acceptor.is_open()) return;
+    error_code ignored;
+    impl->holder.close(ignored);
     try {
       impl->listen(impl->port);
       impl->accept();
     } catch (const std::runtime_error&) {
-      error_code ignored;
       impl->acceptor.close(ignored);
     }
   });

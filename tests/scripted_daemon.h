@@ -1,6 +1,8 @@
 // A daemon that answers as a test tells it, and remembers what it heard.
 #pragma once
 
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
 #include <map>
 #include <string>
 #include <vector>
@@ -15,6 +17,16 @@ using Answers = std::map<std::string, std::vector<std::string>>;
 
 /// The text of an event as a daemon sends it; `data` is JSON.
 std::string event(const std::string& name, const std::string& data);
+
+/// A port on which nobody listens, and which no other program gets as long as this stands.
+class ClosedPort {
+ public:
+  std::uint16_t number() const { return socket.local_endpoint().port(); }
+
+ private:
+  boost::asio::io_context context;
+  boost::asio::ip::tcp::socket socket{context, {boost::asio::ip::address_v4::loopback(), 0}};
+};
 
 class ScriptedDaemon {
  public:

@@ -60,10 +60,9 @@ const std::string kUnableToConnect =
     errorObject(3845, "Not able to establish connection to daemon", "Unable to connect");
 
 TEST(Frame, TellsWhenThereIsNoDaemon) {
-  std::uint16_t port = 0;
-  { port = ScriptedDaemon().port(); }
+  const ClosedPort port;
   const auto start = std::chrono::steady_clock::now();
-  Process notListening(command(port, {"state"}));
+  Process notListening(command(port.number(), {"state"}));
   Process notFound({ZEPHCTL_PATH, "-i", "no host of this name", "state"});
   for (Process* process : {&notListening, &notFound}) {
     const ProgramRun run = process->finish();
@@ -74,7 +73,7 @@ TEST(Frame, TellsWhenThereIsNoDaemon) {
   }
   // What no report answers succeeds in silence.
   for (const std::vector<std::string>& words : {std::vector<std::string>{"daemon", "exit"}, {"log", "erase"}}) {
-    const ProgramRun run = zephctl(port, words);
+    const ProgramRun run = zephctl(port.number(), words);
     EXPECT_EQ(run.out + run.err, "");
     EXPECT_EQ(run.status, 0);
   }

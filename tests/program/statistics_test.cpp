@@ -75,6 +75,8 @@ TEST(Stats, PrintsLaterReportsOfEachKindAsTheyComeAlsoBehindALostConnection) {
   ScriptedDaemon daemon({{"request_current_state", {kConnected}}});
   Process run(command(daemon.port(), {"stats"}));
   ASSERT_TRUE(run.waitForOutput(kConnectedBlock));
+  // The last subscription: what comes before it stands would be lost.
+  ASSERT_TRUE(daemon.waitForRequest(request("request_streaming_stats")));
   std::string shown = kConnectedBlock;
   const std::pair<std::string, std::string> events[] = {
       {event("report_streaming_stats", "{}"),

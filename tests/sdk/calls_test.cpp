@@ -216,12 +216,12 @@ TEST(Calls, KeepAliveRepeatsTheSubscriptionAtOnce) {
 
 TEST(Calls, EndsAtOnceInEveryStateOfTheLink) {
   ScriptedDaemon daemon;
-  const std::uint16_t closedPort = ScriptedDaemon().port();
+  const ClosedPort closedPort;
   // Twenty pauses waited to their ends would take five.
   EXPECT_TRUE(within(std::chrono::seconds(5), [&] {
     for (int i = 0; i < 20; ++i) {
       connectTo(daemon.port());
-      connectTo(closedPort);
+      connectTo(closedPort.number());
     }
   }));
 }
