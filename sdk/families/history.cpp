@@ -1,8 +1,8 @@
 // Historic and session statistics: what the daemon remembers, over minutes and over periods of hours.
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <limits>
-#include <optional>
 #include <string>
 
 #include "sdk/errors.h"
@@ -209,9 +209,10 @@ ZephlinkSDK_ConnectionStatsResult ZephlinkSDK::getHistoricConnectionStats(
       callback(record, userData);
     }
   };
-  const std::uint64_t now = monotonicMs();
+  // A system that has just started has no time that far back.
+  const std::uint64_t since = std::max(monotonicMs(), kHistoryMs) - kHistoryMs;
   return ask(channel,
-             {.requests = {{"request_historic_connection_stats", {{"dataSince", Json::UInt64{now - kHistoryMs}}}}},
+             {.requests = {{"request_historic_connection_stats", {{"dataSince", Json::UInt64{since}}}}},
               .reports = {{"report_historic_connection_stats", deliverSamples}}},
              callback, userData);
 }

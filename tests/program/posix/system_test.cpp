@@ -6,6 +6,7 @@
 #include <fstream>
 #include <random>
 
+#include "sdk/platform/clock.h"
 #include "tests/program_case.h"
 
 namespace tests {
@@ -48,6 +49,21 @@ TEST(SpeedTestsOnPosix, AreDatedInLocalTimeWithItsSummer) {
                              .finish();
   EXPECT_NE(run.out.find("\"time\" : 1704182645,"), std::string::npos) << run.out;
   EXPECT_NE(run.out.find("\"time\" : 1719903845,"), std::string::npos) << run.out;
+}
+
+/// A second behind the start of a system; only some let a test set its own clock.
+TEST(StatsOnPosix, AsksForHistoryFromTheClocksBeginningAtTheEarliest) {
+  const auto seconds = static_cast<std::int64_t>(zephlinksdk::monotonicMs() / 1000);
+  const std::vector<std::string> young{"/usr/bin/unshare", "--time", "--monotonic", std::to_string(1 - seconds)};
+  const auto onYoungSystem = [&young](std::vector<std::string> words) {
+    words.insert(words.begin(), young.begin(), young.end());
+    return Process(words).finish();
+  };
+  if (!std::filesystem::exists(young[0]) || onYoungSystem({"/bin/true"}).status != 0) GTEST_SKIP() << "no clock to set";
+  ScriptedDaemon daemon({{"request_historic_connection_stats", {event("report_historic_connection_stats", "[]")}}});
+  EXPECT_EQ(onYoungSystem(command(daemon.port(), {"stats", "historic"})).status, 0);
+  EXPECT_EQ(daemon.heard(),
+            std::vector<std::string>{request("request_historic_connection_stats", R"({"dataSince":0})")});
 }
 
 /// The limit holds for the main thread and, as their default, for all others. One directory takes three quarters of it.
