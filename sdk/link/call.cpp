@@ -15,10 +15,6 @@ Request::Request(const char* name, Members list)
       members(toObject(list)),
       valid(std::all_of(list.begin(), list.end(), [](const Member& member) { return member.valid; })) {}
 
-void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& record) {
-  setError(record, asUInt(member(data, "type")), asString(member(data, "msg")).c_str());
-}
-
 namespace detail {
 
 WebsocketImpl::EventDescription describe(const std::vector<Request>& requests, std::uint64_t timeoutMs,

@@ -100,9 +100,6 @@ struct Call {
   bool keepsTimeout = false;
 };
 
-/// Puts a failure that the daemon reports, `type` and `msg`, into the head.
-void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& record);
-
 namespace detail {
 
 WebsocketImpl::EventDescription describe(const std::vector<Request>& requests, std::uint64_t timeoutMs,

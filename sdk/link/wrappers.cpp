@@ -42,11 +42,21 @@ void readSdkError(const Json::Value& error, ZephlinkSDK_Result& head) {
 /// False when the report is about another call's setting.
 bool readSettingsError(const Json::Value& data, const std::string& settingName, ZephlinkSDK_Result& head) {
   if (!has(data, "setting") || asString(member(data, "setting")) != settingName || !has(data, "msg")) return false;
-  setError(head, asUInt(member(data, "type")), asString(member(data, "msg")).c_str());
+  readDaemonError(data, head);
   return true;
 }
 
 }  // namespace
+
+std::uint32_t daemonErrorCode(const Json::Value& data) {
+  const std::int64_t code = asInt64(member(data, "type"));
+  const bool fits = std::in_range<std::int32_t>(code) || std::in_range<std::uint32_t>(code);
+  return fits ? static_cast<std::uint32_t>(code) : ZephlinkSDK_Error_None;
+}
+
+void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& record) {
+  setError(record, daemonErrorCode(data), asString(member(data, "msg")).c_str());
+}
 
 ZephlinkSDK_Result wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription description,
                              const std::shared_ptr<lockedHead>& result, const WebsocketImpl::wsWrapperOptions& options,

@@ -3,6 +3,7 @@
 
 #include <json/json.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -37,6 +38,13 @@ struct lockedResult : lockedHead {
 
   T record{};
 };
+
+/// The code of a failure that the daemon reports in `type`, 0 where it reports none. A number below zero is a failure
+/// too: its 32 bits are taken as they are.
+std::uint32_t daemonErrorCode(const Json::Value& data);
+
+/// Puts such a failure, `type` and `msg`, into the head.
+void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& record);
 
 /// Reads an event into the record, whose mutex is held. False when the event does not end the wait.
 using Parser = std::function<bool(const std::string& event, const std::string& message, const Json::Value& root)>;

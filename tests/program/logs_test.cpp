@@ -45,10 +45,14 @@ TEST_F(LogReport, SendsTheCanonicalPathAndPrintsTheAnswer) {
   check(reportCase(folder, folder, answer, ticket));
   check(reportCase(file, file, R"({"type":null,"ticket_id":")" + std::string(40, 't') + "\"}",
                    "{\n\t\"ticketId\" : \"" + std::string(31, 't') + "\"\n}"));
-  ProgramCase refused = reportCase(file, file, R"({"type":6,"msg":"Later","ticket_id":"T-1"})", "");
-  refused.err = errorObject(6, "Too many requests are being made by this device", "Later");
-  refused.status = 1;
-  check(refused);
+  const auto isRefused = [this](const std::string& type, unsigned code, const std::string& text) {
+    ProgramCase refused = reportCase(file, file, R"({"type":)" + type + R"(,"msg":"Later","ticket_id":"T-1"})", "");
+    refused.err = errorObject(code, text, "Later");
+    refused.status = 1;
+    check(refused);
+  };
+  isRefused("6", 6, "Too many requests are being made by this device");
+  isRefused("-1", 4294967295, "Unknown error");
 }
 
 TEST_F(LogReport, RefusesWhatIsNotThere) {
