@@ -15,7 +15,9 @@ namespace {
 class Cases : public testing::TestWithParam<CaseGroup> {};
 
 TEST_P(Cases, Hold) {
-  for (const ProgramCase& each : casesOf(GetParam())) {
+  const std::vector<ProgramCase> cases = casesOf(GetParam());
+  ASSERT_FALSE(cases.empty()) << "a title without a run";
+  for (const ProgramCase& each : cases) {
     SCOPED_TRACE(GetParam().file + ".cases:" + std::to_string(each.line));
     check(each);
   }
