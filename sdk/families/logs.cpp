@@ -32,7 +32,7 @@ void readSettings(const Json::Value& data, Settings& record) {
 }
 
 void readTicket(const Json::Value& data, Ticket& record) {
-  if (daemonErrorCode(data) != ZephlinkSDK_Error_None) return readDaemonError(data, record);
+  if (tellsOfFailure(data)) return readDaemonError(data, record);
   readMember(data, "ticket_id", record.ticketId);
 }
 

@@ -18,8 +18,6 @@ using Shares = ZephlinkSDK_NetworkSharingAvailableSharesResult;
 constexpr const char* kStatusChange = "report_networksharing_peer_status_change";
 constexpr const char* kPairChange = "report_networksharing_peer_pair_change";
 
-bool tellsOfFailure(const Json::Value& data) { return daemonErrorCode(data) != ZephlinkSDK_Error_None; }
-
 void readConnection(const Json::Value& data, Connection& record) {
   record.role = kPeerRoleWords.find(asString(member(data, "peer_role"))).value_or(record.role);
   readMember(data, "uuid", record.uuid);

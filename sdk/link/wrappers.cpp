@@ -46,13 +46,15 @@ bool readSettingsError(const Json::Value& data, const std::string& settingName, 
   return true;
 }
 
-}  // namespace
-
 std::uint32_t daemonErrorCode(const Json::Value& data) {
   const std::int64_t code = asInt64(member(data, "type"));
   const bool fits = std::in_range<std::int32_t>(code) || std::in_range<std::uint32_t>(code);
   return fits ? static_cast<std::uint32_t>(code) : ZephlinkSDK_Error_None;
 }
+
+}  // namespace
+
+bool tellsOfFailure(const Json::Value& data) { return daemonErrorCode(data) != ZephlinkSDK_Error_None; }
 
 void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& record) {
   setError(record, daemonErrorCode(data), asString(member(data, "msg")).c_str());

@@ -3,7 +3,6 @@
 
 #include <json/json.h>
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -39,11 +38,11 @@ struct lockedResult : lockedHead {
   T record{};
 };
 
-/// The code of a failure that the daemon reports in `type`, 0 where it reports none. A number below zero is a failure
-/// too: its 32 bits are taken as they are.
-std::uint32_t daemonErrorCode(const Json::Value& data);
+/// Whether a report tells of a failure: a `type` other than 0 that fits 32 bits, with a sign or without.
+bool tellsOfFailure(const Json::Value& data);
 
-/// Puts such a failure, `type` and `msg`, into the head.
+/// Puts a failure that the daemon reports, `type` and `msg`, into the head. Of a code below zero the same 32 bits are
+/// taken without the sign.
 void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& record);
 
 /// Reads an event into the record, whose mutex is held. False when the event does not end the wait.
