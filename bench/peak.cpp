@@ -10,7 +10,7 @@ int main(int argc, char** argv) {
   if (argc < 2) return 2;
   const pid_t program = fork();
   if (program == 0) {
-    std::freopen("/dev/null", "w", stdout);
+    if (std::freopen("/dev/null", "w", stdout) == nullptr) _exit(126);
     execv(argv[1], argv + 1);
     _exit(127);
   }

@@ -2,141 +2,134 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "bench/child.h"
-#include "simulator/ws_server.h"
+#include "bench/measure.h"
+#include "bench/servers.h"
 
 namespace bench {
 
 namespace {
 
+using Words = std::vector<std::string>;
+
 constexpr int kRounds = 200;
-constexpr int kBurstRounds = 3;
+constexpr int kScriptRounds = 10;
+constexpr int kBurstRounds = 5;
 constexpr std::size_t kMegabyte = 1000000;
 
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-/// The medians of two measures taken in turn, so that a machine whose speed drifts slows both.
-struct Pair {
-  double ours = 0;
-  double floor = 0;
-
-  double ratio() const { return ours / floor; }
-};
-
-Pair measureInTurn(int rounds, const std::function<double()>& ours, const std::function<double()>& floor) {
-  std::vector<double> oursAll;
-  std::vector<double> floorAll;
-  for (int round = 0; round < rounds; ++round) {
-    oursAll.push_back(ours());
-    floorAll.push_back(floor());
-  }
-  return {median(oursAll), median(floorAll)};
-}
-
-void print(const char* measure, const Pair& pair, double scale, const char* unit, double bound) {
-  std::printf("%-58s %8.2f %s over %8.2f %s: %5.2f times (bound %.1f)\n", measure, pair.ours * scale, unit,
-              pair.floor * scale, unit, pair.ratio(), bound);
-}
-
-double wall(const std::vector<std::string>& words) { return runChild(words).wallSeconds; }
-
-/// One report as the daemon's statistics look, about 2.5 KB.
-std::string connectionReport() {
-  std::string connections;
-  for (int i = 0; i < 5; ++i) {
-    if (i > 0) connections += ",";
-    connections += R"({"bInF":18234,"bInFL":65536,"cnnct":true,"zzz":0,"guid":"{0F2A3C44-77AB-4D11-9A58-00000000000)" +
-                   std::to_string(i) + R"(}","key":"connection-)" + std::to_string(i) +
-                   R"(","localIp":"192.168.1.20","lsR":0.25,"lsS":0.5,"ltMs":23,"privateIp":"10.8.0.2",)"
-                   R"("protocol":"udp","numConns":4,"remoteIp":"198.51.100.7","totBps":8123456,"sndBps":1123456,)"
-                   R"("rcvBps":7000000,"sndEstMbps":12.5,"rcvEstMbps":87.25,"jtMs":3,"mos":4.2,)"
-                   R"("sndBytes":123456789,"rcvBytes":987654321,"congested":false})";
-  }
-  return R"(["report_connection_stats",{"time":1700000000000,"connections":[)" + connections + R"(]},"daemon"])";
-}
-
-/// A server that sends `count` reports in one burst once the stream has asked for them.
-class BurstServer {
+/// The program and its floor as an installation leaves them, each written in one piece. What the linker wrote lies in
+/// smaller pieces in the page cache, which costs a start several percent.
+class Installed {
  public:
-  BurstServer(const std::string& report, std::size_t count)
-      : server(0, {.onText = [this, report, count](zephsim::Connection to, const std::string& text) {
-                 if (text.find("\"request_connection_stats\"") == std::string::npos) return;
-                 std::string frames;
-                 for (std::size_t i = 0; i < count; ++i) frames += frame(report);
-                 server.sendRaw(to, std::move(frames));
-               }}) {
-    server.start();
+  Installed() : directory(std::filesystem::temp_directory_path() / ("zephctl_bench." + std::to_string(getpid()))) {
+    std::filesystem::create_directory(directory);
+    std::filesystem::copy_file(ZEPHCTL_PATH, program());
+    std::filesystem::copy_file(FLOOR_PATH, floor());
   }
+  ~Installed() {
+    std::error_code ignored;
+    std::filesystem::remove_all(directory, ignored);
+  }
+  Installed(const Installed&) = delete;
+  Installed& operator=(const Installed&) = delete;
 
-  std::string port() const { return std::to_string(server.port()); }
+  std::string program() const { return directory / "zephctl"; }
+  std::string floor() const { return directory / "floor"; }
+  std::string file(const char* name) const { return directory / name; }
 
  private:
-  static std::string frame(const std::string& text) {
-    const auto size = static_cast<unsigned>(text.size());
-    return std::string{static_cast<char>(0x81), 126, static_cast<char>(size >> 8U), static_cast<char>(size)} + text;
-  }
-
-  zephsim::WsServer server;
+  std::filesystem::path directory;
 };
 
-/// What one report prints as; the stream ends by SIGTERM once it has printed them all.
-std::size_t blockSize(const std::string& report) {
-  BurstServer server(report, 1);
-  return runChild({ZEPHCTL_PATH, "-p", server.port(), "stats", "1"}).outputBytes;
+void printWall(const char* measure, const Words& ours, const Words& floor, double bound, int rounds = kRounds) {
+  const Pair pair = measureInTurn(
+      rounds, [&] { return wall(ours); }, [&] { return wall(floor); });
+  printRatio(measure, pair, 1000, "ms", bound);
 }
 
-void printBurst(std::size_t bytes) {
+/// What a script does instead, over the floor. Not bounded, and left out where it does not run.
+void printScript(const char* measure, const Words& script, const Words& floor) {
+  try {
+    wall(script);
+  } catch (const std::exception&) {
+    std::printf("%-58s skipped: it does not run here\n", measure);
+    return;
+  }
+  printWall(measure, script, floor, 0, kScriptRounds);
+}
+
+void printStarts(const Installed& installed) {
+  const Simulator simulator;
+  const auto zephctl = [&](Words words) {
+    words.insert(words.begin(), {installed.program(), "-p", simulator.port()});
+    return words;
+  };
+  const Words floor{installed.floor(), simulator.port()};
+  printWall("state (wall) / floor", zephctl({"state"}), floor, 1.1);
+  printWall("firewall domains add, two requests (wall) / state, one",
+            zephctl({"firewall", "domains", "add", "a.example"}), zephctl({"state"}), 1.2);
+  const std::string scripts = SCRIPTS_PATH;
+  printScript("state by Python's websockets (wall) / floor",
+              {"/usr/bin/python3", scripts + "/state.py", simulator.port()}, floor);
+  printScript("state by Node's ws (wall) / floor",
+              {"/usr/bin/env", "node", scripts + "/state.js", simulator.port(), PEERS_PATH}, floor);
+  std::printf("%-58s %8.2f MB, a program that only links %.2f MB (bound 2)\n", "state, peak memory",
+              peakMegabytes(zephctl({"state"})), peakMegabytes({LINKED_PATH}));
+}
+
+void printDirectory(const Installed& installed) {
+  const RequestServer server(stateAndDirectory(1));
+  printWall("show servers with one server (wall) / state",
+            {installed.program(), "-p", server.portText(), "show", "servers"},
+            {installed.program(), "-p", server.portText(), "state"}, 1.3);
+}
+
+std::size_t outputOf(const Installed& installed, const std::string& report, std::size_t count) {
+  const RequestServer server(burst(report, count));
+  return runChild({installed.program(), "-p", server.portText(), "stats", "1"}).outputBytes;
+}
+
+/// A burst of about so many bytes; the stream ends by SIGTERM once it has printed all. Then the same lines by jsoncpp
+/// alone: as Debian packages it, which is what another program would use, and as it is in ours.
+void printBurst(const Installed& installed, std::size_t bytes) {
   const std::string report = connectionReport();
   const std::size_t count = bytes / report.size();
-  const std::size_t expected = count * blockSize(report);
-  const auto input = std::filesystem::temp_directory_path() / ("zephctl_bench." + std::to_string(getpid()));
+  const std::size_t first = outputOf(installed, report, 1);
+  const std::size_t expected = first + (count - 1) * (outputOf(installed, report, 2) - first);
+  const std::string input = installed.file("lines");
   {
     std::ofstream lines(input, std::ios::binary);
     for (std::size_t i = 0; i < count; ++i) lines << report << '\n';
   }
   const auto ours = [&] {
-    BurstServer server(report, count);
-    return runChild({ZEPHCTL_PATH, "-p", server.port(), "stats"}, {}, expected).cpuSeconds;
+    const RequestServer server(burst(report, count));
+    return runChild({installed.program(), "-p", server.portText(), "stats"}, {}, expected).cpuSeconds;
   };
-  const auto alone = [&] { return runChild({JSON_ALONE_PATH}, input.string()).cpuSeconds; };
-  const std::string measure = "stats, a burst of " + std::to_string(bytes / kMegabyte) + " MB (CPU) / jsoncpp alone";
-  print(measure.c_str(), measureInTurn(kBurstRounds, ours, alone), 1000, "ms", 2.0);
-  std::filesystem::remove(input);
+  const std::string measure = "stats, a burst of " + std::to_string(bytes / kMegabyte) + " MB (CPU) / ";
+  const auto printOver = [&](const char* name, const char* floor, double bound) {
+    const Pair pair = measureInTurn(kBurstRounds, ours, [&] { return runChild({floor}, input).cpuSeconds; });
+    printRatio(measure + name, pair, 1000, "ms", bound);
+  };
+#ifdef JSON_PACKAGED_PATH
+  printOver("jsoncpp as packaged", JSON_PACKAGED_PATH, 1);
+#endif
+  printOver("jsoncpp as linked", JSON_ALONE_PATH, 0);
 }
 
 }  // namespace
 
 void printRatios() {
-  {
-    const Simulator simulator;
-    const std::vector<std::string> state{ZEPHCTL_PATH, "-p", simulator.port(), "state"};
-    const std::vector<std::string> add{ZEPHCTL_PATH, "-p", simulator.port(), "firewall", "domains", "add", "a.example"};
-    const std::vector<std::string> floor{FLOOR_PATH, simulator.port()};
-    print("state (wall) / floor",
-          measureInTurn(
-              kRounds, [&] { return wall(state); }, [&] { return wall(floor); }),
-          1000, "ms", 2.0);
-    print("firewall domains add, two requests (wall) / state, one",
-          measureInTurn(
-              kRounds, [&] { return wall(add); }, [&] { return wall(state); }),
-          1000, "ms", 1.3);
-    const Pair memory{peakMegabytes(state), peakMegabytes({LINKED_PATH})};
-    std::printf("%-58s %8.2f MB above %6.2f MB: %5.2f MB (bound 8)\n", "state, peak memory / a program that only links",
-                memory.ours, memory.floor, memory.ours - memory.floor);
-  }
-  for (const std::size_t megabytes : {10, 20, 40}) printBurst(megabytes * kMegabyte);
+  const Installed installed;
+  printStarts(installed);
+  printDirectory(installed);
+  for (const std::size_t megabytes : {10, 20, 40, 80}) printBurst(installed, megabytes * kMegabyte);
 }
 
 }  // namespace bench

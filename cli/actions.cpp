@@ -1,10 +1,12 @@
 #include "cli/actions.h"
 
 #include <cstdio>
+#include <string>
 
-#include "cli/families/handlers.h"
+#include "cli/families/families.h"
 #include "cli/program_name.h"
 #include "cli/usage.h"
+#include "platform/console.h"
 
 namespace cli {
 
@@ -12,111 +14,91 @@ zephlinksdk::ZephlinkSDK* g_sdk = nullptr;
 
 namespace {
 
-int help(Words) {
+int help(Words, const char*) {
   printUsage(stdout);
   return kSuccess;
 }
 
-int show(Words words);
-
-// The first equal word decides.
-constexpr Action kActions[] = {
-    {"help", help},
-    {"state", state},
-    {"headercompression", headerCompression},
-    {"connect", connect},
-    {"connectmethod", connectMethod},
-    {"disconnect", disconnect},
-    {"encryption", encryption},
-    {"jumbo", jumbo},
-    {"login", login},
-    {"refresh", refresh},
-    {"directory", directory},
-    {"gateway", gateway},
-    {"esni", esni},
-    {"logout", logout},
-    {"maxredundant", maxRedundant},
-    {"mode", mode},
-    {"overflow", overflow},
-    {"priorityoverflow", priorityOverflow},
-    {"packetaggr", packetAggregation},
-    {"ports", ports},
-    {"subnets", subnets},
-    {"show", show},
-    {"safebrowsing", safeBrowsing},
-    {"startupconnect", startupConnect},
-    {"stats", stats},
-    {"adapter", adapter},
-    {"transport", transport},
-    {"privacy", privacy},
-    {"version", version},
-    {"daemon", daemon},
-    {"dns", dns},
-    {"captiveportal", captivePortal},
-    {"localproxy", localProxy},
-    {"firewall", firewall},
-    {"route", route},
-    {"streamingbypass", streamingBypass},
-    {"streaming", streaming},
-    {"speedtest", speedTest},
-    {"streamtest", streamTest},
-    {"connectretry", connectRetry},
-    {"transportretry", transportRetry},
-    {"networksharing", networkSharing},
-    {"log", log},
-    {"targetconnections", targetConnections},
+constexpr Action kShowRows[] = {
+    include(families::connecting.show), include(families::settings.show),   include(families::privacy.show),
+    include(families::adapters.show),   include(families::account.show),    include(families::localProxy.show),
+    include(families::firewall.show),   include(families::speedTests.show), include(families::streaming.show),
+    include(families::logs.show),
 };
 
-constexpr Action kShowActions[] = {
-    {"countries", showServers},
-    {"cities", showServers},
-    {"servers", showServers},
-    {"settings", showSettings},
-    {"privacy", showPrivacy},
-    {"adapters", showAdapters},
-    {"currentserver", showCurrentServer},
-    {"user", showUser},
-    {"directory", showDirectory},
-    {"connectmethod", showConnectMethod},
-    {"localproxy", showLocalProxy},
-    {"firewall", showFirewall},
-    {"streamingbypass", showStreamingBypass},
-    {"disconnect", showDisconnect},
-    {"streaming", showStreaming},
-    {"speedtest", showSpeedTest},
-    {"logsettings", showLogSettings},
+constexpr Action kRows[] = {
+    {"help", "help", help},
+    {"show",
+     "show < servers | settings | privacy | adapters | currentserver | user | directory | connectmethod | "
+     "streamingbypass | disconnect | streaming | speedtest | logsettings >",
+     nullptr, &rows<kShowRows>},
+    include(families::state.actions),
+    include(families::connecting.actions),
+    include(families::account.actions),
+    include(families::settings.actions),
+    include(families::adapters.actions),
+    include(families::statistics.actions),
+    include(families::speedTests.actions),
+    include(families::privacy.actions),
+    include(families::firewall.actions),
+    include(families::streaming.actions),
+    include(families::localProxy.actions),
+    include(families::safeBrowsing.actions),
+    include(families::networkSharing.actions),
+    include(families::logs.actions),
 };
 
-int show(Words words) {
-  if (words.size() > 1) return invalid(usage::show);
-  return dispatchWord(kShowActions, words, usage::show);
-}
-
-const Action* find(std::span<const Action> rows, const char* word) {
-  for (const Action& row : rows) {
-    if (equal(row.word, word)) return &row;
-  }
-  return nullptr;
+int run(const Action& action, Words words, const char* inherited) {
+  const char* usage = action.usage != nullptr ? action.usage : inherited;
+  const Action* subcommand = words.empty() ? nullptr : findAction(action.subcommands, words[0]);
+  if (subcommand != nullptr) return run(*subcommand, words.subspan(1), usage);
+  if (action.handle != nullptr) return action.handle(words, usage);
+  return words.empty() ? missing(usage) : invalid(usage);
 }
 
 int fault(const char* kind, const char* usage, Status status) {
-  std::fprintf(stderr, "%s parameters: %s %s\n", kind, programName(), usage);
+  zephlinksdk::writeText(stderr, std::string(kind) + " parameters: " + programName() + " " + usage + "\n");
   return status;
 }
 
 }  // namespace
 
-int dispatch(Words words) {
-  const Action* action = words.empty() ? nullptr : find(kActions, words[0]);
-  if (action != nullptr) return action->handle(words.subspan(1));
-  printUsage(stderr);
-  return kUnknownAction;
+constinit const Actions kActions = kRows;
+
+const Action* findAction(const Actions* rows, std::string_view word) {
+  if (rows == nullptr) return nullptr;
+  for (const Action& row : *rows) {
+    if (row.word == nullptr) {
+      if (const Action* found = findAction(row.subcommands, word)) return found;
+    } else if (word == row.word) {
+      return &row;
+    }
+  }
+  return nullptr;
 }
 
-int dispatchWord(std::span<const Action> rows, Words words, const char* usage) {
-  if (words.empty()) return missing(usage);
-  const Action* row = find(rows, words[0]);
-  return row != nullptr ? row->handle(words.subspan(1)) : invalid(usage);
+const char* usageOf(std::string_view path) {
+  const char* usage = nullptr;
+  const Actions* rows = &kActions;
+  while (!path.empty()) {
+    const std::size_t length = path.find(' ');
+    const Action* action = findAction(rows, path.substr(0, length));
+    if (action == nullptr) return nullptr;
+    if (action->usage != nullptr) usage = action->usage;
+    rows = action->subcommands;
+    path.remove_prefix(length == std::string_view::npos ? path.size() : length + 1);
+  }
+  return usage;
+}
+
+int dispatch(Words words) {
+  const Action* action = words.empty() ? nullptr : findAction(&kActions, words[0]);
+  return action != nullptr ? run(*action, words.subspan(1), nullptr) : unknownAction();
+}
+
+int unknownAction() {
+  printUsage(stderr);
+  return kUnknownAction;
 }
 
 int invalid(const char* usage) { return fault("Invalid", usage, kInvalidParameters); }
@@ -127,12 +109,6 @@ int tooMany(const char* format, std::size_t bound) {
   char text[100];
   std::snprintf(text, sizeof text, format, static_cast<int>(bound));
   return invalid(text);
-}
-
-std::optional<bool> parseOnOff(const char* word) {
-  if (equal(word, "on")) return true;
-  if (equal(word, "off")) return false;
-  return std::nullopt;
 }
 
 }  // namespace cli

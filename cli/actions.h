@@ -1,23 +1,25 @@
-// The action list, and what all action handlers share.
+// The rows of the action list, and what all handlers share.
 //
-// A handler gets the words behind its own, checks them from left to right and ends in one of three ways: `invalid`,
-// `missing`, or a call whose record it prints. What it returns is the exit status. Handlers hold no state.
+// Each family defines its actions as constant rows (see cli/families/families.h). A handler gets the arguments after
+// the words that named its row, checks them from left to right, and ends in one of three ways: `invalid`, `missing`, or
+// a call whose record it prints. It returns the exit status. Handlers keep no state.
 #pragma once
 
 #include <cstddef>
 #include <cstring>
-#include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 
 #include "cli/output.h"
-#include "sdk/facade.h"
+#include "zephlinksdk/zephlinksdk.h"
 
 namespace cli {
 
-/// The one object of the program; null before and behind dispatch.
+/// The one object of the program; null before and after dispatch.
 extern zephlinksdk::ZephlinkSDK* g_sdk;
 
-/// Words of the command line. Some parsers cut them in place.
+/// Arguments of the command line. Some parsers cut them in place.
 using Words = std::span<char*>;
 
 enum Status : int {
@@ -28,30 +30,75 @@ enum Status : int {
   kUnknownAction = 4,
 };
 
+using Handler = int(Words words, const char* usage);
+
+struct Action;
+using Actions = std::span<const Action>;
+
+/// An action, or a subcommand of the row that lists it. Rows are constant data.
 struct Action {
   const char* word;
-  int (*handle)(Words words);
+  /// The text that faults of this action name, and that the handler gets. Null: the text of the row above.
+  const char* usage = nullptr;
+  /// Gets the arguments unless the first of them names a subcommand. Null: no argument is Missing, an unknown
+  /// subcommand is Invalid.
+  Handler* handle = nullptr;
+  const Actions* subcommands = nullptr;
 };
 
-/// Runs the action that the first word names; the usage on standard error where none does.
+/// The subcommands of a row: `&rows<kArray>`.
+template <const auto& Array>
+inline constexpr Actions rows = Array;
+
+/// In a list of rows, includes the rows of another file: a row without a word.
+constexpr Action include(const Actions& included) { return {.word = nullptr, .subcommands = &included}; }
+
+/// All actions of the program.
+extern const Actions kActions;
+
+/// The row of a word, also among included rows, or null. There are no rows in null.
+const Action* findAction(const Actions* rows, std::string_view word);
+
+/// The usage text of an action or subcommand, named by its words as in "adapter datalimit daily". Null if it does not
+/// exist or has no text.
+const char* usageOf(std::string_view path);
+
+/// Calls visit(path, row, usage text or null) for each action and subcommand.
+template <class Visit>
+void forEachAction(const Visit& visit, const Actions& rows = kActions, const std::string& above = {},
+                   const char* inherited = nullptr) {
+  for (const Action& row : rows) {
+    const bool included = row.word == nullptr;
+    const std::string path = included ? above : above + row.word;
+    const char* usage = row.usage != nullptr ? row.usage : inherited;
+    if (!included) visit(path, row, usage);
+    if (row.subcommands != nullptr) forEachAction(visit, *row.subcommands, included ? path : path + " ", usage);
+  }
+}
+
+/// Runs the action that the first word names; an unknown action if none does.
 int dispatch(Words words);
 
-/// Runs the row of the first word, with the words behind it. Without a word Missing, with an unknown one Invalid.
-int dispatchWord(std::span<const Action> rows, Words words, const char* usage);
+/// Prints the general usage on standard error. Returns the status of an unknown action.
+int unknownAction();
 
-/// Tell the fault on standard error, with the usage text of the action, and return its status.
+/// Print the fault and the usage text on standard error. Return the status of the fault.
 int invalid(const char* usage);
 int missing(const char* usage);
 
-/// The same for too many words of a list: the bound stands in for the usage text, with a line end of its own.
+/// Invalid for a list that is too long: `format`, which ends with a line feed, is filled in with the bound and replaces
+/// the usage text.
 int tooMany(const char* format, std::size_t bound);
 
 inline bool equal(const char* word, const char* other) { return std::strcmp(word, other) == 0; }
 
-/// "on" or "off", nothing for any other word.
-std::optional<bool> parseOnOff(const char* word);
+/// Calls a function of the library without a callback, so that it waits for the answer.
+template <auto& Method, class... Arguments>
+auto call(Arguments... arguments) {
+  return Method(g_sdk, arguments..., nullptr, nullptr);
+}
 
-/// The end of every handler: prints the record, or its error.
+/// Prints the record, or its error. Returns the exit status.
 template <class Record>
 int finish(const Record& record, void (*print)(const Record&)) {
   if (record.hasError) {
@@ -60,12 +107,6 @@ int finish(const Record& record, void (*print)(const Record&)) {
   }
   print(record);
   return kSuccess;
-}
-
-/// Calls a method without a callback, so that it waits for its answer.
-template <class Method, class... Arguments>
-auto call(Method& method, Arguments... arguments) {
-  return method(g_sdk, arguments..., nullptr, nullptr);
 }
 
 }  // namespace cli

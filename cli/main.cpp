@@ -1,15 +1,19 @@
 // One run is one action: the program's name, the options, the library's object, the action, its status.
 #include <cstdio>
 #include <cstring>
+#include <exception>
+#include <new>
 
 #include "cli/actions.h"
-#include "cli/console.h"
 #include "cli/options.h"
+#include "cli/output.h"
 #include "cli/program_name.h"
 #include "cli/usage.h"
+#include "platform/console.h"
 
-int main(int argc, char** argv) {
-  cli::prepareConsole(argc, argv);
+namespace {
+
+int run(int argc, char** argv) {
   if (argc < 1) return cli::kUnknownAction;
   cli::setProgramName(argv[0]);
   if (argc < 2 || cli::equal(argv[1], "-h") || cli::equal(argv[1], "--help")) {
@@ -19,8 +23,22 @@ int main(int argc, char** argv) {
   ZephlinkSDK_Config config;
   const cli::Words words = cli::readOptions(cli::Words(argv, static_cast<std::size_t>(argc)).subspan(1), config);
   cli::g_sdk = ZephlinkSDK_create(config);
+  if (cli::g_sdk == nullptr) throw std::bad_alloc();
+  // Meanwhile the channel's thread connects.
+  cli::prepareOutput();
   const int status = cli::dispatch(words);
-  ZephlinkSDK_destroy(cli::g_sdk);
-  cli::g_sdk = nullptr;
+  ZephlinkSDK_finish(cli::g_sdk);
   return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    zephlinksdk::prepareConsole(argc, argv);
+    return run(argc, argv);
+  } catch (const std::exception&) {
+    cli::printNoMemory();
+    return cli::kFailed;
+  }
 }

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "sdk/text.h"
+#include "base/text.h"
 
 namespace cli {
 

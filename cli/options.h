@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/actions.h"
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace cli {
 

@@ -1,20 +1,19 @@
 #include "cli/output.h"
 
 #include <memory>
+#include <new>
+#include <optional>
 #include <sstream>
 #include <string>
+#include <string_view>
 
-#include "cli/console.h"
-#include "sdk/errors.h"
+#include "base/utf8.h"
+#include "platform/console.h"
+#include "zephlinksdk/errors.h"
 
 namespace cli {
 
 namespace {
-
-// Streams print from the channel thread while the main thread only sleeps: one writer and one text serve. The text
-// keeps its room from record to record.
-std::ostringstream g_text;
-bool g_inBlock = false;
 
 std::unique_ptr<Json::StreamWriter> makeWriter() {
   Json::StreamWriterBuilder builder;
@@ -22,38 +21,89 @@ std::unique_ptr<Json::StreamWriter> makeWriter() {
   return std::unique_ptr<Json::StreamWriter>(builder.newStreamWriter());
 }
 
-void writeCollected(std::FILE* stream) {
-  writeText(stream, g_text.view());
+/// What is printed and not yet written. The text keeps its room from record to record.
+struct Output {
+  std::ostringstream text;
+  std::unique_ptr<Json::StreamWriter> writer = makeWriter();
+};
+
+// Streams print from the channel thread while the main thread only sleeps: one serves both. Made at run time: the
+// first stream of a process sets up the locale, which takes longer than all else before `main`.
+std::optional<Output> g_output;
+bool g_inBlock = false;
+
+Output& output() {
+  if (!g_output) g_output.emplace();
+  return *g_output;
+}
+
+// What printError prints for a failure of the library, ready: it may be needed when there is no memory left.
+constexpr std::string_view kNoMemory =
+    "{\n"
+    "\t\"errorCode\" : 3840,\n"
+    "\t\"errorMessage\" : \"An error in the SDK\",\n"
+    "\t\"errorType\" : \"An error in the SDK\"\n"
+    "}";
+
+/// Needs no memory.
+void clearCollected() {
+  if (!g_output) return;
   static const std::string empty;
-  g_text.str(empty);  // an rvalue would take the room away
+  g_output->text.clear();
+  g_output->text.str(empty);  // an rvalue would take the room away
+}
+
+/// Throws std::bad_alloc if the text is not whole.
+void writeCollected(std::FILE* stream) {
+  // A stream of C++ keeps the exception of an allocation to itself.
+  if (!output().text) throw std::bad_alloc();
+  const std::string_view text = output().text.view();
+  if (zephlinksdk::utf8PrefixLength(text) == text.size()) {
+    zephlinksdk::writeText(stream, text);
+  } else {
+    zephlinksdk::writeText(stream, zephlinksdk::toUtf8(text));
+  }
+  clearCollected();
 }
 
 }  // namespace
 
+void prepareOutput() { output(); }
+
 void writeJson(std::FILE* stream, const Json::Value& value) {
-  static const std::unique_ptr<Json::StreamWriter> writer = makeWriter();
-  writer->write(value, &g_text);
+  output().writer->write(value, &output().text);
   if (!g_inBlock) writeCollected(stream);
 }
 
-OutputBlock::OutputBlock(std::FILE* stream, std::string_view head, std::string_view tail)
-    : output(stream), ending(tail) {
-  g_text << head;
+void openBlock(const char* label) {
+  output().text << "[\"" << label << "\",\n";
   g_inBlock = true;
 }
 
-OutputBlock::~OutputBlock() {
-  g_text << ending;
+void closeBlock(std::FILE* stream) {
   g_inBlock = false;
-  writeCollected(output);
+  output().text << "]\n\n";
+  writeCollected(stream);
 }
 
-void printError(const ZephlinkSDK_Result& record) {
+void printError(const ZephlinkSDK_Result& head) {
   Json::Value error(Json::objectValue);
-  error["errorCode"] = record.errorCode;
-  error["errorType"] = zephlinksdk::errorText(record.errorCode);
-  error["errorMessage"] = record.errorMessage;
+  error["errorCode"] = head.errorCode;
+  error["errorType"] = ZephlinkSDK_errorText(head.errorCode);
+  error["errorMessage"] = head.errorMessage;
   writeJson(stderr, error);
+}
+
+void printNoMemory() {
+  clearCollected();
+  zephlinksdk::writeText(stderr, kNoMemory);
+}
+
+void printNoMemoryBlock() {
+  g_inBlock = false;
+  zephlinksdk::writeText(stderr, "[\"error\",\n");
+  printNoMemory();
+  zephlinksdk::writeText(stderr, "]\n\n");
 }
 
 }  // namespace cli

@@ -7,27 +7,22 @@
 #include <cstdio>
 #include <string_view>
 
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace cli {
 
-/// The one writer of JSON: tabs, members in the order of their names, UTF-8 as it is, no line feed at the end. Flushes.
-/// A write that fails is ignored.
+/// Makes what the following functions need, which they otherwise do at their first call. Throws std::bad_alloc.
+void prepareOutput();
+
+/// The one writer of JSON: tabs, members in the order of their names, UTF-8 as it is, U+FFFD for each byte that is not
+/// UTF-8, no line feed at the end. Flushes. A write that fails is ignored. Throws std::bad_alloc.
 void writeJson(std::FILE* stream, const Json::Value& value);
 
-/// What is written to `stream` while a block stands goes out at its end, `head` before and `tail` behind it, in one
-/// piece: a reader at the end of a pipe never sees half of it. One block at a time.
-class OutputBlock {
- public:
-  OutputBlock(std::FILE* stream, std::string_view head, std::string_view tail);
-  ~OutputBlock();
-  OutputBlock(const OutputBlock&) = delete;
-  OutputBlock& operator=(const OutputBlock&) = delete;
-
- private:
-  std::FILE* output;
-  std::string_view ending;
-};
+/// What is written between these two goes out at the end in one piece, as a record of a stream: an array of the label
+/// and the record, and an empty line. A reader at the end of a pipe never sees half of it. `closeBlock` throws
+/// std::bad_alloc.
+void openBlock(const char* label);
+void closeBlock(std::FILE* stream);
 
 /// A key that the object does not copy, for records that print often: `value["time"_key]`.
 inline Json::StaticString operator""_key(const char* name, std::size_t) { return Json::StaticString(name); }
@@ -40,7 +35,15 @@ Json::Value toJsonArray(const Entry* entries, std::size_t count, ToJson toJson) 
   return array;
 }
 
-/// The error object of any record, on standard error.
-void printError(const ZephlinkSDK_Result& record);
+/// The error object of any record, on standard error. Throws std::bad_alloc.
+void printError(const ZephlinkSDK_Result& head);
+template <class Record>
+void printError(const Record& record) {
+  printError(record.head);
+}
+
+/// The error object of a failure for want of memory, alone and as a record of a stream. Needs no memory.
+void printNoMemory();
+void printNoMemoryBlock();
 
 }  // namespace cli

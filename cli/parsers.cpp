@@ -6,14 +6,16 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
 
-#include "sdk/numbers.h"
-#include "sdk/platform/terminal.h"
-#include "sdk/text.h"
-#include "sdk/words.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "platform/console.h"
+#include "platform/terminal.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 namespace {
@@ -25,7 +27,7 @@ bool usedWhole(const char* word, const char* end) { return end != word && *end =
 
 template <typename Integer>
 bool parseInteger(const char* word, Integer& value) {
-  using Wide = std::conditional_t<std::is_same_v<Integer, uint64_t>, unsigned long long, long long>;
+  using Wide = std::conditional_t<std::is_same_v<Integer, std::uint64_t>, unsigned long long, long long>;
   char* end = nullptr;
   Wide wide = 0;
   errno = 0;
@@ -51,9 +53,9 @@ bool parsePortRule(char* word, ZephlinkSDK_ProtocolPortPair& rule, bool allowLow
   rule = {};
   if (const char* protocol = cutAt(word, '/')) {
     // Three characters count: "tcpish" is tcp.
-    const auto known = zephlinksdk::kPortProtocolWords.find(std::string_view(protocol).substr(0, 3));
-    if (!known) return false;
-    rule.protocol = *known;
+    char name[4];
+    zephlinksdk::copyText(name, protocol);
+    if (!ZephlinkSDK_portProtocolFromText(name, &rule.protocol)) return false;
     if (const char* rangeEnd = cutAt(word, '-')) {
       if (!allowRange || !parseU16(rangeEnd, rule.portRangeEnd)) return false;
       if (rule.portRangeEnd == 0 && !allowLowPorts) return false;
@@ -82,13 +84,20 @@ bool takePiece(const char*& text, char (&piece)[N]) {
 
 }  // namespace
 
-bool parseU8(const char* word, uint8_t& value) { return parseInteger(word, value); }
-bool parseU16(const char* word, uint16_t& value) { return parseInteger(word, value); }
-bool parseI32(const char* word, int32_t& value) { return parseInteger(word, value); }
-bool parseU32(const char* word, uint32_t& value) { return parseInteger(word, value); }
-bool parseU64(const char* word, uint64_t& value) { return parseInteger(word, value); }
+bool parseSwitch(const char* word, bool& on) {
+  const std::string_view text = word;
+  if (text != "on" && text != "off") return false;
+  on = text == "on";
+  return true;
+}
 
-bool parseI64(const char* word, int64_t& value) {
+bool parseU8(const char* word, std::uint8_t& value) { return parseInteger(word, value); }
+bool parseU16(const char* word, std::uint16_t& value) { return parseInteger(word, value); }
+bool parseI32(const char* word, std::int32_t& value) { return parseInteger(word, value); }
+bool parseU32(const char* word, std::uint32_t& value) { return parseInteger(word, value); }
+bool parseU64(const char* word, std::uint64_t& value) { return parseInteger(word, value); }
+
+bool parseI64(const char* word, std::int64_t& value) {
   char* end = nullptr;
   const long long number = std::strtoll(word, &end, 10);
   if (!usedWhole(word, end)) return false;
@@ -135,12 +144,6 @@ bool parseServerTag(const char* word, ServerTag& tag) {
   return true;
 }
 
-bool parseDirectionalMode(const char* word, ZephlinkSDK_ConnectionDirectionalMode& mode) {
-  const auto known = zephlinksdk::kDirectionalModeWords.find(word);
-  if (known) mode = *known;
-  return known.has_value();
-}
-
 bool parseProtocolPortList(int count, char** words, ZephlinkSDK_ProtocolPortPair* entries, bool allowLowPorts,
                            bool allowRange) {
   for (int i = 0; i < count; ++i) {
@@ -160,8 +163,7 @@ bool readHidden(const char* prompt, char* buffer, std::size_t size) {
   std::fill_n(buffer, size, '\0');
   // Echo goes first: what is typed the moment that the prompt shows must not be seen.
   zephlinksdk::HiddenInput input;
-  std::printf("%s : ", prompt);
-  std::fflush(stdout);
+  zephlinksdk::writeText(stdout, std::string(prompt) + " : ");
 
   std::size_t length = 0;
   for (int byte = input.next(); byte != '\n' && byte != zephlinksdk::HiddenInput::kEnd; byte = input.next()) {

@@ -1,27 +1,31 @@
-// Parsers of argument words. Each returns whether it took the word, and leaves the place for the value untouched if
-// not.
+// Parsers of arguments. Each returns whether it accepts the word, and leaves the value unchanged if not.
 //
-// Numbers are decimal text, read by the C library's conversions (so blanks and a sign may lead) and used to the end of
-// the word; at least one digit must be there.
+// Numbers are decimal text, read by the C library's conversions: leading blanks and a sign are accepted, and the number
+// must have a digit and end with the word.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <type_traits>
 
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace cli {
 
-bool parseU8(const char* word, uint8_t& value);
-bool parseU16(const char* word, uint16_t& value);
-bool parseI32(const char* word, int32_t& value);
-bool parseU32(const char* word, uint32_t& value);
+/// "on" or "off".
+bool parseSwitch(const char* word, bool& on);
+
+bool parseU8(const char* word, std::uint8_t& value);
+bool parseU16(const char* word, std::uint16_t& value);
+bool parseI32(const char* word, std::int32_t& value);
+bool parseU32(const char* word, std::uint32_t& value);
 
 /// Refuses only what does not fit: a negative number wraps around, as the conversion has it.
-bool parseU64(const char* word, uint64_t& value);
+bool parseU64(const char* word, std::uint64_t& value);
 
 /// Refuses nothing for its size: a number that does not fit becomes the nearest that does.
-bool parseI64(const char* word, int64_t& value);
+bool parseI64(const char* word, std::int64_t& value);
 
 /// Megabits per second, 0 to 4294967295, with an exponent if wished.
 bool parseMbps(const char* word, double& value);
@@ -39,13 +43,11 @@ bool isPrivateCountryCode(const char* word);
 struct ServerTag {
   char country[ZephlinkSDK_CountrySize];  ///< with the prefix "private" of a private server
   char city[ZephlinkSDK_CitySize];
-  int32_t number;  ///< of any sign; out of range becomes the nearest number
+  std::int32_t number;  ///< of any sign; out of range becomes the nearest number
 };
 
 /// `<country>-<city>-<number>`, without a leading "#"; what stands behind the number is ignored.
 bool parseServerTag(const char* word, ServerTag& tag);
-
-bool parseDirectionalMode(const char* word, ZephlinkSDK_ConnectionDirectionalMode& mode);
 
 /// Reads one rule `port[-portRangeEnd][/proto]` a word into `entries`, which has room for `count`, up to the first
 /// faulty word. The words are cut in place. Without `allowLowPorts` the ports 0 and 1 and a range's end of 0 are
@@ -60,5 +62,31 @@ bool parseSubnetList(int count, char** words, ZephlinkSDK_Subnet* entries);
 /// an empty answer. A line of `size` bytes or more is used up and refused, and the buffer comes back empty.
 /// The buffer is the caller's, to wipe too; no other copy stays in the process.
 bool readHidden(const char* prompt, char* buffer, std::size_t size);
+
+/// The type of the value that a parser writes.
+template <class Parse>
+struct ParsedValue;
+template <class Value>
+struct ParsedValue<bool(const char*, Value&)> {
+  using Type = Value;
+};
+template <class Value>
+struct ParsedValue<bool(const char*, Value*)> {
+  using Type = Value;
+};
+
+/// The value of a word, by a parser of this file's kind or one of the library's `...FromText`.
+template <auto& Parse>
+auto valueOf(const char* word) {
+  using Value = typename ParsedValue<std::remove_reference_t<decltype(Parse)>>::Type;
+  Value value{};
+  bool known = false;
+  if constexpr (requires { Parse(word, value); }) {
+    known = Parse(word, value);
+  } else {
+    known = Parse(word, &value);
+  }
+  return known ? std::optional(value) : std::nullopt;
+}
 
 }  // namespace cli

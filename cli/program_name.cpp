@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "sdk/text.h"
+#include "base/text.h"
 
 namespace cli {
 namespace {

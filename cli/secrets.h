@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "cli/parsers.h"
-#include "sdk/platform/wipe.h"
+#include "platform/wipe.h"
 
 namespace cli {
 

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <ctime>
-#include <string>
 
 namespace cli {
 
@@ -12,6 +11,8 @@ namespace {
 constexpr std::chrono::milliseconds kTick{1000};
 
 }  // namespace
+
+std::mutex g_printing;
 
 void StreamClock::start() {
   const std::lock_guard lock(mutex);
@@ -34,8 +35,15 @@ bool StreamClock::expired(std::int32_t seconds) const {
   return seconds > 0 && startTime != 0 && std::time(nullptr) - startTime >= seconds;
 }
 
-OutputBlock streamBlock(std::FILE* stream, const char* label) {
-  return {stream, std::string("[\"") + label + "\",\n", "]\n\n"};
+void Stream::report(const ZephlinkSDK_Result& record) {
+  if (!record.hasError) return;
+  clock.start();
+  printBlock<ZephlinkSDK_Result>(record, "error", nullptr);
+}
+
+void Stream::close() {
+  for (std::size_t i = 0; i < count; ++i) ZephlinkSDK_removeListener(g_sdk, handles[i]);
+  count = 0;
 }
 
 }  // namespace cli

@@ -1,20 +1,18 @@
 #include "cli/usage.h"
 
+#include <string>
+
+#include "cli/actions.h"
 #include "cli/program_name.h"
+#include "platform/console.h"
 
 namespace cli {
-namespace {
-
-constexpr char kVersion[] = "14.9.1";
-constexpr char kBuild[] = "12483";
-
-}  // namespace
 
 void printUsage(std::FILE* stream) {
-  std::fprintf(stream, "%s v%s.%s\n", programName(), kVersion, kBuild);
-  std::fprintf(stream, "Usage : %s action\n", programName());
-  std::fputs("Actions:\n", stream);
-  for (const char* action : usage::kListed) std::fprintf(stream, "   %s\n", action);
+  std::string text = std::string(programName()) + " v" ZEPHCTL_VERSION "\n";
+  text += std::string("Usage : ") + programName() + " action\nActions:\n";
+  for (const char* path : kListedActions) text += std::string("   ") + usageOf(path) + "\n";
+  zephlinksdk::writeText(stream, text);
 }
 
 }  // namespace cli

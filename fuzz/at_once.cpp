@@ -4,8 +4,8 @@
 
 #include "cli/stream.h"
 #include "fuzz/check.h"
-#include "sdk/facade.h"
 #include "sdk/link/websocket_impl.h"
+#include "zephlinksdk/zephlinksdk.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ namespace zephlinksdk {
 // In place of the channel's own: the whole life of an entry, up to its time-out.
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the parameters are those of its declaration.
 void WebsocketImpl::addEventDescription(std::uint64_t, EventDescription description, Handler handler) {
-  for (const std::string& request : description.requests) keepRequest(request);
+  for (const WipedText& request : description.requests) keepRequest({request.data(), request.size()});
   std::vector<std::string> names = description.listenEvents;
   for (const ExpectedEvent& expected : description.expectedEvents) names.push_back(expected.event);
   for (const std::string& report : g_reports) {

@@ -2,11 +2,11 @@
 //
 // Decoding undoes encoding, takes no more than the clean groups that the text begins with, and a code goes out as it
 // was typed exactly when an object with the host came out of it.
+#include "base/base64.h"
 #include "fuzz/at_once.h"
 #include "fuzz/check.h"
-#include "sdk/base64.h"
-#include "sdk/facade.h"
 #include "sdk/link/json.h"
+#include "zephlinksdk/zephlinksdk.h"
 
 namespace {
 

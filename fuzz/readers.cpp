@@ -10,7 +10,7 @@
 #include "fuzz/at_once.h"
 #include "fuzz/captured.h"
 #include "fuzz/check.h"
-#include "sdk/facade.h"
+#include "zephlinksdk/zephlinksdk.h"
 
 namespace {
 
@@ -101,7 +101,7 @@ void checkCounts(const Record& record) {
   if constexpr (requires { record.networks; }) bounded(record.networkCount, record.networks);
   if constexpr (requires { record.runs; }) bounded(record.runCount, record.runs);
   if constexpr (requires { record.peers; }) bounded(record.peerCount, record.peers);
-  if constexpr (std::is_base_of_v<ZephlinkSDK_RuleLists, Record>) {
+  if constexpr (requires { record.lists; }) {
     bounded(record.domainCount, record.domains);
     bounded(record.ipv4Count, record.ipv4);
     bounded(record.ipv6Count, record.ipv6);

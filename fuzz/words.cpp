@@ -121,9 +121,9 @@ void checkParsers(const std::string& word) {
     for (const bool allowRange : {false, true}) checkPortRule(word, allowLowPorts, allowRange);
   }
   checkSubnet(word);
-  ZephlinkSDK_ConnectionDirectionalMode mode{};
-  const bool known = word == "on" || word == "backup_off" || word == "strict_off";
-  fuzz::check(cli::parseDirectionalMode(word.c_str(), mode) == known, "three words name a direction's mode", word);
+  bool on = false;
+  const bool known = word == "on" || word == "off";
+  fuzz::check(cli::parseSwitch(word.c_str(), on) == known && on == (word == "on"), "two words are a switch", word);
 }
 
 }  // namespace

@@ -8,6 +8,8 @@
 #include <optional>
 #include <vector>
 
+#include "base/json_reals.h"
+
 namespace zephlinksdk {
 namespace {
 
@@ -54,7 +56,7 @@ std::optional<std::string_view> find(const Translator& from, std::string_view ke
   return std::nullopt;
 }
 
-/// The object that `text` holds, as far as it can be read; an empty one for anything else.
+/// Returns the object in `text`, as far as it can be read; an empty one for anything else.
 Json::Value parseArguments(std::string_view text) {
   try {
     Json::CharReaderBuilder builder;
@@ -67,6 +69,14 @@ Json::Value parseArguments(std::string_view text) {
     // Nested deeper than the reader goes.
   }
   return Json::Value(Json::objectValue);
+}
+
+/// Returns an argument as text; empty for an array or an object.
+std::string textOf(const Json::Value& value, const JsonReals& reals) {
+  if (value.isNumeric() && value.asDouble() == 0) {
+    if (const double* real = reals.at(value.getOffsetStart())) return realText(*real);
+  }
+  return value.isConvertibleTo(Json::stringValue) ? value.asString() : "";
 }
 
 /// What stands in a replacement is not searched. Stops, as far as it got, when the text has passed its bound.
@@ -83,11 +93,11 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
 std::string fillIn(std::string_view pattern, std::string_view argumentText, const std::string& applicationName) {
   std::string text(pattern);
   if (text.find('{') == std::string::npos) return text;
-  Json::Value arguments = parseArguments(argumentText);
+  const JsonReals reals(argumentText);
+  Json::Value arguments = parseArguments(reals.text());
   arguments[kProductName] = applicationName;
   for (const std::string& name : arguments.getMemberNames()) {
-    const Json::Value& value = arguments[name];
-    text = replaceAll(text, "{" + name + "}", value.isConvertibleTo(Json::stringValue) ? value.asString() : "");
+    text = replaceAll(text, "{" + name + "}", textOf(arguments[name], reals));
     if (text.size() > kLargestText) break;
   }
   return text;

@@ -20,6 +20,10 @@ fetch_sources() {
   "${apt_get[@]}" update && (cd "$1" && "${apt_get[@]}" source "${@:2}")
 }
 
+# What every copy of jsoncpp in a program of ours is compiled with: as our own code is. Without the last one the
+# functions of a shared library call each other through its symbol table.
+jsoncpp_flags="-ffunction-sections -fdata-sections -fvisibility=hidden -fno-semantic-interposition"
+
 # install_static SOURCE_DIRECTORY PREFIX CMAKE_OPTION... builds a source package as a static library.
 install_static() {
   local binary
@@ -29,10 +33,15 @@ install_static() {
   cmake --build "$binary" --target install
 }
 
-# install_static_jsoncpp SOURCES PREFIX CMAKE_OPTION... does so with the jsoncpp that was unpacked in SOURCES.
+# install_static_jsoncpp SOURCES PREFIX CMAKE_OPTION... does so with the jsoncpp that was unpacked in SOURCES, and with
+# our patches: packaging/jsoncpp/README.md says what they are for.
 install_static_jsoncpp() {
+  local patch
+  for patch in packaging/jsoncpp/*.patch; do
+    patch -p1 -s -d "$1"/libjsoncpp-*/ <"$patch"
+  done
   install_static "$1"/libjsoncpp-*/ "${@:2}" -DBUILD_OBJECT_LIBS=OFF -DJSONCPP_WITH_TESTS=OFF \
-    -DJSONCPP_WITH_POST_BUILD_UNITTEST=OFF
+    -DJSONCPP_WITH_POST_BUILD_UNITTEST=OFF -DCMAKE_CXX_FLAGS="$jsoncpp_flags" -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG"
   # Programs that hold a copy must carry it.
   install -D -m 644 "$1"/libjsoncpp-*/LICENSE "$2/share/doc/jsoncpp/LICENSE"
 }

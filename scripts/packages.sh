@@ -2,15 +2,20 @@
 # shellcheck shell=bash
 
 declare -A debian_packages=(
-  [build]="g++ cmake ninja-build libjsoncpp-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev libncurses-dev"
+  [user]="g++ cmake ninja-build libjsoncpp-dev libc-ares-dev"
+  [build]="g++ cmake ninja-build libjsoncpp-dev libc-ares-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev libncurses-dev prometheus-cpp-dev"
   [scripts]="python3"
   [peers]="python3-websockets gcc libwebsockets-dev"
+  [exporter]="prometheus systemd"
   [npm]="nodejs npm"
   [fuzz]="clang libclang-rt-dev"
   [lint]="git clang-format clang-tidy shellcheck"
-  [test]="python3 groff-base zsh fish"
+  [test]="python3 groff-base zsh fish tmux"
   [package]="file pkgconf"
-  [sources]="dpkg-dev"
+  [python]="python3-dev python3-cffi python3-setuptools python3-wheel python3-pip python3-pytest mypy pkgconf"
+  [sources]="dpkg-dev patch"
+  [docs]="doxygen"
+  [abi]="abigail-tools"
   [windows]="g++-mingw-w64-x86-64-posix wine wine64 unzip"
 )
 

@@ -1,6 +1,6 @@
 #include "sdk/errors.h"
 
-#include "sdk/text.h"
+#include "base/text.h"
 
 namespace zephlinksdk {
 namespace {
@@ -39,19 +39,19 @@ constexpr ErrorRow kErrors[] = {
 
 }  // namespace
 
-const char* errorText(uint32_t code) {
-  for (const ErrorRow& row : kErrors) {
-    if (row.code == code) return row.text;
-  }
-  return kUnknownError;
+void setError(ZephlinkSDK_Result& head, std::uint32_t code, const char* message) {
+  head.hasError = code != ZephlinkSDK_Error_None;
+  head.errorCode = code;
+  copyText(head.errorMessage, message != nullptr ? message : "");
 }
 
-void setError(ZephlinkSDK_Result& record, uint32_t code, const char* message) {
-  record.hasError = code != ZephlinkSDK_Error_None;
-  record.errorCode = code;
-  copyText(record.errorMessage, message != nullptr ? message : "");
-}
-
-void setError(ZephlinkSDK_Result& record, uint32_t code) { setError(record, code, errorText(code)); }
+void setError(ZephlinkSDK_Result& head, std::uint32_t code) { setError(head, code, ZephlinkSDK_errorText(code)); }
 
 }  // namespace zephlinksdk
+
+const char* ZephlinkSDK_errorText(uint32_t code) {
+  for (const auto& row : zephlinksdk::kErrors) {
+    if (row.code == code) return row.text;
+  }
+  return zephlinksdk::kUnknownError;
+}

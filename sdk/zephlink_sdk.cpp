@@ -1,14 +1,15 @@
 #include "sdk/zephlink_sdk.h"
 
 #include <chrono>
+#include <exception>
 #include <string>
 #include <system_error>
 
+#include "base/text.h"
 #include "l10n/location_tables.h"
 #include "l10n/translate.h"
+#include "platform/clock.h"
 #include "sdk/link/call.h"
-#include "sdk/platform/clock.h"
-#include "sdk/text.h"
 
 namespace zephlinksdk {
 
@@ -21,12 +22,12 @@ constexpr std::uint64_t kKeepAlivePeriodMs = 45001;
 
 ZephlinkSDK::ZephlinkSDK(const ZephlinkSDK_Config& config) {
   registerLocationTables();
-  copyText(appName, config.appName);
+  copyText(appName, textOf(config.appName));
   try {
-    channel = std::make_unique<WebsocketImpl>(config.address, config.port);
+    channel = std::make_unique<WebsocketImpl>(textOf(config.address).c_str(), config.port);
     if (appName[0] != '\0') {
       setApplicationName(appName);
-      channel->send("set_app_name", toObject({{"name", appName}}));
+      channel->announce("set_app_name", toObject({{"name", appName}}));
     }
     running = true;
   } catch (const std::system_error&) {
@@ -41,7 +42,15 @@ ZephlinkSDK::~ZephlinkSDK() {
     running = false;
   }
   stopping.notify_all();
-  if (keepAliveThread.joinable()) keepAliveThread.join();
+  if (keepAliveThread.started()) keepAliveThread.join();
+}
+
+void ZephlinkSDK::finish() {
+  {
+    const std::lock_guard lock(mutex);
+    running = false;
+  }
+  if (channel) channel->finish();
 }
 
 void ZephlinkSDK::removeListener(std::uint64_t handle) {
@@ -51,13 +60,8 @@ void ZephlinkSDK::removeListener(std::uint64_t handle) {
 /// With `mutex` held. One-shot commands never pay for the thread: it begins with the first subscription to statistics.
 /// False when the system has no thread to give.
 bool ZephlinkSDK::startKeepAlive() {
-  if (!running || keepAliveThread.joinable()) return true;
-  try {
-    keepAliveThread = std::thread(&ZephlinkSDK::keepAlive, this);
-    return true;
-  } catch (const std::system_error&) {
-    return false;
-  }
+  if (!running || keepAliveThread.started()) return true;
+  return keepAliveThread.start([](void* self) { static_cast<ZephlinkSDK*>(self)->keepAlive(); }, this);
 }
 
 /// The keep-alive thread: a daemon stops its statistics unless it is asked again.
@@ -65,12 +69,18 @@ void ZephlinkSDK::keepAlive() {
   std::unique_lock lock(mutex);
   std::uint64_t last = 0;
   while (running) {
+    stopping.wait_for(lock, kKeepAliveTick, [this] { return !running; });
+    if (!running || !statsEnabled) continue;
     const std::uint64_t now = monotonicMs();
-    if (statsEnabled && now - last >= kKeepAlivePeriodMs) {
+    // The first repetition follows the requests of a host that has just begun to make them.
+    const bool quiet = now - channel->lastQueuedMs() >= static_cast<std::uint64_t>(kKeepAliveTick.count());
+    if (last == 0 ? !quiet : now - last < kKeepAlivePeriodMs) continue;
+    try {
       subscribeStats(true, 0, nullptr);
       last = now;
+    } catch (const std::exception&) {
+      // Without memory for the request the next tick tries again.
     }
-    stopping.wait_for(lock, kKeepAliveTick, [this] { return !running; });
   }
 }
 

@@ -7,7 +7,7 @@
 #include <windows.h>
 #else
 #include <signal.h>
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #endif
 
@@ -38,6 +38,18 @@ std::string quoted(const std::string& word) {
 
 int openPipe(int (&ends)[2]) { return ::_pipe(ends, kChunk, _O_BINARY | _O_NOINHERIT); }
 
+/// The job of all children. The system ends them when its last handle closes, at the latest when this process ends.
+HANDLE childrensJob() {
+  static const HANDLE job = [] {
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    const HANDLE created = ::CreateJobObjectW(nullptr, nullptr);
+    ::SetInformationJobObject(created, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    return created;
+  }();
+  return job;
+}
+
 /// 0 on failure. The child inherits its streams and nothing else: the sockets of a test's server would stay open in it.
 std::intptr_t start(const Words& words, const Streams& streams) {
   std::string command;
@@ -64,13 +76,15 @@ std::intptr_t start(const Words& words, const Streams& streams) {
   // Wine refuses a start now and then while many programs start beside it; the next attempt succeeds.
   for (int attempt = 0; attempt < 20 && process.hProcess == nullptr; ++attempt) {
     std::wstring line = std::filesystem::path(std::u8string(command.begin(), command.end())).wstring();
-    if (::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr,
-                         &info.StartupInfo, &process) == 0) {
+    if (::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, EXTENDED_STARTUPINFO_PRESENT | CREATE_SUSPENDED,
+                         nullptr, nullptr, &info.StartupInfo, &process) == 0) {
       std::fprintf(stderr, "%s: no start, error %lu\n", words[0].c_str(), ::GetLastError());
       ::Sleep(10);
     }
   }
   ::DeleteProcThreadAttributeList(info.lpAttributeList);
+  ::AssignProcessToJobObject(childrensJob(), process.hProcess);
+  ::ResumeThread(process.hThread);
   ::CloseHandle(process.hThread);
   return reinterpret_cast<std::intptr_t>(process.hProcess);
 }
@@ -90,25 +104,40 @@ int waitFor(std::intptr_t process) {
 
 int openPipe(int (&ends)[2]) { return ::pipe2(ends, O_CLOEXEC); }
 
-/// 0 on failure.
-std::intptr_t start(const Words& words, const Streams& streams) {
-  posix_spawn_file_actions_t actions;
-  ::posix_spawn_file_actions_init(&actions);
-  for (int i = 0; const int stream : streams) ::posix_spawn_file_actions_adddup2(&actions, stream, i++);
+/// The child's part: its own process group, its streams and no other descriptor, and its end with this process.
+[[noreturn]] void becomeProgram(char* const* arguments, const Streams& streams, pid_t parent) {
+  ::setpgid(0, 0);
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (::getppid() != parent) ::_exit(127);  // it ended before the call
+  for (int i = 0; const int stream : streams) ::dup2(stream, i++);
   // A listening socket that a program inherits would listen on.
-  ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+  ::close_range(STDERR_FILENO + 1, ~0U, 0);
+  ::execv(arguments[0], arguments);
+  std::perror(arguments[0]);
+  ::_exit(127);
+}
+
+/// 0 on failure. The child ends with the thread that starts it, so call it on a thread that outlives the child.
+std::intptr_t start(const Words& words, const Streams& streams) {
   std::vector<char*> arguments;
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
-  pid_t process = 0;
-  const int failed = ::posix_spawn(&process, arguments[0], &actions, nullptr, arguments.data(), environ);
-  ::posix_spawn_file_actions_destroy(&actions);
-  return failed == 0 ? process : 0;
+  const pid_t parent = ::getpid();
+  const pid_t process = ::fork();
+  if (process == 0) becomeProgram(arguments.data(), streams, parent);
+  if (process < 0) return 0;
+  ::setpgid(process, process);  // the child does so too: whoever comes first
+  return process;
 }
 
-void end(std::intptr_t process) { ::kill(static_cast<pid_t>(process), SIGKILL); }
+/// The whole group: what a shell started ends with it.
+void end(std::intptr_t process) { ::kill(static_cast<pid_t>(-process), SIGKILL); }
 
 int waitFor(std::intptr_t process) {
+  // The number is the child's until it is reaped: only then can the group be another's.
+  siginfo_t ended;
+  ::waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOWAIT);
+  end(process);
   int status = 0;
   ::waitpid(static_cast<pid_t>(process), &status, 0);
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);

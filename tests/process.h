@@ -18,7 +18,8 @@ struct ProgramRun {
   std::string err;
 };
 
-/// A running program. Its destructor kills what still runs.
+/// A running program and, on POSIX, its process group. Its destructor kills what still runs; if this process ends
+/// without it, however that is, the system ends the program. REQUIRES: the thread that constructs it outlives it.
 class Process {
  public:
   /// Starts `words[0]`; all of `input` is its standard input, which then ends.

@@ -17,10 +17,10 @@ std::string event(const std::string& name, const std::string& data) {
   return "[\"" + name + "\"," + data + ",\"daemon\"]";
 }
 
-ScriptedDaemon::ScriptedDaemon(Answers script)
+ScriptedDaemon::ScriptedDaemon(Answers script, std::uint16_t port)
     : answers(std::move(script)),
-      server(0, {.onOpen = [this](zephsim::Connection) { connections.change([](std::size_t& count) { ++count; }); },
-                 .onText = [this](zephsim::Connection from, const std::string& text) { onText(from, text); }}) {
+      server(port, {.onOpen = [this](zephsim::Connection) { connections.change([](std::size_t& count) { ++count; }); },
+                    .onText = [this](zephsim::Connection from, const std::string& text) { onText(from, text); }}) {
   server.start();
 }
 
@@ -41,8 +41,8 @@ bool ScriptedDaemon::waitForConnections(std::size_t count) {
   return connections.waitUntil([&](std::size_t opened) { return opened >= count; });
 }
 
-bool ScriptedDaemon::waitForRequest(const std::string& text) {
-  return requests.waitUntil([&](const auto& heard) { return std::ranges::find(heard, text) != heard.end(); });
+bool ScriptedDaemon::waitForRequest(const std::string& text, std::ptrdiff_t times) {
+  return requests.waitUntil([&](const auto& heard) { return std::ranges::count(heard, text) >= times; });
 }
 
 }  // namespace tests

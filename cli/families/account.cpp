@@ -4,12 +4,12 @@
 #include <optional>
 #include <string>
 
-#include "cli/families/handlers.h"
+#include "cli/families/families.h"
 #include "cli/families/state.h"
-#include "cli/parsers.h"
+#include "cli/handlers.h"
 #include "cli/secrets.h"
 #include "cli/usage.h"
-#include "cli/words.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -28,7 +28,7 @@ std::string dateText(const ZephlinkSDK_Date& date) {
 
 void printAccounting(const ZephlinkSDK_AccountingResult& record) {
   Json::Value value(Json::objectValue);
-  value["action"] = accountActionText(record.action);
+  value["action"] = ZephlinkSDK_accountActionText(record.action);
   value["bytesAvailable"] = Json::Int64{record.bytesAvailable};
   value["bytesUsed"] = Json::Int64{record.bytesUsed};
   value["dataPeriodEnd"] = dateText(record.dataPeriodEnd);
@@ -37,7 +37,7 @@ void printAccounting(const ZephlinkSDK_AccountingResult& record) {
   value["isTeam"] = record.isTeam;
   value["minutesAvailable"] = record.minutesAvailable;
   value["minutesUsed"] = record.minutesUsed;
-  value["paymentType"] = paymentTypeText(record.paymentType);
+  value["paymentType"] = ZephlinkSDK_paymentTypeText(record.paymentType);
   writeJson(stdout, value);
 }
 
@@ -49,76 +49,68 @@ void printDirectorySettings(const ZephlinkSDK_DirectorySettingsResult& record) {
   writeJson(stdout, value);
 }
 
-template <class Method>
-int sendToken(Method& method, Words words, const char* usage) {
+template <auto& Method>
+int sendToken(Words words, const char* usage) {
   if (words.size() > 1) return invalid(usage);
   if (words.size() == 1) {
     const WordOfSecret token(words[0]);
-    return finish(call(method, words[0]), printState);
+    return finish(call<Method>(words[0]), printState);
   }
   const Secret<kTokenSize> token("Enter oauth token");
-  return finish(call(method, token.text()), printState);
+  return finish(call<Method>(token.text()), printState);
 }
 
-int loginAuto(Words words) {
-  if (!words.empty()) return invalid(usage::loginAuto);
-  return finish(call(ZephlinkSDK_loginAutoAccount), printState);
-}
-
-int loginOAuth(Words words) { return sendToken(ZephlinkSDK_loginOAuth, words, usage::loginOauth); }
-
-int refreshOAuth(Words words) { return sendToken(ZephlinkSDK_refreshOAuthToken, words, usage::refreshOauth); }
-
-int loginUser(Words words) {
-  if (words.size() > 2) return invalid(usage::login);
+int loginUser(Words words, const char* usage) {
+  if (words.empty()) return missing(usage);
+  if (words.size() > 2) return invalid(usage);
   if (words.size() == 2) {
     const WordOfSecret password(words[1]);
-    return finish(call(ZephlinkSDK_login, words[0], words[1]), printState);
+    return finish(call<ZephlinkSDK_login>(words[0], words[1]), printState);
   }
   const Secret<kPasswordSize> password("Enter password");
-  return finish(call(ZephlinkSDK_login, words[0], password.text()), printState);
+  return finish(call<ZephlinkSDK_login>(words[0], password.text()), printState);
 }
 
-template <class Method>
-int setDirectory(Method& method, Words words, const char* usage) {
+template <auto& Method>
+int setDirectory(Words words, const char* usage) {
   if (words.size() > 1) return invalid(usage);
   const char* value = words.empty() ? nullptr : words[0];
-  return finish(call(method, value), printDirectorySettings);
+  return finish(call<Method>(value), printDirectorySettings);
 }
 
-}  // namespace
-
-int login(Words words) {
-  if (words.empty()) return missing(usage::login);
-  if (equal(words[0], "auto")) return loginAuto(words.subspan(1));
-  if (equal(words[0], "oauth")) return loginOAuth(words.subspan(1));
-  return loginUser(words);
-}
-
-int refresh(Words words) {
-  static constexpr Action kActions[] = {{"oauth", refreshOAuth}};
-  return dispatchWord(kActions, words, usage::refreshOauth);
-}
-
-int logout(Words words) {
-  if (!words.empty()) return invalid(usage::logout);
-  return finish(call(ZephlinkSDK_logout), printState);
-}
-
-int directory(Words words) { return setDirectory(ZephlinkSDK_setDirectoryDomain, words, usage::directory); }
-
-int gateway(Words words) { return setDirectory(ZephlinkSDK_setDirectoryGatewayURI, words, usage::gateway); }
-
-int esni(Words words) {
-  const auto enabled = words.size() == 1 ? parseOnOff(words[0]) : std::nullopt;
-  if (enabled) return finish(call(ZephlinkSDK_setEnableEsni, *enabled), printDirectorySettings);
-  // The one fault that does not fail.
+int setEsni(Words words, const char*) {
+  const auto enabled = words.size() == 1 ? valueOf<parseSwitch>(words[0]) : std::nullopt;
+  if (enabled) return finish(call<ZephlinkSDK_setEnableEsni>(*enabled), printDirectorySettings);
+  // Unlike other faults, this one exits with 0 and prints the general usage.
   printUsage(stderr);
   return kSuccess;
 }
 
-int showUser(Words) { return finish(call(ZephlinkSDK_getAccountingData), printAccounting); }
+constexpr Action kLoginRows[] = {
+    {"auto", "login auto", exactly<0, perform<ZephlinkSDK_loginAutoAccount, printState>>},
+    {"oauth", "login oauth [access token]", sendToken<ZephlinkSDK_loginOAuth>},
+};
 
-int showDirectory(Words) { return finish(call(ZephlinkSDK_getDirectorySettings), printDirectorySettings); }
+constexpr Action kRefreshRows[] = {
+    {"oauth", nullptr, sendToken<ZephlinkSDK_refreshOAuthToken>},
+};
+
+constexpr Action kRows[] = {
+    {"login", "login <username> [password]", loginUser, &rows<kLoginRows>},
+    {"refresh", "refresh oauth [access token]", nullptr, &rows<kRefreshRows>},
+    {"logout", "logout", exactly<0, perform<ZephlinkSDK_logout, printState>>},
+    {"directory", "directory [directory server domain]", setDirectory<ZephlinkSDK_setDirectoryDomain>},
+    {"gateway", "gateway [directory gateway uri]", setDirectory<ZephlinkSDK_setDirectoryGatewayURI>},
+    {"esni", nullptr, setEsni},
+};
+
+constexpr Action kShowRows[] = {
+    {"user", nullptr, exactly<0, perform<ZephlinkSDK_getAccountingData, printAccounting>>},
+    {"directory", nullptr, exactly<0, perform<ZephlinkSDK_getDirectorySettings, printDirectorySettings>>},
+};
+
+}  // namespace
+
+constinit const families::Family families::account{kRows, kShowRows};
 
 }  // namespace cli

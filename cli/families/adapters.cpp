@@ -1,12 +1,10 @@
 // The network adapters that the daemon bonds.
 #include "cli/families/adapters.h"
 
-#include "cli/families/handlers.h"
+#include "cli/families/families.h"
 #include "cli/families/settings.h"
-#include "cli/parsers.h"
-#include "cli/usage.h"
-#include "cli/words.h"
-#include "sdk/words.h"
+#include "cli/handlers.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -29,136 +27,132 @@ Json::Value adapterToJson(const ZephlinkSDK_Adapter& adapter) {
   value["adapterID"] = adapter.adapterID;
   value["description"] = adapter.description;
   value["name"] = adapter.name;
-  value["state"] = adapterStateText(adapter.state);
-  value["type"] = zephlinksdk::adapterTypeText(adapter.type);
-  value["priority"] = zephlinksdk::connectionPriorityText(adapter.priority);
-  value["workingPriority"] = zephlinksdk::connectionPriorityText(adapter.workingPriority);
+  value["state"] = ZephlinkSDK_adapterStateText(adapter.state);
+  value["type"] = ZephlinkSDK_adapterTypeText(adapter.type);
+  value["priority"] = ZephlinkSDK_connectionPriorityText(adapter.priority);
+  value["workingPriority"] = ZephlinkSDK_connectionPriorityText(adapter.workingPriority);
   value["connectedNetworkName"] = adapter.connectedNetworkName;
   value["connectedNetworkBSSID"] = adapter.connectedNetworkBSSID;
   value["isp"] = adapter.isp;
   value["rateLimit"] = Json::Int64{adapter.rateLimit};
   value["dataUsage"] = usageToJson(adapter);
-  value["directionalSettings"]["upload"] = zephlinksdk::directionalModeText(adapter.directionalUpload);
-  value["directionalSettings"]["download"] = zephlinksdk::directionalModeText(adapter.directionalDownload);
+  value["directionalSettings"]["upload"] = ZephlinkSDK_directionalModeText(adapter.directionalUpload);
+  value["directionalSettings"]["download"] = ZephlinkSDK_directionalModeText(adapter.directionalDownload);
   return value;
-}
-
-/// The status of a wrong number of words: too few are Missing, too many Invalid.
-std::optional<int> countFault(Words words, std::size_t count, const char* usage) {
-  if (words.size() < count) return missing(usage);
-  if (words.size() > count) return invalid(usage);
-  return std::nullopt;
 }
 
 bool isUnlimited(const char* word) { return equal(word, "unlimited"); }
 
-/// Changes the one number that stands behind an adapter's ID.
-template <class Method>
-int changeNumber(Words words, const char* usage, Method& method) {
-  int64_t number = 0;
-  if (!parseI64(words[1], number)) return invalid(usage);
-  return finish(call(method, words[0], number), printAdapters);
+// The first argument of all handlers is the adapter's ID.
+
+/// Changes a number.
+/// REQUIRES: two arguments.
+template <auto& Method>
+int changeNumber(Words words, const char* usage) {
+  const auto number = valueOf<parseI64>(words[1]);
+  return number ? finish(call<Method>(words[0], *number), printAdapters) : invalid(usage);
 }
 
-/// The same, with a word that lifts the limit.
-template <class Method>
-int changeLimit(Words words, const char* usage, Method& method) {
-  if (isUnlimited(words[1])) return finish(call(method, words[0]), printAdapters);
-  return changeNumber(words, usage, method);
+// Some setters have C++ overloads, so that `auto&` does not suffice.
+using SetLimit = ZephlinkSDK_AdaptersResult(zephlinksdk::ZephlinkSDK*, const char*, std::int64_t,
+                                            ZephlinkSDK_AdaptersCallback, void*);
+using ClearLimit = ZephlinkSDK_AdaptersResult(zephlinksdk::ZephlinkSDK*, const char*, ZephlinkSDK_AdaptersCallback,
+                                              void*);
+
+/// The same, with "unlimited" to remove the limit.
+template <SetLimit& Set, ClearLimit& Clear>
+int changeLimit(Words words, const char* usage) {
+  return isUnlimited(words[1]) ? finish(call<Clear>(words[0]), printAdapters) : changeNumber<Set>(words, usage);
 }
 
-int adapterPriority(Words words) {
-  // Too many words are Missing as well.
-  if (words.size() != 2) return missing(usage::adapterPriority);
-  const auto priority = zephlinksdk::kConnectionPriorityWords.find(words[1]);
-  if (!priority) return invalid(usage::adapterPriority);
-  return finish(call(ZephlinkSDK_setConnectionPriorities, words[0], *priority), printAdapters);
+int changePriority(Words words, const char* usage) {
+  // Unlike elsewhere, too many arguments are Missing.
+  if (words.size() != 2) return missing(usage);
+  const auto priority = valueOf<ZephlinkSDK_connectionPriorityFromText>(words[1]);
+  if (!priority) return invalid(usage);
+  return finish(call<ZephlinkSDK_setConnectionPriorities>(words[0], *priority), printAdapters);
 }
 
-int adapterRateLimit(Words words) {
-  // Too few words are Invalid as well.
-  if (words.size() != 2) return invalid(usage::adapterRatelimit);
-  return changeLimit(words, usage::adapterRatelimit, ZephlinkSDK_setConnectionRateLimit);
+int changeRateLimit(Words words, const char* usage) {
+  // Unlike elsewhere, too few arguments are Invalid.
+  if (words.size() != 2) return invalid(usage);
+  return changeLimit<ZephlinkSDK_setConnectionRateLimit, ZephlinkSDK_clearConnectionRateLimit>(words, usage);
 }
 
-int adapterOverlimitRateLimit(Words words) {
-  if (const auto fault = countFault(words, 2, usage::adapterOverlimitratelimit)) return *fault;
-  return changeNumber(words, usage::adapterOverlimitratelimit, ZephlinkSDK_setAdapterOverlimitRatelimit);
+/// Encryption is a setting of the tunnel and prints its record.
+int changeEncryption(Words words, const char* usage) {
+  const auto on = valueOf<parseSwitch>(words[1]);
+  return on ? finish(call<ZephlinkSDK_setConnectionEncryption>(words[0], *on), printSettings) : invalid(usage);
 }
 
-/// A setting of the tunnel, with its report.
-int adapterEncryption(Words words) {
-  if (const auto fault = countFault(words, 2, usage::adapterEncryption)) return *fault;
-  const auto on = parseOnOff(words[1]);
-  if (!on) return invalid(usage::adapterEncryption);
-  return finish(call(ZephlinkSDK_setConnectionEncryption, words[0], *on), printSettings);
+int changeMonthlyLimit(Words words, const char* usage) {
+  // Without a limit the day is not read: any word is accepted.
+  if (isUnlimited(words[1])) return finish(call<ZephlinkSDK_clearAdapterMonthlyDataLimit>(words[0]), printAdapters);
+  const auto bytes = valueOf<parseI64>(words[1]);
+  const auto resetDay = valueOf<parseI64>(words[2]);
+  if (!bytes || !resetDay) return invalid(usage);
+  return finish(ZephlinkSDK_setAdapterMonthlyDataLimit(g_sdk, words[0], *bytes, *resetDay, nullptr, nullptr),
+                printAdapters);
 }
 
-int monthlyDataLimit(Words words) {
-  if (const auto fault = countFault(words, 3, usage::adapterDatalimitMonthly)) return *fault;
-  // Without a limit the day is not read: any word will do.
-  if (isUnlimited(words[1])) return finish(call(ZephlinkSDK_setAdapterMonthlyDataLimit, words[0]), printAdapters);
-  int64_t bytes = 0;
-  int64_t resetDay = 0;
-  if (!parseI64(words[1], bytes) || !parseI64(words[2], resetDay)) return invalid(usage::adapterDatalimitMonthly);
-  return finish(call(ZephlinkSDK_setAdapterMonthlyDataLimit, words[0], bytes, resetDay), printAdapters);
+int resetUsage(Words words, const char*) {
+  return finish(call<ZephlinkSDK_resetAdapterUsage>(words[0]), printAdapters);
 }
 
-int dailyDataLimit(Words words) {
-  if (const auto fault = countFault(words, 2, usage::adapterDatalimitDaily)) return *fault;
-  return changeLimit(words, usage::adapterDatalimitDaily, ZephlinkSDK_setAdapterDailyDataLimit);
+int changeDirectionalMode(Words words, const char* usage) {
+  const auto upload = valueOf<ZephlinkSDK_directionalModeFromText>(words[1]);
+  const auto download = valueOf<ZephlinkSDK_directionalModeFromText>(words[2]);
+  if (!upload || !download) return invalid(usage);
+  return finish(call<ZephlinkSDK_setConnectionDirectionalMode>(words[0], *upload, *download), printAdapters);
 }
 
-int dailyDataLimitBoost(Words words) {
-  if (const auto fault = countFault(words, 2, usage::adapterDatalimitDailyboost)) return *fault;
-  return changeNumber(words, usage::adapterDatalimitDailyboost, ZephlinkSDK_addAdapterDailyDataLimitBoost);
+constexpr char kEncryptionUsage[] = "adapter encryption <adapter id> <on|off>";
+
+/// Without a subcommand, `adapter datalimit` names the usage of `adapter encryption`. That is how it has always been.
+int refuseDataLimit(Words words, const char* usage) {
+  return words.empty() ? missing(kEncryptionUsage) : invalid(usage);
 }
 
-constexpr Action kDataLimits[] = {
-    {"monthly", monthlyDataLimit},
-    {"daily", dailyDataLimit},
-    {"dailyboost", dailyDataLimitBoost},
+constexpr Action kDataLimitRows[] = {
+    {"monthly",
+     "adapter datalimit monthly <adapter id> <data usage in bytes|unlimited> <day of the month to reset on|0 for last "
+     "30 days>",
+     exactly<3, changeMonthlyLimit>},
+    {"daily", "adapter datalimit daily <adapter id> <data usage in bytes|unlimited>",
+     exactly<2, changeLimit<ZephlinkSDK_setAdapterDailyDataLimit, ZephlinkSDK_clearAdapterDailyDataLimit>>},
+    {"dailyboost", "adapter datalimit dailyboost <adapter id> <additional bytes>",
+     exactly<2, changeNumber<ZephlinkSDK_addAdapterDailyDataLimitBoost>>},
 };
 
-int adapterDataLimit(Words words) {
-  // Names another word's usage, as it always has.
-  if (words.empty()) return missing(usage::adapterEncryption);
-  return dispatchWord(kDataLimits, words, usage::adapterDatalimit);
-}
+constexpr Action kAdapterRows[] = {
+    {"priority", "adapter priority <adapter id> <automatic|always|secondary|backup|never>", changePriority},
+    {"ratelimit", "adapter ratelimit <adapter id> <speed in bits per second|unlimited>", changeRateLimit},
+    {"overlimitratelimit", "adapter overlimitratelimit <adapter id> <speed in bits per second|0 to stop using>",
+     exactly<2, changeNumber<ZephlinkSDK_setAdapterOverlimitRatelimit>>},
+    {"encryption", kEncryptionUsage, exactly<2, changeEncryption>},
+    {"datalimit", "adapter datalimit <monthly|daily|dailyboost>", refuseDataLimit, &rows<kDataLimitRows>},
+    {"resetusage", "adapter resetusage <adapter id>", exactly<1, resetUsage>},
+    {"directionalmode",
+     "adapter directionalmode <adapter id> <upload mode (on | backup_off | strict_off)> <download mode (on | "
+     "backup_off | strict_off)>",
+     exactly<3, changeDirectionalMode>},
+};
 
-int adapterResetUsage(Words words) {
-  if (const auto fault = countFault(words, 1, usage::adapterResetusage)) return *fault;
-  return finish(call(ZephlinkSDK_resetAdapterUsage, words[0]), printAdapters);
-}
+constexpr Action kRows[] = {
+    {"adapter", "adapter <datalimit|priority|ratelimit|overlimitratelimit|encryption|resetusage|directionalmode>",
+     nullptr, &rows<kAdapterRows>},
+};
 
-int adapterDirectionalMode(Words words) {
-  if (const auto fault = countFault(words, 3, usage::adapterDirectionalmode)) return *fault;
-  ZephlinkSDK_ConnectionDirectionalMode upload{};
-  ZephlinkSDK_ConnectionDirectionalMode download{};
-  if (!parseDirectionalMode(words[1], upload) || !parseDirectionalMode(words[2], download)) {
-    return invalid(usage::adapterDirectionalmode);
-  }
-  return finish(call(ZephlinkSDK_setConnectionDirectionalMode, words[0], upload, download), printAdapters);
-}
-
-constexpr Action kAdapterActions[] = {
-    {"priority", adapterPriority},
-    {"ratelimit", adapterRateLimit},
-    {"overlimitratelimit", adapterOverlimitRateLimit},
-    {"encryption", adapterEncryption},
-    {"datalimit", adapterDataLimit},
-    {"resetusage", adapterResetUsage},
-    {"directionalmode", adapterDirectionalMode},
+constexpr Action kShowRows[] = {
+    {"adapters", nullptr, exactly<0, perform<ZephlinkSDK_getAdapters, printAdapters>>},
 };
 
 }  // namespace
 
+constinit const families::Family families::adapters{kRows, kShowRows};
+
 void printAdapters(const ZephlinkSDK_AdaptersResult& record) {
   writeJson(stdout, toJsonArray(record.adapters, record.adapterCount, adapterToJson));
 }
-
-int adapter(Words words) { return dispatchWord(kAdapterActions, words, usage::adapter); }
-
-int showAdapters(Words) { return finish(call(ZephlinkSDK_getAdapters), printAdapters); }
 
 }  // namespace cli

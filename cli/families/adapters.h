@@ -1,7 +1,7 @@
 // Printer of the adapters, which the stream of statistics shares.
 #pragma once
 
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace cli {
 

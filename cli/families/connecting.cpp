@@ -1,21 +1,18 @@
 // The choice of a server, connecting to it and disconnecting.
+#include <cstdint>
+#include <new>
 #include <optional>
 #include <span>
 #include <string>
 
-#include "cli/families/handlers.h"
+#include "cli/families/families.h"
 #include "cli/families/state.h"
-#include "cli/parsers.h"
-#include "cli/usage.h"
-#include "cli/words.h"
-#include "l10n/location_names.h"
+#include "cli/handlers.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
 namespace {
-
-using zephlinksdk::Callback;
-using zephlinksdk::ZephlinkSDK;
 
 // ---- Output ----
 
@@ -24,7 +21,9 @@ Json::Value toJson(const ZephlinkSDK_ServerInfo& server) {
   value["city"] = server.city;
   value["country"] = server.country;
   value["dataCenter"] = server.dataCenter;
-  value["friendlyName"] = zephlinksdk::serverFriendlyName(server);
+  char name[100];
+  if (ZephlinkSDK_serverName(&server, name, sizeof name) == SIZE_MAX) throw std::bad_alloc();
+  value["friendlyName"] = name;
   value["isPremium"] = server.isPremium;
   value["isPrivate"] = server.isPrivate;
   value["num"] = server.num;
@@ -61,13 +60,13 @@ void printDirectory(const ZephlinkSDK_DirectoryResult& record) {
 void printServerSettings(const ZephlinkSDK_ServerSettingsResult& record) {
   Json::Value value(Json::objectValue);
   value["city"] = record.city;
-  value["connectMethod"] = connectMethodText(record.connectMethod);
+  value["connectMethod"] = ZephlinkSDK_connectMethodText(record.connectMethod);
   value["country"] = record.country;
   value["num"] = record.num;
   writeJson(stdout, value);
 }
 
-// ---- Words ----
+// ---- Arguments ----
 
 constexpr ZephlinkSDK_ConnectMethod kConnectKeywords[] = {
     ZephlinkSDK_ConnectMethod_Closest,    ZephlinkSDK_ConnectMethod_Public, ZephlinkSDK_ConnectMethod_Private,
@@ -80,94 +79,84 @@ constexpr ZephlinkSDK_ConnectMethod kDefaultKeywords[] = {
     ZephlinkSDK_ConnectMethod_P2P,     ZephlinkSDK_ConnectMethod_Proxy,
 };
 
-/// Keywords count only as the single word.
+/// A keyword counts only as the one argument.
 std::optional<ZephlinkSDK_ConnectMethod> findKeyword(std::span<const ZephlinkSDK_ConnectMethod> methods, Words words) {
   if (words.size() != 1) return std::nullopt;
   for (const ZephlinkSDK_ConnectMethod method : methods) {
-    if (equal(connectMethodText(method), words[0])) return method;
+    if (equal(ZephlinkSDK_connectMethodText(method), words[0])) return method;
   }
   return std::nullopt;
 }
 
-/// What is called for a place, as far as the words tell it.
-template <class Record>
-struct PlaceMethods {
-  Record (&country)(ZephlinkSDK*, const char*, Callback<Record>, void*);
-  Record (&city)(ZephlinkSDK*, const char*, const char*, Callback<Record>, void*);
-  Record (&server)(ZephlinkSDK*, const char*, const char*, int32_t, Callback<Record>, void*);
-  Record (&exactServer)(ZephlinkSDK*, const char*, const char*, int32_t, Callback<Record>, void*);
-  void (*print)(const Record&);
-  const char* usage;
-};
+constexpr char kConnectUsage[] =
+    "connect [ closest | public | private | p2p | <country> [<city> [<number>]] | last | <tag> ]";
 
-/// A tag with "#" in front means this server and no other of its place.
-template <class Record>
-int chooseTag(const PlaceMethods<Record>& methods, const char* word) {
+/// A tag with a leading "#" means this server only, not another one of its place.
+template <auto& Server, auto& ExactServer, auto& Print>
+int chooseTag(const char* word, const char* usage) {
   const bool exact = *word == '#';
   ServerTag tag;
-  if (!parseServerTag(exact ? word + 1 : word, tag)) return invalid(methods.usage);
-  auto& method = exact ? methods.exactServer : methods.server;
-  return finish(call(method, tag.country, tag.city, tag.number), methods.print);
+  if (!parseServerTag(exact ? word + 1 : word, tag)) return invalid(usage);
+  if (exact) return finish(call<ExactServer>(tag.country, tag.city, tag.number), Print);
+  return finish(call<Server>(tag.country, tag.city, tag.number), Print);
 }
 
-template <class Record>
-int choosePlace(const PlaceMethods<Record>& methods, Words words) {
-  if (words.empty() || words.size() > 3) return invalid(methods.usage);
-  if (words.size() == 1 && isServerTag(words[0])) return chooseTag(methods, words[0]);
-  if (!isCountryCode(words[0]) && !isPrivateCountryCode(words[0])) return invalid(methods.usage);
-  if (words.size() == 1) return finish(call(methods.country, words[0]), methods.print);
-  // A bad city has the usage text of `connect` in both actions.
-  if (!isAllLetters(words[1])) return invalid(usage::connect);
-  if (words.size() == 2) return finish(call(methods.city, words[0], words[1]), methods.print);
-  int32_t number = 0;
-  if (!parseI32(words[2], number) || number <= 0) return invalid(methods.usage);
-  return finish(call(methods.server, words[0], words[1], number), methods.print);
+template <auto& Country, auto& City, auto& Server, auto& ExactServer, auto& Print>
+int choosePlace(Words words, const char* usage) {
+  if (words.empty() || words.size() > 3) return invalid(usage);
+  if (words.size() == 1 && isServerTag(words[0])) return chooseTag<Server, ExactServer, Print>(words[0], usage);
+  if (!isCountryCode(words[0]) && !isPrivateCountryCode(words[0])) return invalid(usage);
+  if (words.size() == 1) return finish(call<Country>(words[0]), Print);
+  // Both actions name the usage of `connect` for a bad city.
+  if (!isAllLetters(words[1])) return invalid(kConnectUsage);
+  if (words.size() == 2) return finish(call<City>(words[0], words[1]), Print);
+  const auto number = valueOf<parseI32>(words[2]);
+  if (!number || *number <= 0) return invalid(usage);
+  return finish(call<Server>(words[0], words[1], *number), Print);
 }
 
-constexpr PlaceMethods<ZephlinkSDK_ConnectResult> kConnectMethods = {
-    ZephlinkSDK_connectToCountry,
-    ZephlinkSDK_connectToCity,
-    ZephlinkSDK_connectToServer,
-    ZephlinkSDK_connectToExactServer,
-    printServer,
-    usage::connect,
+constexpr Handler& connectToPlace =
+    choosePlace<ZephlinkSDK_connectToCountry, ZephlinkSDK_connectToCity, ZephlinkSDK_connectToServer,
+                ZephlinkSDK_connectToExactServer, printServer>;
+
+constexpr Handler& setDefaultPlace =
+    choosePlace<ZephlinkSDK_setConnectMethodCountry, ZephlinkSDK_setConnectMethodCity,
+                ZephlinkSDK_setConnectMethodServer, ZephlinkSDK_setConnectMethodExactServer, printServerSettings>;
+
+int connectTo(Words words, const char* usage) {
+  if (words.empty()) return finish(call<ZephlinkSDK_connect>(ZephlinkSDK_ConnectMethod_Auto), printServer);
+  const auto keyword = findKeyword(kConnectKeywords, words);
+  if (!keyword) return connectToPlace(words, usage);
+  if (*keyword == ZephlinkSDK_ConnectMethod_Proxy)
+    return perform<ZephlinkSDK_connectToProxy, printServer>(words, usage);
+  return finish(call<ZephlinkSDK_connect>(*keyword), printServer);
+}
+
+int setDefault(Words words, const char* usage) {
+  const auto keyword = findKeyword(kDefaultKeywords, words);
+  if (!keyword) return setDefaultPlace(words, usage);
+  return finish(call<ZephlinkSDK_setConnectMethod>(*keyword), printServerSettings);
+}
+
+constexpr Action kRows[] = {
+    {"connect", kConnectUsage, connectTo},
+    {"connectmethod", "connectmethod < closest | public | private | p2p | <country> [<city> [<number>]] | <tag> >",
+     atLeast<1, setDefault>},
+    {"disconnect", "disconnect", exactly<0, perform<ZephlinkSDK_disconnect, printState>>},
 };
 
-constexpr PlaceMethods<ZephlinkSDK_ServerSettingsResult> kDefaultMethods = {
-    ZephlinkSDK_setConnectMethodCountry,
-    ZephlinkSDK_setConnectMethodCity,
-    ZephlinkSDK_setConnectMethodServer,
-    ZephlinkSDK_setConnectMethodExactServer,
-    printServerSettings,
-    usage::connectmethod,
+constexpr Handler& showServers = exactly<0, perform<ZephlinkSDK_getDirectory, printDirectory>>;
+
+constexpr Action kShowRows[] = {
+    {"countries", nullptr, showServers},
+    {"cities", nullptr, showServers},
+    {"servers", nullptr, showServers},
+    {"currentserver", nullptr, exactly<0, perform<ZephlinkSDK_getConnectedServer, printServer>>},
+    {"connectmethod", nullptr, exactly<0, perform<ZephlinkSDK_getServerSettings, printServerSettings>>},
 };
 
 }  // namespace
 
-int connect(Words words) {
-  if (words.empty()) return finish(call(ZephlinkSDK_connect, ZephlinkSDK_ConnectMethod_Auto), printServer);
-  const auto keyword = findKeyword(kConnectKeywords, words);
-  if (!keyword) return choosePlace(kConnectMethods, words);
-  if (*keyword == ZephlinkSDK_ConnectMethod_Proxy) return finish(call(ZephlinkSDK_connectToProxy), printServer);
-  return finish(call(ZephlinkSDK_connect, *keyword), printServer);
-}
-
-int connectMethod(Words words) {
-  if (words.empty()) return missing(usage::connectmethod);
-  const auto keyword = findKeyword(kDefaultKeywords, words);
-  if (!keyword) return choosePlace(kDefaultMethods, words);
-  return finish(call(ZephlinkSDK_setConnectMethod, *keyword), printServerSettings);
-}
-
-int disconnect(Words words) {
-  if (!words.empty()) return invalid(usage::disconnect);
-  return finish(call(ZephlinkSDK_disconnect), printState);
-}
-
-int showServers(Words) { return finish(call(ZephlinkSDK_getDirectory), printDirectory); }
-
-int showCurrentServer(Words) { return finish(call(ZephlinkSDK_getConnectedServer), printServer); }
-
-int showConnectMethod(Words) { return finish(call(ZephlinkSDK_getServerSettings), printServerSettings); }
+constinit const families::Family families::connecting{kRows, kShowRows};
 
 }  // namespace cli

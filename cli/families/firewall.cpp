@@ -1,57 +1,48 @@
 // The firewall: its mode and its rule lists.
-#include "cli/families/handlers.h"
+#include "cli/families/families.h"
 #include "cli/families/rule_lists.h"
-#include "cli/usage.h"
-#include "sdk/words.h"
+#include "cli/handlers.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
 namespace {
 
 void printFirewall(const ZephlinkSDK_FirewallSettingsResult& record) {
-  Json::Value value = toJson(record);
-  value["mode"] = zephlinksdk::firewallModeText(record.mode);
+  Json::Value value = toJson(record.lists);
+  value["mode"] = ZephlinkSDK_firewallModeText(record.mode);
   writeJson(stdout, value);
 }
 
-constexpr RuleFamily<ZephlinkSDK_FirewallSettingsResult> kFirewall{ZephlinkSDK_getFirewallSettings, printFirewall};
+template <const auto& Kind, auto& Set, const EditUsages& Usages = kNoUsages>
+constexpr Handler& edit = editList<Kind, ZephlinkSDK_getFirewallSettings, Set, printFirewall, Usages>;
 
-constexpr EditUsages kPortUsages = zephlinksdk::wordTable<Edit>({{Edit::Set, usage::firewallPortsSet},
-                                                                 {Edit::Add, usage::firewallPortsAdd},
-                                                                 {Edit::Remove, usage::firewallPortsRem}},
-                                                                usage::firewallPorts);
+constexpr EditUsages kPortUsages = {
+    "firewall ports set [port[-portRangeEnd]/proto] ...",
+    "firewall ports add [port[-portRangeEnd]/proto] ...",
+    "firewall ports rem [port[-portRangeEnd]/proto] ...",
+};
 
-int setMode(Words words) {
-  if (words.empty()) return missing(usage::firewallMode);
-  const auto wanted = zephlinksdk::kFirewallModeWords.find(words[0]);
-  if (!wanted) return invalid(usage::firewallMode);
-  return finish(call(ZephlinkSDK_setFirewallMode, *wanted), printFirewall);
-}
+constexpr Action kFirewallRows[] = {
+    {"mode", "firewall mode <off|allowlist|denylist>",
+     atLeast<1, setValue<ZephlinkSDK_firewallModeFromText, ZephlinkSDK_setFirewallMode, printFirewall>>},
+    {"domains", "firewall domains <add|rem|set> <domain> ...", edit<kDomains, ZephlinkSDK_setFirewallDomains>},
+    {"ipv4", "firewall ipv4 <add|rem|set> <ip address> ...", edit<kIPv4, ZephlinkSDK_setFirewallIPv4>},
+    {"ipv6", "firewall ipv6 <add|rem|set> <ip address> ...", edit<kIPv6, ZephlinkSDK_setFirewallIPv6>},
+    {"ports", "firewall ports <add|rem|set> [port[-portRangeEnd]/proto] ...",
+     edit<kPorts, ZephlinkSDK_setFirewallPorts, kPortUsages>},
+};
 
-int editDomains(Words words) {
-  return editList(words, kDomains, kFirewall, ZephlinkSDK_setFirewallDomains, usage::firewallDomains);
-}
+constexpr Action kRows[] = {
+    {"firewall", "firewall <mode|domains|ipv4|ipv6|ports>", nullptr, &rows<kFirewallRows>},
+};
 
-int editIPv4(Words words) {
-  return editList(words, kIPv4, kFirewall, ZephlinkSDK_setFirewallIPv4, usage::firewallIpv4);
-}
-
-int editIPv6(Words words) {
-  return editList(words, kIPv6, kFirewall, ZephlinkSDK_setFirewallIPv6, usage::firewallIpv6);
-}
-
-int editPorts(Words words) {
-  return editList(words, kPorts, kFirewall, ZephlinkSDK_setFirewallPorts, usage::firewallPorts, kPortUsages);
-}
-
-constexpr Action kFirewallActions[] = {
-    {"mode", setMode}, {"domains", editDomains}, {"ipv4", editIPv4}, {"ipv6", editIPv6}, {"ports", editPorts},
+constexpr Action kShowRows[] = {
+    {"firewall", nullptr, exactly<0, perform<ZephlinkSDK_getFirewallSettings, printFirewall>>},
 };
 
 }  // namespace
 
-int firewall(Words words) { return dispatchWord(kFirewallActions, words, usage::firewall); }
-
-int showFirewall(Words) { return finish(call(ZephlinkSDK_getFirewallSettings), printFirewall); }
+constinit const families::Family families::firewall{kRows, kShowRows};
 
 }  // namespace cli

@@ -3,10 +3,9 @@
 
 #include <string>
 
-#include "cli/families/handlers.h"
 #include "cli/families/statistics.h"
 #include "cli/stream.h"
-#include "cli/words.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -14,7 +13,7 @@ namespace {
 
 /// The name of a period, or its number of hours.
 std::string periodKey(std::uint32_t hours) {
-  const char* name = periodText(hours);
+  const char* name = ZephlinkSDK_periodText(hours);
   return *name != '\0' ? name : std::to_string(hours);
 }
 
@@ -91,13 +90,12 @@ void printSessionStats(const ZephlinkSDK_SessionStatsResult& record) {
   writeJson(stdout, value);
 }
 
-int statsHistoric() {
-  StreamClock clock;
-  const std::uint64_t handle =
-      openStream<kConnectionStatsLabel, printConnectionStats>(ZephlinkSDK_getHistoricConnectionStats, clock);
-  clock.waitForStart();
-  // All samples come from one event: taking the listener out waits until the last of them is printed.
-  ZephlinkSDK_removeListener(g_sdk, handle);
+int printHistory(Words, const char*) {
+  Stream samples;
+  samples.open<kConnectionStatsLabel, printConnectionStats, ZephlinkSDK_getHistoricConnectionStats>();
+  samples.clock.waitForStart();
+  // All samples come from one event: ending the subscription waits until the last of them is printed.
+  samples.close();
   return kSuccess;
 }
 

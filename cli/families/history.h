@@ -1,9 +1,13 @@
-// Printer of the session statistics, which only the stream of live statistics shows.
+// What the stream of live statistics includes from the historic and session statistics.
 #pragma once
 
-#include "sdk/results.h"
+#include "cli/actions.h"
+#include "zephlinksdk/records.h"
 
 namespace cli {
+
+/// The handler of `stats historic`; ignores arguments.
+int printHistory(Words words, const char* usage);
 
 void printSessionStats(const ZephlinkSDK_SessionStatsResult& record);
 

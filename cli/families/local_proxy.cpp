@@ -1,8 +1,8 @@
 // The local proxy. Its rules and services are `streamingbypass` to a user, `localproxy` is its own switch: one record,
 // two printers.
-#include "cli/families/handlers.h"
+#include "cli/families/families.h"
 #include "cli/families/rule_lists.h"
-#include "cli/usage.h"
+#include "cli/handlers.h"
 
 namespace cli {
 
@@ -16,7 +16,7 @@ Json::Value serviceToJson(const ZephlinkSDK_LocalProxyService& service) {
 }
 
 void printBypass(const ZephlinkSDK_LocalProxySettingsResult& record) {
-  Json::Value value = toJson(record);
+  Json::Value value = toJson(record.lists);
   value["domainWatchlistEnabled"] = record.watchlistEnabled;
   value["services"] = toJsonArray(record.services, record.serviceCount, serviceToJson);
   writeJson(stdout, value);
@@ -28,61 +28,56 @@ void printLocalProxy(const ZephlinkSDK_LocalProxySettingsResult& record) {
   writeJson(stdout, value);
 }
 
-constexpr RuleFamily<ZephlinkSDK_LocalProxySettingsResult> kBypass{ZephlinkSDK_getLocalProxySettings, printBypass};
+template <const auto& Kind, auto& Set, const EditUsages& Usages = kNoUsages>
+constexpr Handler& edit = editList<Kind, ZephlinkSDK_getLocalProxySettings, Set, printBypass, Usages>;
 
-constexpr EditUsages kPortUsages = zephlinksdk::wordTable<Edit>({{Edit::Set, usage::streamingbypassPortsSet},
-                                                                 {Edit::Add, usage::streamingbypassPortsAdd},
-                                                                 {Edit::Remove, usage::streamingbypassPortsRem}},
-                                                                usage::streamingbypassPorts);
+constexpr EditUsages kPortUsages = {
+    "streamingbypass ports set <port[-portRangeEnd]/proto> ...",
+    "streamingbypass ports add <port[-portRangeEnd]/proto> ...",
+    "streamingbypass ports rem <port[-portRangeEnd]/proto> ...",
+};
 
-int editDomains(Words words) {
-  return editList(words, kDomains, kBypass, ZephlinkSDK_setLocalProxyDomains, usage::streamingbypassDomains);
+template <bool Enable>
+int setWatchlist(Words, const char*) {
+  return finish(call<ZephlinkSDK_setLocalProxyGlobalDomainWatchlistEnable>(Enable), printBypass);
 }
 
-int editIPv4(Words words) {
-  return editList(words, kIPv4, kBypass, ZephlinkSDK_setLocalProxyIPv4, usage::streamingbypassIpv4);
+int setService(Words words, const char* usage) {
+  const auto enable = valueOf<parseSwitch>(words[1]);
+  if (!enable) return invalid(usage);
+  return finish(call<ZephlinkSDK_setLocalProxyDomainWatchlistEnable>(words[0], *enable), printBypass);
 }
 
-int editIPv6(Words words) {
-  return editList(words, kIPv6, kBypass, ZephlinkSDK_setLocalProxyIPv6, usage::streamingbypassIpv6);
-}
+// The master switch. Services whose titles are these words cannot be switched alone.
+constexpr Action kServiceRows[] = {
+    {"enable", nullptr, setWatchlist<true>},
+    {"disable", nullptr, setWatchlist<false>},
+};
 
-int editPorts(Words words) {
-  return editList(words, kPorts, kBypass, ZephlinkSDK_setLocalProxyPorts, usage::streamingbypassPorts, kPortUsages);
-}
+constexpr Action kBypassRows[] = {
+    {"domains", "streamingbypass domains <add|rem|set> [<domain> ...]",
+     edit<kDomains, ZephlinkSDK_setLocalProxyDomains>},
+    {"ipv4", "streamingbypass ipv4 <add|rem|set> <ip address> ...", edit<kIPv4, ZephlinkSDK_setLocalProxyIPv4>},
+    {"ipv6", "streamingbypass ipv6 <add|rem|set> <ip address> ...", edit<kIPv6, ZephlinkSDK_setLocalProxyIPv6>},
+    {"ports", "streamingbypass ports <add|rem|set> <port[-portRangeEnd]/proto> ...",
+     edit<kPorts, ZephlinkSDK_setLocalProxyPorts, kPortUsages>},
+    {"service", "streamingbypass service <enable|disable|service name> [<on|off>]", atLeast<2, setService>,
+     &rows<kServiceRows>},
+};
 
-int setWatchlist(bool enable) {
-  return finish(call(ZephlinkSDK_setLocalProxyGlobalDomainWatchlistEnable, enable), printBypass);
-}
+constexpr Action kRows[] = {
+    {"streamingbypass", "streamingbypass <domains|ipv4|ipv6|ports|service>", nullptr, &rows<kBypassRows>},
+    {"localproxy", "localproxy <on|off>",
+     atLeast<1, setValue<parseSwitch, ZephlinkSDK_setLocalProxyEnabled, printLocalProxy>>},
+};
 
-/// The words of the master switch stand in front of the titles: a service of that title cannot be switched alone.
-int setService(Words words) {
-  if (words.empty()) return missing(usage::streamingbypassService);
-  if (equal(words[0], "enable")) return setWatchlist(true);
-  if (equal(words[0], "disable")) return setWatchlist(false);
-  if (words.size() < 2) return missing(usage::streamingbypassService);
-  const auto enable = parseOnOff(words[1]);
-  if (!enable) return invalid(usage::streamingbypassService);
-  return finish(call(ZephlinkSDK_setLocalProxyDomainWatchlistEnable, words[0], *enable), printBypass);
-}
-
-constexpr Action kBypassActions[] = {
-    {"domains", editDomains}, {"ipv4", editIPv4}, {"ipv6", editIPv6}, {"ports", editPorts}, {"service", setService},
+constexpr Action kShowRows[] = {
+    {"localproxy", nullptr, exactly<0, perform<ZephlinkSDK_getLocalProxySettings, printLocalProxy>>},
+    {"streamingbypass", nullptr, exactly<0, perform<ZephlinkSDK_getLocalProxySettings, printBypass>>},
 };
 
 }  // namespace
 
-int streamingBypass(Words words) { return dispatchWord(kBypassActions, words, usage::streamingbypass); }
-
-int localProxy(Words words) {
-  if (words.empty()) return missing(usage::localproxy);
-  const auto enable = parseOnOff(words[0]);
-  if (!enable) return invalid(usage::localproxy);
-  return finish(call(ZephlinkSDK_setLocalProxyEnabled, *enable), printLocalProxy);
-}
-
-int showStreamingBypass(Words) { return finish(call(ZephlinkSDK_getLocalProxySettings), printBypass); }
-
-int showLocalProxy(Words) { return finish(call(ZephlinkSDK_getLocalProxySettings), printLocalProxy); }
+constinit const families::Family families::localProxy{kRows, kShowRows};
 
 }  // namespace cli

@@ -1,9 +1,9 @@
 // The daemon's log files and problem reports, and its end.
 #include <cstdlib>
 
-#include "cli/families/handlers.h"
-#include "cli/usage.h"
-#include "sdk/words.h"
+#include "cli/families/families.h"
+#include "cli/handlers.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -28,38 +28,49 @@ void printTicket(const ZephlinkSDK_LogReportResult& record) {
 
 void printNothing(const ZephlinkSDK_Result&) {}
 
-/// What is no number is 0; nothing is refused.
+/// Text that is not a number gives 0.
 std::int32_t plainNumber(const char* word) { return static_cast<std::int32_t>(std::strtol(word, nullptr, 10)); }
 
-int logReport(Words words) {
-  if (words.size() != 3) return invalid(usage::logReport);
-  return finish(call(ZephlinkSDK_sendLogReport, words[0], words[1], words[2]), printTicket);
+int sendReport(Words words, const char* usage) {
+  if (words.size() != 3) return invalid(usage);
+  return finish(call<ZephlinkSDK_sendLogReport>(words[0], words[1], words[2]), printTicket);
 }
 
-/// Words behind it are ignored.
-int logErase(Words) { return finish(ZephlinkSDK_eraseLogs(g_sdk), printNothing); }
+/// Ignores arguments.
+int eraseLogs(Words, const char*) { return finish(ZephlinkSDK_eraseLogs(g_sdk), printNothing); }
 
-int logDaemon(Words words) {
-  if (words.size() != 4) return invalid(usage::logDaemon);
-  const auto level = zephlinksdk::kDaemonLogLevelWords.find(words[3]);
-  if (!level) return invalid(usage::logDaemon);
+int setDaemonLog(Words words, const char* usage) {
+  if (words.size() != 4) return invalid(usage);
+  const auto level = valueOf<ZephlinkSDK_daemonLogLevelFromText>(words[3]);
+  if (!level) return invalid(usage);
   const ZephlinkSDK_DaemonLogSettings settings{plainNumber(words[0]), plainNumber(words[1]), plainNumber(words[2]),
                                                *level};
-  return finish(call(ZephlinkSDK_setDaemonLogSettings, settings), printSettings);
+  return finish(call<ZephlinkSDK_setDaemonLogSettings>(settings), printSettings);
 }
 
-constexpr Action kLogActions[] = {{"report", logReport}, {"erase", logErase}, {"daemon", logDaemon}};
+int exitDaemon(Words, const char*) { return finish(ZephlinkSDK_exitDaemon(g_sdk), printNothing); }
+
+constexpr Action kLogRows[] = {
+    {"report", "log report <email> <message> <filepath>", sendReport},
+    {"erase", "log erase", eraseLogs},
+    {"daemon", "log daemon <file size> <files per daemon> <total files> <verbose|info|warn|error>", setDaemonLog},
+};
+
+constexpr Action kDaemonRows[] = {
+    {"exit", nullptr, exactly<0, exitDaemon>},
+};
+
+constexpr Action kRows[] = {
+    {"log", "log <erase|daemon>", nullptr, &rows<kLogRows>},
+    {"daemon", "daemon exit", nullptr, &rows<kDaemonRows>},
+};
+
+constexpr Action kShowRows[] = {
+    {"logsettings", nullptr, exactly<0, perform<ZephlinkSDK_getLogSettings, printSettings>>},
+};
 
 }  // namespace
 
-int log(Words words) { return dispatchWord(kLogActions, words, usage::log); }
-
-int daemon(Words words) {
-  if (words.empty()) return missing(usage::daemonExit);
-  if (words.size() > 1 || !equal(words[0], "exit")) return invalid(usage::daemonExit);
-  return finish(ZephlinkSDK_exitDaemon(g_sdk), printNothing);
-}
-
-int showLogSettings(Words) { return finish(call(ZephlinkSDK_getLogSettings), printSettings); }
+constinit const families::Family families::logs{kRows, kShowRows};
 
 }  // namespace cli

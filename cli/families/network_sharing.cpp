@@ -1,11 +1,10 @@
 // Network sharing: this machine's settings, discovery, and the peers that the daemon knows.
 #include "cli/families/network_sharing.h"
 
-#include "cli/families/handlers.h"
+#include "cli/families/families.h"
 #include "cli/families/peers.h"
-#include "cli/usage.h"
-#include "cli/words.h"
-#include "sdk/words.h"
+#include "cli/handlers.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -17,10 +16,10 @@ void printSettings(const ZephlinkSDK_NetworkSharingSettingsResult& record) {
   value["hostEnabled"] = record.hostEnabled;
   value["hostConnectCode"] = record.hostConnectCode;
   value["displayName"] = record.displayName;
-  value["pairRequestBehavior"] = zephlinksdk::pairRequestBehaviorText(record.pairRequestBehavior);
+  value["pairRequestBehavior"] = ZephlinkSDK_pairRequestBehaviorText(record.pairRequestBehavior);
   value["sameUserAutoPair"] = record.sameUserAutoPair;
   value["alwaysOnDiscovery"] = record.alwaysOnDiscovery;
-  value["autoPairBehavior"] = zephlinksdk::autoPairBehaviorText(record.autoPairBehavior);
+  value["autoPairBehavior"] = ZephlinkSDK_autoPairBehaviorText(record.autoPairBehavior);
   writeJson(stdout, value);
 }
 
@@ -33,8 +32,8 @@ void printDiscovery(const ZephlinkSDK_NetworkSharingDiscoveryResult& record) {
 Json::Value roleToJson(const ZephlinkSDK_NetworkSharingPeerRole& role) {
   Json::Value value(Json::objectValue);
   value["allowed"] = role.allowed;
-  value["peerStatus"] = peerStatusText(role.peerStatus);
-  value["tunnelStatus"] = peerTunnelStatusText(role.tunnelStatus);
+  value["peerStatus"] = ZephlinkSDK_peerStatusText(role.peerStatus);
+  value["tunnelStatus"] = ZephlinkSDK_peerTunnelStatusText(role.tunnelStatus);
   Json::Value& usage = value["usage"];
   usage["today"] = role.usageToday;
   usage["week"] = role.usageWeek;
@@ -55,107 +54,66 @@ Json::Value peerToJson(const ZephlinkSDK_NetworkSharingPeer& peer) {
   return value;
 }
 
-// Words behind a value are ignored throughout this family, and so are those behind the words that read.
-
-int readSettings(Words) { return finish(call(ZephlinkSDK_getNetworkSharingSettings), printSettings); }
-
-int readShares(Words) { return finish(call(ZephlinkSDK_getNetworkSharesAvailable), printShares); }
-
-int readDiscovery(Words) { return finish(call(ZephlinkSDK_getNetworkSharingDiscovery), printDiscovery); }
-
-int startDiscovery(Words words) {
-  if (!words.empty()) return invalid(usage::networksharing);
-  return finish(call(ZephlinkSDK_startNetworkSharingDiscovery), printDiscovery);
+// The older form of `autoPairBehavior`, which no usage text shows.
+bool parseSameUserAutoPair(const char* word, ZephlinkSDK_NetworkSharingAutoPairBehavior& behavior) {
+  const auto enabled = valueOf<parseSwitch>(word);
+  if (!enabled) return false;
+  behavior = *enabled ? ZephlinkSDK_NetworkSharingAutoPairBehavior_AutoUserTeam
+                      : ZephlinkSDK_NetworkSharingAutoPairBehavior_Manual;
+  return true;
 }
 
-/// A setting that is on or off.
-template <auto& Method>
-int setSwitch(Words words, const char* usage) {
-  if (words.empty()) return missing(usage);
-  const auto enabled = parseOnOff(words[0]);
-  if (!enabled) return invalid(usage);
-  return finish(call(Method, *enabled), printSettings);
+int setDisplayName(Words words, const char*) {
+  return finish(call<ZephlinkSDK_setNetworkSharingDisplayName>(words[0]), printSettings);
 }
 
-int setClient(Words words) {
-  return setSwitch<ZephlinkSDK_setNetworkSharingClientEnabled>(words, usage::networksharingSetSwitch);
-}
+/// Changes a setting by the first argument. In this family arguments after a value are ignored.
+template <auto& Parse, auto& Method>
+constexpr Handler& change = atLeast<1, setValue<Parse, Method, printSettings>>;
 
-int setHost(Words words) {
-  return setSwitch<ZephlinkSDK_setNetworkSharingHostEnabled>(words, usage::networksharingSetSwitch);
-}
+constexpr char kAutoPairUsage[] = "networksharing set autoPairBehavior <manual|auto_user|auto_user_team>";
 
-int setAlwaysOnDiscovery(Words words) {
-  return setSwitch<ZephlinkSDK_setNetworkSharingAlwaysOnDiscovery>(words, usage::networksharingSetAlwaysOnDiscovery);
-}
-
-int setDisplayName(Words words) {
-  if (words.empty()) return missing(usage::networksharingSetDisplayname);
-  return finish(call(ZephlinkSDK_setNetworkSharingDisplayName, words[0]), printSettings);
-}
-
-/// A setting that is one of some words.
-template <auto& Method, class Table>
-int setChoice(Words words, const Table& table, const char* usage) {
-  if (words.empty()) return missing(usage);
-  const auto choice = table.find(words[0]);
-  if (!choice) return invalid(usage);
-  return finish(call(Method, *choice), printSettings);
-}
-
-int setPairRequestBehavior(Words words) {
-  return setChoice<ZephlinkSDK_setNetworkSharingPairRequestBehavior>(words, zephlinksdk::kPairRequestBehaviorWords,
-                                                                     usage::networksharingSetPairRequestBehavior);
-}
-
-int setAutoPairBehavior(Words words) {
-  return setChoice<ZephlinkSDK_setNetworkSharingAutoPairBehavior>(words, zephlinksdk::kAutoPairBehaviorWords,
-                                                                  usage::networksharingSetAutoPairBehavior);
-}
-
-// The older form of the word above, which no usage text names.
-constexpr auto kSameUserWords = zephlinksdk::wordTable<ZephlinkSDK_NetworkSharingAutoPairBehavior>(
-    {
-        {ZephlinkSDK_NetworkSharingAutoPairBehavior_AutoUserTeam, "on"},
-        {ZephlinkSDK_NetworkSharingAutoPairBehavior_Manual, "off"},
-    },
-    "off");
-
-int setSameUserAutoPair(Words words) {
-  return setChoice<ZephlinkSDK_setNetworkSharingAutoPairBehavior>(words, kSameUserWords,
-                                                                  usage::networksharingSetAutoPairBehavior);
-}
-
-constexpr Action kSettings[] = {
-    {"client", setClient},
-    {"host", setHost},
-    {"displayname", setDisplayName},
-    {"pairRequestBehavior", setPairRequestBehavior},
-    {"peer", setPeer},
-    {"sameUserAutoPair", setSameUserAutoPair},
-    {"autoPairBehavior", setAutoPairBehavior},
-    {"alwaysOnDiscovery", setAlwaysOnDiscovery},
+constexpr Action kSetRows[] = {
+    {"client", kSharingSwitchUsage, change<parseSwitch, ZephlinkSDK_setNetworkSharingClientEnabled>},
+    {"host", kSharingSwitchUsage, change<parseSwitch, ZephlinkSDK_setNetworkSharingHostEnabled>},
+    {"displayname", "networksharing set displayname <new name>", atLeast<1, setDisplayName>},
+    {"pairRequestBehavior", "networksharing set pairRequestBehavior <ask|accept|reject>",
+     change<ZephlinkSDK_pairRequestBehaviorFromText, ZephlinkSDK_setNetworkSharingPairRequestBehavior>},
+    {"sameUserAutoPair", kAutoPairUsage, change<parseSameUserAutoPair, ZephlinkSDK_setNetworkSharingAutoPairBehavior>},
+    {"autoPairBehavior", kAutoPairUsage,
+     change<ZephlinkSDK_autoPairBehaviorFromText, ZephlinkSDK_setNetworkSharingAutoPairBehavior>},
+    {"alwaysOnDiscovery", "networksharing set alwaysOnDiscovery <on|off>",
+     change<parseSwitch, ZephlinkSDK_setNetworkSharingAlwaysOnDiscovery>},
+    include(kPeerSetRows),
 };
 
-int set(Words words) { return dispatchWord(kSettings, words, usage::networksharingSet); }
+constexpr char kUsage[] = "networksharing <availableshares|connect|discovery|peer|set|settings|startdiscovery>";
 
-constexpr Action kWords[] = {
-    {"settings", readSettings},
-    {"availableshares", readShares},
-    {"discovery", readDiscovery},
-    {"set", set},
-    {"peer", peer},
-    {"startdiscovery", startDiscovery},
-    {"connect", connectShare},
-    {"reconnect", reconnectShare},
+/// Unlike the actions that read, this one refuses arguments, with the usage of the whole family.
+int startDiscovery(Words words, const char*) {
+  return words.empty() ? finish(call<ZephlinkSDK_startNetworkSharingDiscovery>(), printDiscovery) : invalid(kUsage);
+}
+
+constexpr Action kSharingRows[] = {
+    {"settings", "networksharing settings", perform<ZephlinkSDK_getNetworkSharingSettings, printSettings>},
+    {"availableshares", "networksharing availableshares", perform<ZephlinkSDK_getNetworkSharesAvailable, printShares>},
+    {"discovery", "networksharing discovery", perform<ZephlinkSDK_getNetworkSharingDiscovery, printDiscovery>},
+    {"set", "networksharing set <alwaysOnDiscovery|autoPairBehavior|client|displayname|host|pairRequestBehavior|peer>",
+     nullptr, &rows<kSetRows>},
+    {"startdiscovery", "networksharing startdiscovery", startDiscovery},
+    include(kPeerRows),
+};
+
+constexpr Action kRows[] = {
+    {"networksharing", kUsage, nullptr, &rows<kSharingRows>},
 };
 
 }  // namespace
 
+constinit const families::Family families::networkSharing{kRows};
+
 void printShares(const ZephlinkSDK_NetworkSharingAvailableSharesResult& record) {
   writeJson(stdout, toJsonArray(record.peers, record.peerCount, peerToJson));
 }
-
-int networkSharing(Words words) { return dispatchWord(kWords, words, usage::networksharing); }
 
 }  // namespace cli

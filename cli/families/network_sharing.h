@@ -1,9 +1,12 @@
-// Printer of the peers, which the words that act on one peer end on too.
+// What the files of network sharing share.
 #pragma once
 
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace cli {
+
+/// The usage of the switches of this machine. A fault of a peer's switch names it too.
+inline constexpr char kSharingSwitchUsage[] = "networksharing set <host|client> <on|off>";
 
 void printShares(const ZephlinkSDK_NetworkSharingAvailableSharesResult& record);
 

@@ -4,10 +4,9 @@
 #include <cstring>
 
 #include "cli/families/network_sharing.h"
+#include "cli/handlers.h"
 #include "cli/stream.h"
-#include "cli/usage.h"
-#include "cli/words.h"
-#include "sdk/words.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -21,15 +20,15 @@ constexpr std::size_t kConnectCodeSize = sizeof(ZephlinkSDK_NetworkSharingSettin
 /// Whether the word fits into a field of that size.
 bool fits(const char* word, std::size_t size) { return std::strlen(word) < size; }
 
-// Only a stream has the record of a failure printed: other words end in the error printer.
+// A stream also prints failed connections as records. An action prints the error object.
 void printConnection(const Connection& record) {
   Json::Value value(Json::objectValue);
-  value["role"] = zephlinksdk::peerRoleText(record.role);
+  value["role"] = ZephlinkSDK_peerRoleText(record.role);
   value["uuid"] = record.uuid;
-  value["peerStatus"] = peerStatusText(record.peerStatus);
+  value["peerStatus"] = ZephlinkSDK_peerStatusText(record.peerStatus);
   if (record.errorCode != ZephlinkSDK_Error_None) {
     value["errorCode"] = record.errorCode;
-    value["errorType"] = zephlinksdk::errorText(record.errorCode);
+    value["errorType"] = ZephlinkSDK_errorText(record.errorCode);
     value["errorMessage"] = record.errorMessage;
   }
   writeJson(stdout, value);
@@ -43,36 +42,66 @@ void printPair(const Pair& record) {
   writeJson(stdout, value);
 }
 
-/// A single word that must fit.
-template <auto& Method>
-int connectBy(Words words, std::size_t size, const char* usage) {
-  if (words.empty()) return missing(usage);
-  if (words.size() > 1 || !fits(words[0], size)) return invalid(usage);
-  return finish(call(Method, words[0]), printConnection);
+bool isUuid(const char* word) { return fits(word, ZephlinkSDK_UuidSize); }
+
+/// Connects by one argument of fewer than `Size` bytes.
+/// REQUIRES: an argument.
+template <auto& Method, std::size_t Size>
+int connectBy(Words words, const char* usage) {
+  return fits(words[0], Size) ? finish(call<Method>(words[0]), printConnection) : invalid(usage);
 }
 
-int allowPair(Words words) { return finish(call(ZephlinkSDK_allowNetworkSharingPair, words[0], true), printPair); }
-int rejectPair(Words words) { return finish(call(ZephlinkSDK_allowNetworkSharingPair, words[0], false), printPair); }
-int requestPair(Words words) { return finish(call(ZephlinkSDK_requestNetworkSharingPair, words[0]), printPair); }
-int unpair(Words words) { return finish(call(ZephlinkSDK_unpairNetworkSharingPeer, words[0]), printPair); }
+/// Acts on the peer of a UUID. More arguments are ignored.
+template <auto& Method, auto... Arguments>
+int pair(Words words, const char* usage) {
+  if (words.empty()) return missing(usage);
+  return isUuid(words[0]) ? finish(call<Method>(words[0], Arguments...), printPair) : invalid(usage);
+}
 
-constexpr Action kPairings[] = {
-    {"allow", allowPair},
-    {"reject", rejectPair},
-    {"request", requestPair},
-    {"unpair", unpair},
+/// An unknown subcommand without a UUID is Missing.
+int refusePairing(Words words, const char* usage) { return words.size() < 2 ? missing(usage) : invalid(usage); }
+
+constexpr Action kPairRows[] = {
+    {"allow", nullptr, pair<ZephlinkSDK_allowNetworkSharingPair, true>},
+    {"reject", nullptr, pair<ZephlinkSDK_allowNetworkSharingPair, false>},
+    {"request", nullptr, pair<ZephlinkSDK_requestNetworkSharingPair>},
+    {"unpair", nullptr, pair<ZephlinkSDK_unpairNetworkSharingPeer>},
 };
 
-/// Behind words that have been checked: a uuid, "on" or "off".
+/// REQUIRES: two arguments.
+bool isUuidAndSwitch(Words words) { return isUuid(words[0]) && valueOf<parseSwitch>(words[1]); }
+
+/// Changes a switch of the peer of a UUID. More arguments are ignored.
+/// REQUIRES: two arguments.
 template <auto& Method>
-int setSwitch(Words words) {
-  return finish(call(Method, words[0], *parseOnOff(words[1])), printShares);
+int changeSwitch(Words words, const char* usage) {
+  if (!isUuidAndSwitch(words)) return invalid(usage);
+  return finish(call<Method>(words[0], *valueOf<parseSwitch>(words[1])), printShares);
 }
 
-constexpr Action kSwitches[] = {
-    {"autoreconnect", setSwitch<ZephlinkSDK_setNetworkSharingPeerAutoReconnect>},
-    {"allowhost", setSwitch<ZephlinkSDK_setNetworkSharingPeerAllowAsHost>},
-    {"allowclient", setSwitch<ZephlinkSDK_setNetworkSharingPeerAllowAsClient>},
+/// An unknown switch with valid arguments names the usage of `networksharing set <host|client>`.
+int refuseSwitch(Words words, const char* usage) {
+  if (words.size() < 3) return missing(usage);
+  return invalid(isUuidAndSwitch(words.subspan(1)) ? kSharingSwitchUsage : usage);
+}
+
+constexpr Action kSwitchRows[] = {
+    {"autoreconnect", nullptr, atLeast<2, changeSwitch<ZephlinkSDK_setNetworkSharingPeerAutoReconnect>>},
+    {"allowhost", nullptr, atLeast<2, changeSwitch<ZephlinkSDK_setNetworkSharingPeerAllowAsHost>>},
+    {"allowclient", nullptr, atLeast<2, changeSwitch<ZephlinkSDK_setNetworkSharingPeerAllowAsClient>>},
+};
+
+constexpr Action kRows[] = {
+    {"peer", "networksharing peer <allow|reject|request|unpair> <peer uuid>", refusePairing, &rows<kPairRows>},
+    {"connect", "networksharing connect <peer connect code>",
+     exactly<1, connectBy<ZephlinkSDK_connectToNetworkShareViaConnectCode, kConnectCodeSize>>},
+    {"reconnect", "networksharing reconnect <peer uuid>",
+     exactly<1, connectBy<ZephlinkSDK_reconnectToNetworkShare, ZephlinkSDK_UuidSize>>},
+};
+
+constexpr Action kSetRows[] = {
+    {"peer", "networksharing set peer <autoreconnect|allowhost|allowclient> <peer uuid> <on|off>", refuseSwitch,
+     &rows<kSwitchRows>},
 };
 
 constexpr char kStatusLabel[] = "networksharing_peer_status_change";
@@ -81,34 +110,13 @@ constexpr char kNewPeerLabel[] = "networksharing_newpeer";
 
 }  // namespace
 
-int connectShare(Words words) {
-  return connectBy<ZephlinkSDK_connectToNetworkShareViaConnectCode>(words, kConnectCodeSize,
-                                                                    usage::networksharingConnect);
-}
+constinit const Actions kPeerRows = kRows;
+constinit const Actions kPeerSetRows = kSetRows;
 
-int reconnectShare(Words words) {
-  return connectBy<ZephlinkSDK_reconnectToNetworkShare>(words, ZephlinkSDK_UuidSize, usage::networksharingReconnect);
-}
-
-int peer(Words words) {
-  if (words.size() < 2) return missing(usage::networksharingPeer);
-  if (!fits(words[1], ZephlinkSDK_UuidSize)) return invalid(usage::networksharingPeer);
-  return dispatchWord(kPairings, words, usage::networksharingPeer);
-}
-
-int setPeer(Words words) {
-  if (words.size() < 3) return missing(usage::networksharingSetPeer);
-  if (!fits(words[1], ZephlinkSDK_UuidSize) || !parseOnOff(words[2])) return invalid(usage::networksharingSetPeer);
-  // A switch that is none is told with the usage of this machine's own switches.
-  return dispatchWord(kSwitches, words, usage::networksharingSetSwitch);
-}
-
-std::vector<std::uint64_t> listenForPeers(StreamClock& clock) {
-  return {
-      openStream<kStatusLabel, printConnection>(ZephlinkSDK_listenForNetworkSharePeerStatusChange, clock),
-      openStream<kPairRequestLabel, printPair>(ZephlinkSDK_listenForNetworkSharePairRequest, clock),
-      openStream<kNewPeerLabel, printPair>(ZephlinkSDK_listenForNetworkShareNewPeerAvailable, clock),
-  };
+void listenForPeers(Stream& stream) {
+  stream.open<kStatusLabel, printConnection, ZephlinkSDK_listenForNetworkSharePeerStatusChange>();
+  stream.open<kPairRequestLabel, printPair, ZephlinkSDK_listenForNetworkSharePairRequest>();
+  stream.open<kNewPeerLabel, printPair, ZephlinkSDK_listenForNetworkShareNewPeerAvailable>();
 }
 
 }  // namespace cli

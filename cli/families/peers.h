@@ -1,23 +1,18 @@
-// The words of network sharing that act on one peer, and what the stream of statistics shares with them.
+// What network sharing and the stream of statistics include about single peers.
 #pragma once
-
-#include <cstdint>
-#include <vector>
 
 #include "cli/actions.h"
 
 namespace cli {
 
-class StreamClock;
+class Stream;
 
-// Handlers of `networksharing connect`, `reconnect`, `peer` and `set peer`.
-int connectShare(Words words);
-int reconnectShare(Words words);
-int peer(Words words);
-int setPeer(Words words);
+/// Rows of `networksharing` that act on a peer.
+extern const Actions kPeerRows;
+/// The same of `networksharing set`.
+extern const Actions kPeerSetRows;
 
-/// Subscribes to the three events of peers, each printed as a stream record that starts `clock`, which must outlive the
-/// subscriptions. Returns their handles in the order of registration.
-std::vector<std::uint64_t> listenForPeers(StreamClock& clock);
+/// Subscribes to the three events of peers.
+void listenForPeers(Stream& stream);
 
 }  // namespace cli

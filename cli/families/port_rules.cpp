@@ -1,12 +1,12 @@
 #include "cli/families/port_rules.h"
 
-#include "sdk/words.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
 Json::Value portRuleToJson(const ZephlinkSDK_ProtocolPortPair& rule) {
   Json::Value value(Json::objectValue);
-  value["protocol"] = zephlinksdk::portProtocolText(rule.protocol);
+  value["protocol"] = ZephlinkSDK_portProtocolText(rule.protocol);
   value["port"] = rule.port;
   if (rule.portRangeEnd != 0) value["portRangeEnd"] = rule.portRangeEnd;
   return value;

@@ -1,9 +1,9 @@
 // Privacy switches, the tunnel's DNS servers, and captive portals.
 #include <algorithm>
 
-#include "cli/families/handlers.h"
-#include "cli/usage.h"
-#include "sdk/text.h"
+#include "base/text.h"
+#include "cli/families/families.h"
+#include "cli/handlers.h"
 
 namespace cli {
 
@@ -32,69 +32,61 @@ void printCaptiveLogin(const ZephlinkSDK_CaptivePortalLoginResult& record) {
   writeJson(stdout, value);
 }
 
-/// Every fault of a value is Missing here.
-template <class Method>
-int changeSwitch(Words words, const char* usage, Method& method) {
-  const auto on = words.size() == 1 ? parseOnOff(words[0]) : std::nullopt;
-  if (!on) return missing(usage);
-  return finish(call(method, *on), printPrivacy);
+/// Every fault is Missing here, also a refused value and too many arguments.
+template <auto& Method>
+int changeSwitch(Words words, const char* usage) {
+  const auto on = words.size() == 1 ? valueOf<parseSwitch>(words[0]) : std::nullopt;
+  return on ? finish(call<Method>(*on), printPrivacy) : missing(usage);
 }
 
-int requestToDisableDoH(Words words) {
-  return changeSwitch(words, usage::privacyRequestToDisableDoH, ZephlinkSDK_setRequestToDisableDoH);
+/// Unlike the other switches, this one ignores arguments after its value.
+int changeKillswitch(Words words, const char* usage) {
+  return changeSwitch<ZephlinkSDK_setKillswitch>(words.first(std::min<std::size_t>(words.size(), 1)), usage);
 }
 
-int killswitch(Words words) {
-  // The one switch that words may follow.
-  return changeSwitch(words.first(std::min<std::size_t>(words.size(), 1)), usage::privacyKillswitch,
-                      ZephlinkSDK_setKillswitch);
-}
-
-int dnsLeak(Words words) { return changeSwitch(words, usage::privacyDnsleak, ZephlinkSDK_setDNSLeakProtection); }
-
-int ipLeak(Words words) { return changeSwitch(words, usage::privacyIpleak, ZephlinkSDK_setIPLeakProtection); }
-
-constexpr Action kPrivacyActions[] = {
-    {"requestToDisableDoH", requestToDisableDoH},
-    {"killswitch", killswitch},
-    {"dnsleak", dnsLeak},
-    {"ipleak", ipLeak},
+constexpr Action kPrivacyRows[] = {
+    {"requestToDisableDoH", "privacy requestToDisableDoH <on|off>", changeSwitch<ZephlinkSDK_setRequestToDisableDoH>},
+    {"killswitch", "privacy killswitch <on|off>", changeKillswitch},
+    {"dnsleak", "privacy dnsleak <on|off>", changeSwitch<ZephlinkSDK_setDNSLeakProtection>},
+    {"ipleak", "privacy ipleak <on|off>", changeSwitch<ZephlinkSDK_setIPLeakProtection>},
 };
 
-int captiveCheck(Words words) {
-  if (!words.empty()) return invalid(usage::captiveportalCheck);
-  return finish(call(ZephlinkSDK_checkForCaptivePortals), printCaptiveNetworks);
-}
-
-int captiveLogin(Words words) {
-  if (words.empty()) return missing(usage::captiveportalLogin);
-  const auto on = parseOnOff(words[0]);
-  if (!on) return invalid(usage::captiveportalLogin);
-  if (*on && words.size() == 1) return missing(usage::captiveportalLogin);
-  // An adapter is named to enable and only then.
-  if (words.size() > (*on ? 2U : 1U)) return invalid(usage::captiveportalLogin);
+/// Enabling requires an adapter, and only enabling takes one.
+/// REQUIRES: an argument.
+int captiveLogin(Words words, const char* usage) {
+  const auto on = valueOf<parseSwitch>(words[0]);
+  if (!on) return invalid(usage);
+  if (*on && words.size() == 1) return missing(usage);
+  if (words.size() > (*on ? 2U : 1U)) return invalid(usage);
   const char* adapterID = *on ? words[1] : nullptr;
-  return finish(call(ZephlinkSDK_setCaptivePortalLoginMode, *on, adapterID), printCaptiveLogin);
+  return finish(call<ZephlinkSDK_setCaptivePortalLoginMode>(*on, adapterID), printCaptiveLogin);
 }
 
-constexpr Action kCaptivePortalActions[] = {
-    {"check", captiveCheck},
-    {"login", captiveLogin},
+constexpr Action kCaptivePortalRows[] = {
+    {"check", "captiveportal check", exactly<0, perform<ZephlinkSDK_checkForCaptivePortals, printCaptiveNetworks>>},
+    {"login", "captiveportal login <on|off> <adapter id>", atLeast<1, captiveLogin>},
+};
+
+/// Addresses that do not fit into the request are ignored.
+int setDnsServers(Words words, const char*) {
+  char addresses[ZephlinkSDK_MaxDnsAddresses][ZephlinkSDK_AddressSize];
+  const std::size_t count = std::min(words.size(), ZephlinkSDK_MaxDnsAddresses);
+  for (std::size_t i = 0; i < count; ++i) zephlinksdk::copyText(addresses[i], words[i]);
+  return finish(call<ZephlinkSDK_setDNSServers>(static_cast<std::uint16_t>(count), addresses), printPrivacy);
+}
+
+constexpr Action kRows[] = {
+    {"privacy", "privacy <dnsleak|ipleak|killswitch|requestToDisableDoH>", nullptr, &rows<kPrivacyRows>},
+    {"dns", "dns <ip address> ...", setDnsServers},
+    {"captiveportal", "captiveportal check|login", nullptr, &rows<kCaptivePortalRows>},
+};
+
+constexpr Action kShowRows[] = {
+    {"privacy", nullptr, exactly<0, perform<ZephlinkSDK_getPrivacySettings, printPrivacy>>},
 };
 
 }  // namespace
 
-int privacy(Words words) { return dispatchWord(kPrivacyActions, words, usage::privacy); }
-
-int captivePortal(Words words) { return dispatchWord(kCaptivePortalActions, words, usage::captiveportal); }
-
-int dns(Words words) {
-  char addresses[ZephlinkSDK_MaxDnsAddresses][ZephlinkSDK_AddressSize];
-  const std::size_t count = std::min(words.size(), ZephlinkSDK_MaxDnsAddresses);
-  for (std::size_t i = 0; i < count; ++i) zephlinksdk::copyText(addresses[i], words[i]);
-  return finish(call(ZephlinkSDK_setDNSServers, static_cast<unsigned short>(count), addresses), printPrivacy);
-}
-
-int showPrivacy(Words) { return finish(call(ZephlinkSDK_getPrivacySettings), printPrivacy); }
+constinit const families::Family families::privacy{kRows, kShowRows};
 
 }  // namespace cli

@@ -3,7 +3,6 @@
 #include "cli/families/port_rules.h"
 #include "cli/output.h"
 #include "cli/parsers.h"
-#include "cli/usage.h"
 
 namespace cli {
 
@@ -17,10 +16,11 @@ Json::Value toJson(const ZephlinkSDK_RuleLists& lists) {
 }
 
 std::optional<int> readRules(Words words, RuleList<PortRule>& list, const char* usage) {
-  if (words.size() > ZephlinkSDK_MaxRules) return tooMany(usage::tooManyPortsFormat, ZephlinkSDK_MaxRules);
-  list.count = static_cast<std::uint16_t>(words.size());
-  // Low ports and ranges are welcome here.
-  if (!parseProtocolPortList(list.count, words.data(), list.rules, true, true)) return invalid(usage);
+  if (words.size() > ZephlinkSDK_MaxRules) return tooMany(kTooManyPorts, ZephlinkSDK_MaxRules);
+  // Rule lists take low ports and ranges.
+  if (!parseProtocolPortList(static_cast<int>(words.size()), words.data(), list.fill().data(), true, true)) {
+    return invalid(usage);
+  }
   return std::nullopt;
 }
 

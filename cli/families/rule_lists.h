@@ -1,40 +1,46 @@
-// What firewall, streaming and local proxy share: printing their four rule lists, and editing one of them by the words
-// `set`, `add` and `rem`, written once for every kind of rule and every family.
+// What firewall, streaming and local proxy share: printing their four rule lists, and editing one of them by the
+// arguments `set`, `add` and `rem`, for every kind of rule and every family.
 //
-// The daemon takes whole lists only: `add` and `rem` read the record, edit its list and send all of it back, also when
+// The daemon accepts whole lists only: `add` and `rem` read the record, edit its list and send all of it back, even if
 // nothing has changed.
 #pragma once
 
 #include <json/json.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <optional>
 #include <span>
 #include <type_traits>
 
+#include "base/text.h"
+#include "base/word_table.h"
 #include "cli/actions.h"
-#include "sdk/facade.h"
-#include "sdk/platform/address_text.h"
-#include "sdk/text.h"
-#include "sdk/word_table.h"
+#include "platform/address_text.h"
+#include "zephlinksdk/zephlinksdk.h"
 
 namespace cli {
 
 /// An object of all four lists.
 Json::Value toJson(const ZephlinkSDK_RuleLists& lists);
 
-/// Up to as many rules of one kind as the daemon takes; what is appended beyond is dropped.
+/// Rules of one kind, up to a fixed number; rules appended beyond it are dropped.
 template <class Rule>
-struct RuleList {
-  // Rules are equal when their bytes are: texts have nothing but zeros behind their end.
+class RuleList {
+  // Rules are equal when their bytes are: a text has only zeros after its end.
   static_assert(std::has_unique_object_representations_v<Rule>);
 
-  std::uint16_t count = 0;
-  Rule rules[ZephlinkSDK_MaxRules] = {};
+ public:
+  explicit RuleList(std::size_t room) : capacity(room), rules(std::make_unique<Rule[]>(room)) {}
 
-  std::span<const Rule> all() const { return {rules, count}; }
+  std::span<const Rule> all() const { return {rules.get(), count}; }
+
+  /// All rules that the list has room for, to fill. New rules are all zero.
+  std::span<Rule> fill() { return {rules.get(), count = capacity}; }
 
   bool holds(const Rule& wanted) const {
     return std::ranges::any_of(all(),
@@ -42,13 +48,20 @@ struct RuleList {
   }
 
   void append(const Rule& rule) {
-    if (count < ZephlinkSDK_MaxRules) std::memcpy(&rules[count++], &rule, sizeof(Rule));
+    if (count < capacity) std::memcpy(&rules[count++], &rule, sizeof(Rule));
   }
+
+ private:
+  std::size_t capacity;
+  std::size_t count = 0;
+  std::unique_ptr<Rule[]> rules;
 };
 
-/// Where the records keep the rules of one kind.
+/// The members of the records that contain the rules of one kind.
 template <class Rule>
 struct RuleKind {
+  using List = RuleList<Rule>;
+
   std::uint16_t ZephlinkSDK_RuleLists::*count;
   Rule (ZephlinkSDK_RuleLists::*rules)[ZephlinkSDK_MaxRules];
 
@@ -63,24 +76,14 @@ inline constexpr RuleKind<in_addr> kIPv4{&ZephlinkSDK_RuleLists::ipv4Count, &Zep
 inline constexpr RuleKind<in6_addr> kIPv6{&ZephlinkSDK_RuleLists::ipv6Count, &ZephlinkSDK_RuleLists::ipv6};
 inline constexpr RuleKind<PortRule> kPorts{&ZephlinkSDK_RuleLists::portCount, &ZephlinkSDK_RuleLists::ports};
 
-/// What the lists of a family have alike.
-template <class Record>
-struct RuleFamily {
-  Record (&get)(zephlinksdk::ZephlinkSDK*, zephlinksdk::Callback<Record>, void*);
-  void (*print)(const Record&);
-};
-
-/// The method of a family that replaces one of its lists.
-template <class Record, class Rule>
-using SetRules = Record(zephlinksdk::ZephlinkSDK*, unsigned short, const Rule*, zephlinksdk::Callback<Record>, void*);
-
 enum class Edit { Set, Add, Remove };
 
 inline constexpr auto kEditWords =
     zephlinksdk::wordTable<Edit>({{Edit::Set, "set"}, {Edit::Add, "add"}, {Edit::Remove, "rem"}}, "");
 
-/// The usage text of each edit; only ports have such texts, for a word that is no rule.
-using EditUsages = zephlinksdk::WordTable<Edit, const char*, 3>;
+/// The usage text of each edit, in the order of `Edit`. Only ports have them: a word that is not a rule names one.
+using EditUsages = std::array<const char*, 3>;
+inline constexpr EditUsages kNoUsages{};
 
 /// A word that is no address gives one of zeros, and a long domain is cut.
 inline void readRule(const char* word, Domain& domain) { zephlinksdk::copyText(domain, word); }
@@ -89,7 +92,7 @@ void readRule(const char* word, Address& address) {
   address = zephlinksdk::addressFromText<Address>(word);
 }
 
-/// Reads a rule from each word. Words that are refused have told their fault, and its status is returned.
+/// Reads one rule from each word. Prints the error and returns the status if a word is refused.
 template <class Rule>
 std::optional<int> readRules(Words words, RuleList<Rule>& list, const char*) {
   for (const char* word : words) {
@@ -101,10 +104,11 @@ std::optional<int> readRules(Words words, RuleList<Rule>& list, const char*) {
 }
 std::optional<int> readRules(Words words, RuleList<PortRule>& list, const char* usage);
 
-/// `rules` after one of the edits that change a list; those of `given` stand behind the others.
+/// Returns `rules` with the rules of `given` appended or removed. Compares all of `given`, however many; the result has
+/// as many rules as the daemon takes.
 template <class Rule>
 RuleList<Rule> edited(std::span<const Rule> rules, Edit edit, const RuleList<Rule>& given) {
-  RuleList<Rule> list;
+  RuleList<Rule> list(ZephlinkSDK_MaxRules);
   for (const Rule& rule : rules) {
     if (edit == Edit::Add || !given.holds(rule)) list.append(rule);
   }
@@ -115,27 +119,32 @@ RuleList<Rule> edited(std::span<const Rule> rules, Edit edit, const RuleList<Rul
   return list;
 }
 
-/// The answer to the list that was sent, or why the list could not be read.
-template <class Rule, class Record>
-Record change(Edit edit, const RuleList<Rule>& given, const RuleKind<Rule>& kind, const RuleFamily<Record>& family,
-              SetRules<Record, Rule>& set) {
-  if (edit == Edit::Set) return call(set, given.count, given.rules);
-  const Record record = call(family.get);
-  if (record.hasError) return record;
-  const RuleList<Rule> list = edited(kind.of(record), edit, given);
-  return call(set, list.count, list.rules);
+/// Sends at most as many rules as the daemon takes.
+template <auto& Set, class Rule>
+auto send(const RuleList<Rule>& list) {
+  const std::span<const Rule> rules = list.all();
+  const std::size_t count = std::min<std::size_t>(rules.size(), ZephlinkSDK_MaxRules);
+  return call<Set>(static_cast<std::uint16_t>(count), rules.data());
 }
 
-/// The handler of the words behind a list's name: one of the three words and the rules.
-template <class Rule, class Record>
-int editList(Words words, const RuleKind<Rule>& kind, const RuleFamily<Record>& family, SetRules<Record, Rule>& set,
-             const char* usage, const EditUsages& editUsages = {}) {
+/// Returns the answer to the list that was sent, or the error if the list could not be read.
+template <const auto& Kind, auto& Get, auto& Set, class Rule>
+auto changeList(Edit edit, const RuleList<Rule>& given) {
+  if (edit == Edit::Set) return send<Set>(given);
+  const auto record = call<Get>();
+  if (record.hasError) return record;
+  return send<Set>(edited(Kind.of(record.lists), edit, given));
+}
+
+/// The handler of one list: its arguments are one of the three words and the rules.
+template <const auto& Kind, auto& Get, auto& Set, auto& Print, const EditUsages& Usages>
+int editList(Words words, const char* usage) {
   if (words.empty()) return missing(usage);
   const auto edit = kEditWords.find(words[0]);
   if (!edit) return invalid(usage);
-  RuleList<Rule> given;
-  if (const auto fault = readRules(words.subspan(1), given, editUsages.text(*edit))) return *fault;
-  return finish(change(*edit, given, kind, family, set), family.print);
+  typename std::remove_cvref_t<decltype(Kind)>::List given(words.size() - 1);
+  if (const auto fault = readRules(words.subspan(1), given, Usages[static_cast<std::size_t>(*edit)])) return *fault;
+  return finish(changeList<Kind, Get, Set>(*edit, given), Print);
 }
 
 }  // namespace cli

@@ -1,11 +1,11 @@
-// Safe browsing: the number of words behind `safebrowsing` chooses the list in which the first of them is looked up.
-// Nothing is ever missing but the first word.
-#include "cli/families/handlers.h"
-#include "cli/parsers.h"
+// Safe browsing. Only a missing subcommand is Missing, every other fault is Invalid: a missing or refused value names
+// the usage of the subcommand, a wrong number of arguments that of the family.
+#include "cli/families/families.h"
+#include "cli/handlers.h"
 #include "cli/secrets.h"
 #include "cli/stream.h"
-#include "cli/usage.h"
-#include "sdk/words.h"
+#include "platform/console.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -18,8 +18,8 @@ void printSettings(const Settings& record) {
   value["initialized"] = record.initialized;
   value["configSet"] = record.configSet;
   value["enabled"] = record.enabled;
-  value["log_level"] = zephlinksdk::safeBrowsingLogLevelText(record.logLevel);
-  value["network_override"] = zephlinksdk::safeBrowsingOverrideText(record.networkOverride);
+  value["log_level"] = ZephlinkSDK_safeBrowsingLogLevelText(record.logLevel);
+  value["network_override"] = ZephlinkSDK_safeBrowsingOverrideText(record.networkOverride);
   writeJson(stdout, value);
 }
 
@@ -59,55 +59,46 @@ void printBlock(const ZephlinkSDK_SafeBrowsingBlockResult& record) {
   writeJson(stdout, value);
 }
 
-/// The end of the words that connect to the service: a connect error is printed in place of the settings and fails.
+/// Finishes the actions that connect to the service: a connect error is printed instead of the settings and fails.
 int finishConnecting(const Settings& record) {
   if (record.hasError || !record.connectFailed) return finish(record, printSettings);
   printConnectError(record);
   return kFailed;
 }
 
-int initialize(Words words) { return finishConnecting(call(ZephlinkSDK_initSafeBrowsing, words[0])); }
+constexpr char kUsage[] =
+    "safebrowsing "
+    "<initialize|config|enable|errors|stats|redirects|loglevel|token|homenetwork|override|settings|start|stop>";
 
-int config(Words words) { return finish(call(ZephlinkSDK_setSafeBrowsingConfig, words[0]), printSettings); }
+/// Requires exactly one argument.
+template <Handler& Handle>
+int withValue(Words words, const char* usage) {
+  if (words.size() > 1) return invalid(kUsage);
+  return words.empty() ? invalid(usage) : Handle(words, usage);
+}
 
-int refreshToken(Words words) {
+int initialize(Words words, const char*) { return finishConnecting(call<ZephlinkSDK_initSafeBrowsing>(words[0])); }
+
+int setConfig(Words words, const char*) {
+  return finish(call<ZephlinkSDK_setSafeBrowsingConfig>(words[0]), printSettings);
+}
+
+int refreshToken(Words words, const char*) {
   const WordOfSecret token(words[0]);
-  return finishConnecting(call(ZephlinkSDK_refreshSafeBrowsingToken, words[0]));
+  return finishConnecting(call<ZephlinkSDK_refreshSafeBrowsingToken>(words[0]));
 }
 
-int enable(Words words) {
-  const auto enabled = parseOnOff(words[0]);
-  if (!enabled) return invalid(usage::safebrowsingEnable);
-  return finish(call(ZephlinkSDK_setSafeBrowsingEnabled, *enabled), printSettings);
-}
-
-int logLevel(Words words) {
-  const auto level = zephlinksdk::kSafeBrowsingLogLevelWords.find(words[0]);
-  if (!level) return invalid(usage::safebrowsingLoglevel);
-  return finish(call(ZephlinkSDK_setSafeBrowsingLogLevel, *level), printSettings);
-}
-
-int networkOverride(Words words) {
-  const auto choice = zephlinksdk::kSafeBrowsingOverrideWords.find(words[0]);
-  if (!choice) return invalid(usage::safebrowsingOverride);
-  return finish(call(ZephlinkSDK_setSafeBrowsingSafeNetworkOverride, *choice), printSettings);
-}
-
-int settings(Words) { return finish(call(ZephlinkSDK_getSafeBrowsing), printSettings); }
-
-int stats(Words) { return finish(call(ZephlinkSDK_getSafeBrowsingStats), printStats); }
-
-/// Two calls, of which only the second counts; it tells the settings even if the service was not reached.
+/// Two calls. Only the second one counts; it prints the settings even if the service was not reached.
 int startOrStop(bool enabled, const char* serviceConfig) {
-  call(ZephlinkSDK_setSafeBrowsingEnabled, enabled);
-  return finish(call(ZephlinkSDK_initSafeBrowsing, serviceConfig), printSettings);
+  call<ZephlinkSDK_setSafeBrowsingEnabled>(enabled);
+  return finish(call<ZephlinkSDK_initSafeBrowsing>(serviceConfig), printSettings);
 }
 
-int start(Words words) { return startOrStop(true, words[0]); }
+int start(Words words, const char*) { return startOrStop(true, words[0]); }
 
-int stop(Words) { return startOrStop(false, ""); }
+int stop(Words, const char*) { return startOrStop(false, ""); }
 
-// A connect error with one of these codes is a success of reporting the home network.
+// A connect error with one of these codes means that the home network was reported.
 constexpr bool isHomeNetworkReported(std::int32_t connectError) { return connectError == 0 || connectError == 17; }
 
 int reportHomeNetwork(std::uint32_t retries, std::uint64_t delay, std::uint64_t timeout) {
@@ -116,98 +107,61 @@ int reportHomeNetwork(std::uint32_t retries, std::uint64_t delay, std::uint64_t 
   return record.connectFailed && isHomeNetworkReported(record.connectError) ? kSuccess : status;
 }
 
-int homeNetwork(Words) { return reportHomeNetwork(0, 0, 0); }
-
-int homeNetworkWithLimits(Words words) {
-  std::uint32_t retries = 0;
-  std::uint64_t delay = 0;
-  std::uint64_t timeout = 0;
-  if (!parseU32(words[0], retries) || !parseU64(words[1], delay) || !parseU64(words[2], timeout)) {
-    return invalid(usage::safebrowsingHomenetwork);
-  }
-  return reportHomeNetwork(retries, delay, timeout);
+int homeNetwork(Words words, const char* usage) {
+  if (words.empty()) return reportHomeNetwork(0, 0, 0);
+  if (words.size() != 3) return invalid(kUsage);
+  const auto retries = valueOf<parseU32>(words[0]);
+  const auto delay = valueOf<parseU64>(words[1]);
+  const auto timeout = valueOf<parseU64>(words[2]);
+  if (!retries || !delay || !timeout) return invalid(usage);
+  return reportHomeNetwork(*retries, *delay, *timeout);
 }
 
 constexpr char kErrorLabel[] = "safebrowsing_error";
 constexpr char kBlockLabel[] = "safebrowsing_block";
 
-/// Prints what comes until `seconds` have passed since the first event, without end if they are none.
-template <const char* Label, auto Print, auto& Listen>
-int stream(std::int32_t seconds) {
-  StreamClock clock;
-  const std::uint64_t handle = openStream<Label, Print>(Listen, clock);
-  clock.waitFor(seconds);
-  ZephlinkSDK_removeListener(g_sdk, handle);
+/// Prints events until the given seconds have passed since the first of them; without end if none are given.
+template <const char* Label, auto& Print, auto& Listen>
+int stream(Words words, const char* usage) {
+  if (words.size() > 1) return invalid(kUsage);
+  const auto seconds = words.empty() ? 0 : valueOf<parseI32>(words[0]);
+  if (!seconds || *seconds < -1) return invalid(usage);
+  zephlinksdk::endOnClosedPipe();
+  Stream events;
+  events.open<Label, Print, Listen>();
+  events.clock.waitFor(*seconds);
   return kSuccess;
 }
 
-constexpr auto streamErrors = stream<kErrorLabel, printLookupError, ZephlinkSDK_listenForSafeBrowsingError>;
-constexpr auto streamBlocks = stream<kBlockLabel, printBlock, ZephlinkSDK_listenForSafeBrowsingBlock>;
+// `redirects` names it too.
+constexpr char kErrorsUsage[] = "safebrowsing errors [duration in seconds]";
 
-template <auto Stream>
-int withoutEnd(Words) {
-  return Stream(0);
-}
-
-// Both streams tell a faulty duration with the usage of `errors`.
-template <auto Stream>
-int forSeconds(Words words) {
-  std::int32_t seconds = 0;
-  if (!parseI32(words[0], seconds) || seconds < -1) return invalid(usage::safebrowsingErrors);
-  return Stream(seconds);
-}
-
-template <const char* Usage>
-int refuse(Words) {
-  return invalid(Usage);
-}
-
-constexpr Action kAlone[] = {
-    {"initialize", refuse<usage::safebrowsingInitialize>},
-    {"config", refuse<usage::safebrowsingConfig>},
-    {"enable", refuse<usage::safebrowsingEnable>},
-    {"errors", withoutEnd<streamErrors>},
-    {"stats", stats},
-    {"redirects", withoutEnd<streamBlocks>},
-    {"loglevel", refuse<usage::safebrowsingLoglevel>},
-    {"token", refuse<usage::safebrowsingToken>},
-    {"homenetwork", homeNetwork},
-    {"override", refuse<usage::safebrowsingOverride>},
-    {"settings", settings},
-    {"start", refuse<usage::safebrowsingStart>},
-    {"stop", stop},
+constexpr Action kSafeBrowsingRows[] = {
+    {"initialize", "safebrowsing initialize <string>", withValue<initialize>},
+    {"config", "safebrowsing config <string>", withValue<setConfig>},
+    {"enable", "safebrowsing enable <on|off>",
+     withValue<setValue<parseSwitch, ZephlinkSDK_setSafeBrowsingEnabled, printSettings>>},
+    {"errors", kErrorsUsage, stream<kErrorLabel, printLookupError, ZephlinkSDK_listenForSafeBrowsingError>},
+    {"stats", nullptr, exactly<0, perform<ZephlinkSDK_getSafeBrowsingStats, printStats>>},
+    {"redirects", kErrorsUsage, stream<kBlockLabel, printBlock, ZephlinkSDK_listenForSafeBrowsingBlock>},
+    {"loglevel", "safebrowsing loglevel <trace|debug|info|warning|error>",
+     withValue<setValue<ZephlinkSDK_safeBrowsingLogLevelFromText, ZephlinkSDK_setSafeBrowsingLogLevel, printSettings>>},
+    {"token", "safebrowsing token <string>", withValue<refreshToken>},
+    {"homenetwork", "safebrowsing homenetwork [retries delay timeout]", homeNetwork},
+    {"override", "safebrowsing override <none|unsafe|safe>",
+     withValue<setValue<ZephlinkSDK_safeBrowsingOverrideFromText, ZephlinkSDK_setSafeBrowsingSafeNetworkOverride,
+                        printSettings>>},
+    {"settings", nullptr, exactly<0, perform<ZephlinkSDK_getSafeBrowsing, printSettings>>},
+    {"start", "safebrowsing start <string>", withValue<start>},
+    {"stop", nullptr, exactly<0, stop>},
 };
 
-constexpr Action kWithValue[] = {
-    {"initialize", initialize},
-    {"config", config},
-    {"enable", enable},
-    {"errors", forSeconds<streamErrors>},
-    {"redirects", forSeconds<streamBlocks>},
-    {"loglevel", logLevel},
-    {"token", refreshToken},
-    {"override", networkOverride},
-    {"start", start},
-};
-
-constexpr Action kWithThreeValues[] = {
-    {"homenetwork", homeNetworkWithLimits},
+constexpr Action kRows[] = {
+    {"safebrowsing", kUsage, nullptr, &rows<kSafeBrowsingRows>},
 };
 
 }  // namespace
 
-int safeBrowsing(Words words) {
-  switch (words.size()) {
-    case 0:
-    case 1:
-      return dispatchWord(kAlone, words, usage::safebrowsing);
-    case 2:
-      return dispatchWord(kWithValue, words, usage::safebrowsing);
-    case 4:
-      return dispatchWord(kWithThreeValues, words, usage::safebrowsing);
-    default:
-      return invalid(usage::safebrowsing);
-  }
-}
+constinit const families::Family families::safeBrowsing{kRows};
 
 }  // namespace cli

@@ -1,11 +1,10 @@
 // Settings of the tunnel as a whole.
 #include "cli/families/settings.h"
 
-#include "cli/families/handlers.h"
+#include "cli/families/families.h"
 #include "cli/families/port_rules.h"
-#include "cli/parsers.h"
-#include "cli/usage.h"
-#include "sdk/words.h"
+#include "cli/handlers.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -32,50 +31,92 @@ Json::Value socketsToJson(const ZephlinkSDK_PerConnectionParallelSockets& entry)
   return value;
 }
 
-bool parseSwitch(const char* word, bool& on) {
-  const auto known = parseOnOff(word);
-  if (known) on = *known;
-  return known.has_value();
-}
-
-bool parseMode(const char* word, ZephlinkSDK_BondingMode& mode) {
-  const auto known = zephlinksdk::kBondingModeWords.find(word);
-  if (known) mode = *known;
-  return known.has_value();
-}
-
 bool parseTransport(const char* word, ZephlinkSDK_TransportMode& mode) {
-  const auto known = zephlinksdk::kTransportModeWords.find(word);
-  if (!known || !zephlinksdk::isTransportSetting(*known)) return false;
-  mode = *known;
-  return true;
+  return ZephlinkSDK_transportModeFromText(word, &mode) && ZephlinkSDK_isTransportSetting(mode);
 }
 
-/// Changes what takes one word: none is Missing, one that `parse` refuses and more words are Invalid.
-template <class Value, class Method>
-int changeOne(Words words, const char* usage, bool (*parse)(const char*, Value&), Method& method) {
-  if (words.empty()) return missing(usage);
-  Value value{};
-  if (words.size() > 1 || !parse(words[0], value)) return invalid(usage);
-  return finish(call(method, value), printSettings);
+/// Changes a setting of one argument.
+template <auto& Parse, auto& Method>
+constexpr Handler& changeOne = exactly<1, setValue<Parse, Method, printSettings>>;
+
+/// A missing argument is Invalid here.
+template <auto& Method>
+int changeRetry(Words words, const char* usage) {
+  return words.empty() ? invalid(usage) : changeOne<parseU32, Method>(words, usage);
 }
 
-/// The retry limits know no Missing.
-template <class Method>
-int changeRetry(Words words, const char* usage, Method& method) {
-  return words.empty() ? invalid(usage) : changeOne(words, usage, parseU32, method);
+/// Too many arguments are an unknown action here.
+int changeMaxRedundant(Words words, const char* usage) {
+  return words.size() > 1 ? unknownAction() : changeOne<parseU32, ZephlinkSDK_setMaxRedundantSends>(words, usage);
 }
+
+int changeTargetConnections(Words words, const char* usage) {
+  const auto upload = valueOf<parseI32>(words[0]);
+  const auto download = valueOf<parseI32>(words[1]);
+  if (!upload || !download) return invalid(usage);
+  return finish(call<ZephlinkSDK_setTargetNumberOfConnections>(*upload, *download), printSettings);
+}
+
+int changePorts(Words words, const char* usage) {
+  if (words.size() > ZephlinkSDK_MaxForwardedPorts) return tooMany(kTooManyPorts, ZephlinkSDK_MaxForwardedPorts);
+  const auto count = static_cast<std::uint16_t>(words.size());
+  ZephlinkSDK_ProtocolPortPair rules[ZephlinkSDK_MaxForwardedPorts];
+  if (!parseProtocolPortList(count, words.data(), rules, false, false)) return invalid(usage);
+  return finish(call<ZephlinkSDK_setForwardPorts>(count, rules), printSettings);
+}
+
+int changeSubnets(Words words, const char* usage) {
+  if (words.size() > ZephlinkSDK_MaxDownstreamSubnets) {
+    return tooMany("only %d subnets may be declared\n", ZephlinkSDK_MaxDownstreamSubnets);
+  }
+  const auto count = static_cast<std::uint16_t>(words.size());
+  ZephlinkSDK_Subnet list[ZephlinkSDK_MaxDownstreamSubnets];
+  if (!parseSubnetList(count, words.data(), list)) return invalid(usage);
+  return finish(call<ZephlinkSDK_setDownstreamSubnets>(count, list), printSettings);
+}
+
+constexpr Action kRouteRows[] = {
+    {"default", nullptr, atLeast<1, setValue<parseSwitch, ZephlinkSDK_setEnableDefaultRoute, printSettings>>},
+};
+
+constexpr Action kRows[] = {
+    {"encryption", "encryption <on|off>", changeOne<parseSwitch, ZephlinkSDK_setTunnelEncrypted>},
+    {"jumbo", "jumbo <on|off>", changeOne<parseSwitch, ZephlinkSDK_setJumboPackets>},
+    {"packetaggr", "packetaggr <on|off>", changeOne<parseSwitch, ZephlinkSDK_setPacketAggregation>},
+    {"headercompression", "headercompression <on|off>", changeOne<parseSwitch, ZephlinkSDK_setHeaderCompression>},
+    {"startupconnect", "startupconnect <on|off>", changeOne<parseSwitch, ZephlinkSDK_setStartupConnect>},
+    {"route", "route default <on|off>", nullptr, &rows<kRouteRows>},
+    {"mode", "mode <redundant|speed|streaming>", changeOne<ZephlinkSDK_bondingModeFromText, ZephlinkSDK_setMode>},
+    {"transport", "transport <auto|tcp|tcp-multi|udp|https>",
+     changeOne<parseTransport, ZephlinkSDK_setConnectionTransportMode>},
+    {"transportretry", "transportretry <time in seconds>", changeRetry<ZephlinkSDK_setMaximumTransportRetry>},
+    {"connectretry", "connectretry <time in seconds>", changeRetry<ZephlinkSDK_setMaximumConnectRetry>},
+    {"maxredundant", "maxredundant <number of conns>", changeMaxRedundant},
+    {"targetconnections", "targetconnections <number upload connections> <number download connections>",
+     exactly<2, changeTargetConnections>},
+    {"overflow", "overflow <speed in mbps>", changeOne<parseMbps, ZephlinkSDK_setOverflowThreshold>},
+    {"priorityoverflow", "priorityoverflow <speed in mbps>",
+     changeOne<parseMbps, ZephlinkSDK_setPriorityOverflowThreshold>},
+    {"ports", "ports [port/proto] ...", changePorts},
+    {"subnets", "subnets [subnet/length] ...", changeSubnets},
+};
+
+constexpr Action kShowRows[] = {
+    {"settings", nullptr, exactly<0, perform<ZephlinkSDK_getSettings, printSettings>>},
+};
 
 }  // namespace
+
+constinit const families::Family families::settings{kRows, kShowRows};
 
 void printSettings(const ZephlinkSDK_SettingsResult& record) {
   Json::Value value(Json::objectValue);
   value["jumboPackets"] = record.jumboPackets;
   value["encrypted"] = record.encrypted;
   value["allowChaChaEncryption"] = record.allowChaChaEncryption;
-  value["bondingMode"] = zephlinksdk::bondingModeText(record.bondingMode);
+  value["bondingMode"] = ZephlinkSDK_bondingModeText(record.bondingMode);
   value["startupConnect"] = record.startupConnect;
-  value["transportMode"] = zephlinksdk::transportModeText(record.transportMode);
+  value["transportMode"] = ZephlinkSDK_transportModeText(record.transportMode);
   value["packetAggregation"] = record.packetAggregation;
   value["headerCompression"] = record.headerCompression;
   value["enableAutomaticPriority"] = record.enableAutomaticPriority;
@@ -97,90 +138,6 @@ void printSettings(const ZephlinkSDK_SettingsResult& record) {
   value["targetNumberOfConnections"]["upload"] = record.targetUploadConnections;
   value["targetNumberOfConnections"]["download"] = record.targetDownloadConnections;
   writeJson(stdout, value);
-}
-
-int showSettings(Words) { return finish(call(ZephlinkSDK_getSettings), printSettings); }
-
-int encryption(Words words) { return changeOne(words, usage::encryption, parseSwitch, ZephlinkSDK_setTunnelEncrypted); }
-
-int jumbo(Words words) { return changeOne(words, usage::jumbo, parseSwitch, ZephlinkSDK_setJumboPackets); }
-
-int packetAggregation(Words words) {
-  return changeOne(words, usage::packetaggr, parseSwitch, ZephlinkSDK_setPacketAggregation);
-}
-
-int headerCompression(Words words) {
-  return changeOne(words, usage::headercompression, parseSwitch, ZephlinkSDK_setHeaderCompression);
-}
-
-int startupConnect(Words words) {
-  return changeOne(words, usage::startupconnect, parseSwitch, ZephlinkSDK_setStartupConnect);
-}
-
-int mode(Words words) { return changeOne(words, usage::mode, parseMode, ZephlinkSDK_setMode); }
-
-int transport(Words words) {
-  return changeOne(words, usage::transport, parseTransport, ZephlinkSDK_setConnectionTransportMode);
-}
-
-int overflow(Words words) { return changeOne(words, usage::overflow, parseMbps, ZephlinkSDK_setOverflowThreshold); }
-
-int priorityOverflow(Words words) {
-  return changeOne(words, usage::priorityoverflow, parseMbps, ZephlinkSDK_setPriorityOverflowThreshold);
-}
-
-int connectRetry(Words words) { return changeRetry(words, usage::connectretry, ZephlinkSDK_setMaximumConnectRetry); }
-
-int transportRetry(Words words) {
-  return changeRetry(words, usage::transportretry, ZephlinkSDK_setMaximumTransportRetry);
-}
-
-int maxRedundant(Words words) {
-  // More words than one have always counted as an unknown action here.
-  if (words.size() > 1) {
-    printUsage(stderr);
-    return kUnknownAction;
-  }
-  return changeOne(words, usage::maxredundant, parseU32, ZephlinkSDK_setMaxRedundantSends);
-}
-
-int targetConnections(Words words) {
-  if (words.size() < 2) return missing(usage::targetconnections);
-  int upload = 0;
-  int download = 0;
-  if (words.size() > 2 || !parseI32(words[0], upload) || !parseI32(words[1], download)) {
-    return invalid(usage::targetconnections);
-  }
-  return finish(call(ZephlinkSDK_setTargetNumberOfConnections, upload, download), printSettings);
-}
-
-int route(Words words) {
-  if (words.empty()) return missing(usage::routeDefault);
-  if (!equal(words[0], "default")) return invalid(usage::routeDefault);
-  if (words.size() < 2) return missing(usage::routeDefault);
-  const auto on = parseOnOff(words[1]);
-  if (!on) return invalid(usage::routeDefault);
-  return finish(call(ZephlinkSDK_setEnableDefaultRoute, *on), printSettings);
-}
-
-int ports(Words words) {
-  if (words.size() > ZephlinkSDK_MaxForwardedPorts) {
-    return tooMany(usage::tooManyPortsFormat, ZephlinkSDK_MaxForwardedPorts);
-  }
-  const auto count = static_cast<unsigned short>(words.size());
-  ZephlinkSDK_ProtocolPortPair rules[ZephlinkSDK_MaxForwardedPorts];
-  if (!parseProtocolPortList(count, words.data(), rules, false, false)) return invalid(usage::ports);
-  return finish(call(ZephlinkSDK_setForwardPorts, count, rules), printSettings);
-}
-
-int subnets(Words words) {
-  if (words.size() > ZephlinkSDK_MaxDownstreamSubnets) {
-    return tooMany(usage::tooManySubnetsFormat, ZephlinkSDK_MaxDownstreamSubnets);
-  }
-  const auto count = static_cast<unsigned short>(words.size());
-  ZephlinkSDK_Subnet list[ZephlinkSDK_MaxDownstreamSubnets];
-  if (!parseSubnetList(count, words.data(), list)) return invalid(usage::subnets);
-  return finish(call(ZephlinkSDK_setDownstreamSubnets, count, list), printSettings);
 }
 
 }  // namespace cli

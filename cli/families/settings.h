@@ -1,7 +1,7 @@
 // Printer of the settings of the tunnel, which `adapter encryption` shares.
 #pragma once
 
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace cli {
 

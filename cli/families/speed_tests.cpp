@@ -1,7 +1,7 @@
 // Speed tests and why the last session ended.
-#include "cli/families/handlers.h"
-#include "cli/words.h"
-#include "sdk/words.h"
+#include "cli/families/families.h"
+#include "cli/handlers.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -15,7 +15,7 @@ Json::Value runToJson(const ZephlinkSDK_SpeedTestRun& run) {
   value["city"] = run.city;
   value["numConnections"] = run.numConnections;
   value["latency"] = run.latency;
-  value["type"] = speedTestTypeText(run.type);
+  value["type"] = ZephlinkSDK_speedTestTypeText(run.type);
   value["isError"] = run.isError;
   if (run.isError) {
     value["errorMessage"] = run.errorMessage;
@@ -37,18 +37,22 @@ void printRuns(const ZephlinkSDK_SpeedTestResult& record) {
 
 void printDisconnect(const ZephlinkSDK_DisconnectEventResult& record) {
   Json::Value value(Json::objectValue);
-  value["disconnectReason"] = zephlinksdk::disconnectReasonText(record.disconnectReason);
+  value["disconnectReason"] = ZephlinkSDK_disconnectReasonText(record.disconnectReason);
   writeJson(stdout, value);
 }
 
+constexpr Action kRows[] = {
+    {"speedtest", "speedtest", perform<ZephlinkSDK_startSpeedTest, printRuns>},
+    {"streamtest", "streamtest", perform<ZephlinkSDK_startStreamTest, printRuns>},
+};
+
+constexpr Action kShowRows[] = {
+    {"disconnect", nullptr, exactly<0, perform<ZephlinkSDK_getLastDisconnectEvent, printDisconnect>>},
+    {"speedtest", nullptr, exactly<0, perform<ZephlinkSDK_getSpeedTestResults, printRuns>>},
+};
+
 }  // namespace
 
-int speedTest(Words) { return finish(call(ZephlinkSDK_startSpeedTest), printRuns); }
-
-int streamTest(Words) { return finish(call(ZephlinkSDK_startStreamTest), printRuns); }
-
-int showSpeedTest(Words) { return finish(call(ZephlinkSDK_getSpeedTestResults), printRuns); }
-
-int showDisconnect(Words) { return finish(call(ZephlinkSDK_getLastDisconnectEvent), printDisconnect); }
+constinit const families::Family families::speedTests{kRows, kShowRows};
 
 }  // namespace cli

@@ -1,9 +1,9 @@
 // The daemon's state and version.
 #include "cli/families/state.h"
 
-#include "cli/families/handlers.h"
-#include "cli/usage.h"
-#include "cli/words.h"
+#include "cli/families/families.h"
+#include "cli/handlers.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -18,22 +18,19 @@ void printVersion(const ZephlinkSDK_VersionResult& record) {
   writeJson(stdout, value);
 }
 
+constexpr Action kRows[] = {
+    {"state", "state", exactly<0, perform<ZephlinkSDK_getState, printState>>},
+    {"version", "version", exactly<0, perform<ZephlinkSDK_getVersion, printVersion>>},
+};
+
 }  // namespace
+
+constinit const families::Family families::state{kRows};
 
 void printState(const ZephlinkSDK_StateResult& record) {
   Json::Value value(Json::objectValue);
-  value["state"] = stateText(record.state);
+  value["state"] = ZephlinkSDK_stateText(record.state);
   writeJson(stdout, value);
-}
-
-int state(Words words) {
-  if (!words.empty()) return invalid(usage::state);
-  return finish(call(ZephlinkSDK_getState), printState);
-}
-
-int version(Words words) {
-  if (!words.empty()) return invalid(usage::version);
-  return finish(call(ZephlinkSDK_getVersion), printVersion);
 }
 
 }  // namespace cli

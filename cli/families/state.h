@@ -1,7 +1,7 @@
 // Printer of the daemon's state, which the families that end on a state share.
 #pragma once
 
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace cli {
 

@@ -5,15 +5,14 @@
 #include <vector>
 
 #include "cli/families/adapters.h"
-#include "cli/families/handlers.h"
+#include "cli/families/families.h"
 #include "cli/families/history.h"
 #include "cli/families/peers.h"
 #include "cli/families/state.h"
 #include "cli/parsers.h"
 #include "cli/stream.h"
-#include "cli/usage.h"
-#include "cli/words.h"
-#include "sdk/words.h"
+#include "platform/console.h"
+#include "zephlinksdk/words.h"
 
 namespace cli {
 
@@ -39,7 +38,7 @@ Json::Value toJson(const ZephlinkSDK_ConnectionStatsEntry& entry, bool brief) {
   if (brief) return value;
   value["localIp"_key] = entry.localIp;
   value["privateIp"_key] = entry.privateIp;
-  value["protocol"_key] = zephlinksdk::transportModeText(entry.protocol);
+  value["protocol"_key] = ZephlinkSDK_transportModeText(entry.protocol);
   value["numberOfSockets"_key] = entry.numberOfSockets;
   value["remoteIp"_key] = entry.remoteIp;
   value["sendBps"_key] = Json::Int64{entry.sendBps};
@@ -73,13 +72,13 @@ Json::Value toJson(const ZephlinkSDK_StreamStatsEntry& entry) {
   value["redundantModeSaves"_key] = Json::UInt64{entry.redundantModeSaves};
   value["failoverSaves"_key] = Json::UInt64{entry.failoverSaves};
   value["speedModeSaves"_key] = Json::UInt64{entry.speedModeSaves};
-  value["health"_key] = streamHealthText(entry.health);
+  value["health"_key] = ZephlinkSDK_streamHealthText(entry.health);
   return value;
 }
 
 void printStreamingStats(const ZephlinkSDK_StreamingStatsResult& record) {
   Json::Value value(Json::objectValue);
-  value["bondingMode"_key] = zephlinksdk::bondingModeText(record.bondingMode);
+  value["bondingMode"_key] = ZephlinkSDK_bondingModeText(record.bondingMode);
   value["badLoss"_key] = record.badLoss;
   value["badLatency"_key] = record.badLatency;
   value["badCpu"_key] = record.badCpu;
@@ -89,7 +88,7 @@ void printStreamingStats(const ZephlinkSDK_StreamingStatsResult& record) {
   writeJson(stdout, value);
 }
 
-/// What the words of the stream ask for.
+/// What the arguments of the stream request.
 struct StreamChoice {
   std::int32_t duration = -1;
   std::vector<std::uint32_t> periods;
@@ -103,11 +102,7 @@ bool takeWord(const char* word, StreamChoice& choice) {
   }
   if (choice.periods.size() == ZephlinkSDK_MaxSessionPeriods) return false;
   std::uint32_t hours = 0;
-  if (const auto named = kPeriodWords.find(word)) {
-    hours = *named;
-  } else if (!parseU32(word, hours)) {
-    return false;
-  }
+  if (!ZephlinkSDK_periodFromText(word, &hours) && !parseU32(word, hours)) return false;
   choice.periods.push_back(hours);
   return true;
 }
@@ -122,26 +117,41 @@ std::optional<StreamChoice> parseChoice(Words words) {
   return choice;
 }
 
-void stream(const StreamChoice& choice) {
-  StreamClock clock;
-  ZephlinkSDK_subscribeStats(g_sdk, true, static_cast<std::uint8_t>(choice.periods.size()), choice.periods.data());
-  std::vector<std::uint64_t> handles{
-      openStream<kStateLabel, printState>(ZephlinkSDK_getState, clock),
-      openStream<kAdaptersLabel, printAdapters>(ZephlinkSDK_getAdapters, clock),
-      openStream<kConnectionStatsLabel, printConnectionStats>(ZephlinkSDK_getConnectionStats, clock),
-      openStream<kSessionStatsLabel, printSessionStats>(ZephlinkSDK_getSessionStats, clock),
-      openStream<kStreamingStatsLabel, printStreamingStats>(ZephlinkSDK_getStreamingStats, clock),
-  };
-  if (choice.peers) {
-    const std::vector<std::uint64_t> peers = listenForPeers(clock);
-    handles.insert(handles.end(), peers.begin(), peers.end());
-  }
-  clock.waitFor(choice.duration);
-  ZephlinkSDK_subscribeStats(g_sdk, false, 0, nullptr);
-  for (const std::uint64_t handle : handles) ZephlinkSDK_removeListener(g_sdk, handle);
+void printStream(const StreamChoice& choice) {
+  zephlinksdk::endOnClosedPipe();
+  Stream stream;
+  stream.report(
+      ZephlinkSDK_subscribeStats(g_sdk, true, static_cast<std::uint8_t>(choice.periods.size()), choice.periods.data()));
+  stream.open<kStateLabel, printState, ZephlinkSDK_getState>();
+  stream.open<kAdaptersLabel, printAdapters, ZephlinkSDK_getAdapters>();
+  stream.open<kConnectionStatsLabel, printConnectionStats, ZephlinkSDK_getConnectionStats>();
+  stream.open<kSessionStatsLabel, printSessionStats, ZephlinkSDK_getSessionStats>();
+  stream.open<kStreamingStatsLabel, printStreamingStats, ZephlinkSDK_getStreamingStats>();
+  if (choice.peers) listenForPeers(stream);
+  stream.clock.waitFor(choice.duration);
+  stream.report(ZephlinkSDK_subscribeStats(g_sdk, false, 0, nullptr));
 }
 
+int stream(Words words, const char* usage) {
+  const auto choice = parseChoice(words);
+  if (!choice) return invalid(usage);
+  printStream(*choice);
+  return kSuccess;
+}
+
+constexpr Action kStatsRows[] = {
+    {"historic", nullptr, printHistory},
+};
+
+constexpr Action kRows[] = {
+    {"stats",
+     "stats [historic | [duration in seconds] [networksharing] [current|day|week|month|total|<period in hours>] ...]",
+     stream, &rows<kStatsRows>},
+};
+
 }  // namespace
+
+constinit const families::Family families::statistics{kRows};
 
 Json::Value toJson(const ZephlinkSDK_ConnectionStatsResult& record, bool brief) {
   Json::Value value(Json::objectValue);
@@ -153,13 +163,5 @@ Json::Value toJson(const ZephlinkSDK_ConnectionStatsResult& record, bool brief) 
 }
 
 void printConnectionStats(const ZephlinkSDK_ConnectionStatsResult& record) { writeJson(stdout, toJson(record, false)); }
-
-int stats(Words words) {
-  if (!words.empty() && equal(words[0], "historic")) return statsHistoric();
-  const auto choice = parseChoice(words);
-  if (!choice) return invalid(usage::stats);
-  stream(*choice);
-  return kSuccess;
-}
 
 }  // namespace cli

@@ -3,7 +3,7 @@
 
 #include <json/json.h>
 
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace cli {
 

@@ -1,44 +1,41 @@
 // The rule lists of the traffic that the daemon treats as streaming.
-#include "cli/families/handlers.h"
+#include "cli/families/families.h"
 #include "cli/families/rule_lists.h"
-#include "cli/usage.h"
+#include "cli/handlers.h"
 
 namespace cli {
 
 namespace {
 
-void printStreaming(const ZephlinkSDK_StreamingSettingsResult& record) { writeJson(stdout, toJson(record)); }
+void printStreaming(const ZephlinkSDK_StreamingSettingsResult& record) { writeJson(stdout, toJson(record.lists)); }
 
-constexpr RuleFamily<ZephlinkSDK_StreamingSettingsResult> kStreaming{ZephlinkSDK_getStreamingSettings, printStreaming};
+template <const auto& Kind, auto& Set, const EditUsages& Usages = kNoUsages>
+constexpr Handler& edit = editList<Kind, ZephlinkSDK_getStreamingSettings, Set, printStreaming, Usages>;
 
-constexpr EditUsages kPortUsages = zephlinksdk::wordTable<Edit>({{Edit::Set, usage::streamingPortsSet},
-                                                                 {Edit::Add, usage::streamingPortsAdd},
-                                                                 {Edit::Remove, usage::streamingPortsRem}},
-                                                                usage::streamingPorts);
+constexpr EditUsages kPortUsages = {
+    "streaming ports set [port[-portRangeEnd]/proto] ...",
+    "streaming ports add [port[-portRangeEnd]/proto] ...",
+    "streaming ports rem [port[-portRangeEnd]/proto] ...",
+};
 
-int editDomains(Words words) {
-  return editList(words, kDomains, kStreaming, ZephlinkSDK_setStreamingDomains, usage::streamingDomains);
-}
+constexpr Action kStreamingRows[] = {
+    {"domains", "streaming domains <add|rem|set> <domain> ...", edit<kDomains, ZephlinkSDK_setStreamingDomains>},
+    {"ipv4", "streaming ipv4 <add|rem|set> <ip address> ...", edit<kIPv4, ZephlinkSDK_setStreamingIPv4>},
+    {"ipv6", "streaming ipv6 <add|rem|set> <ip address> ...", edit<kIPv6, ZephlinkSDK_setStreamingIPv6>},
+    {"ports", "streaming ports <add|rem|set> [port[-portRangeEnd]/proto] ...",
+     edit<kPorts, ZephlinkSDK_setStreamingPorts, kPortUsages>},
+};
 
-int editIPv4(Words words) {
-  return editList(words, kIPv4, kStreaming, ZephlinkSDK_setStreamingIPv4, usage::streamingIpv4);
-}
+constexpr Action kRows[] = {
+    {"streaming", "streaming <domains|ipv4|ipv6|ports>", nullptr, &rows<kStreamingRows>},
+};
 
-int editIPv6(Words words) {
-  return editList(words, kIPv6, kStreaming, ZephlinkSDK_setStreamingIPv6, usage::streamingIpv6);
-}
-
-int editPorts(Words words) {
-  return editList(words, kPorts, kStreaming, ZephlinkSDK_setStreamingPorts, usage::streamingPorts, kPortUsages);
-}
-
-constexpr Action kStreamingActions[] = {
-    {"domains", editDomains}, {"ipv4", editIPv4}, {"ipv6", editIPv6}, {"ports", editPorts}};
+constexpr Action kShowRows[] = {
+    {"streaming", nullptr, exactly<0, perform<ZephlinkSDK_getStreamingSettings, printStreaming>>},
+};
 
 }  // namespace
 
-int streaming(Words words) { return dispatchWord(kStreamingActions, words, usage::streaming); }
-
-int showStreaming(Words) { return finish(call(ZephlinkSDK_getStreamingSettings), printStreaming); }
+constinit const families::Family families::streaming{kRows, kShowRows};
 
 }  // namespace cli

@@ -1,4 +1,5 @@
-// Writes a shell's completion from its template: the line "@RULES@" becomes the rules that the usage texts give.
+// Writes a shell's completion from its template: the line "@RULES@" becomes the rules that the usage texts give. With
+// --usages, prints those texts: each action's and subcommand's words, a tab, and its usage text.
 //
 // A rule is a line of slots, one a word of the command line. A slot is a choice of words with "|" between them, among
 // which "*" stands for any word and "@adapters", "@countries", ... for values that the daemon knows; a "+" behind the
@@ -14,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cli/actions.h"
 #include "cli/usage.h"
 
 namespace {
@@ -141,19 +143,31 @@ std::string rulesText() {
       lines.insert(line);
     }
   };
-  add("help");
-  std::for_each(std::begin(cli::usage::kListed), std::end(cli::usage::kListed), add);
-  std::for_each(std::begin(cli::usage::kUnlisted), std::end(cli::usage::kUnlisted), add);
+  for (const char* path : cli::kListedActions) add(cli::usageOf(path));
+  // The others that work. A text with subcommands only repeats what theirs say.
+  cli::forEachAction([&add](const std::string&, const cli::Action& action, const char* usage) {
+    if (usage != nullptr && action.subcommands == nullptr) add(usage);
+  });
   std::string text;
   for (const std::string& line : lines) text += line + "\n";
   return text;
 }
 
+void printUsages() {
+  cli::forEachAction([](const std::string& path, const cli::Action&, const char* usage) {
+    if (usage != nullptr) std::cout << path << '\t' << usage << '\n';
+  });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc == 2 && std::string_view(argv[1]) == "--usages") {
+    printUsages();
+    return EXIT_SUCCESS;
+  }
   if (argc != 3) {
-    std::cerr << "usage: completions TEMPLATE OUTPUT\n";
+    std::cerr << "usage: completions TEMPLATE OUTPUT | --usages\n";
     return EXIT_FAILURE;
   }
   std::ifstream input(argv[1]);

@@ -4,10 +4,11 @@
 #include <utility>
 #include <vector>
 
+#include "base/numbers.h"
+#include "sdk/families/events.h"
 #include "sdk/families/state.h"
 #include "sdk/link/call.h"
-#include "sdk/numbers.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
@@ -15,6 +16,7 @@ namespace zephlinksdk {
 namespace {
 
 constexpr std::uint64_t kLoginTimeoutMs = 60000;
+constexpr const char* kReportDirectory = "report_directory_settings";
 constexpr std::int64_t kFirstYear = 1900;
 
 /// Reads "year-month-day" as far as it goes.
@@ -58,7 +60,7 @@ ZephlinkSDK_StateResult signIn(const Channel& channel, std::vector<Request> requ
               .reports = {stateReport(ZephlinkSDK_State_LoggedIn),
                           stateReport(ZephlinkSDK_State_Connected),
                           stateReport(ZephlinkSDK_State_OverLimit),
-                          {"report_login_error", readDaemonError}},
+                          {kReportLoginError, readDaemonError}},
               .timeoutMs = kLoginTimeoutMs},
              callback, userData);
 }
@@ -70,7 +72,7 @@ ZephlinkSDK_DirectorySettingsResult setDirectoryText(const Channel& channel, con
                                                      void* userData) {
   return ask(channel,
              {.requests = {value != nullptr ? Request(request, {{key, value}}) : Request(request)},
-              .reports = {{"report_directory_settings", readDirectorySettings}}},
+              .reports = {{kReportDirectory, readDirectorySettings}}},
              callback, userData);
 }
 
@@ -96,8 +98,7 @@ ZephlinkSDK_StateResult ZephlinkSDK::loginAutoAccount(Callback<ZephlinkSDK_State
 }
 
 ZephlinkSDK_StateResult ZephlinkSDK::logout(Callback<ZephlinkSDK_StateResult> callback, void* userData) {
-  return ask(channel,
-             {.requests = {"logout", "request_current_state"}, .reports = {stateReport(ZephlinkSDK_State_LoggedOut)}},
+  return ask(channel, {.requests = {"logout", kRequestState}, .reports = {stateReport(ZephlinkSDK_State_LoggedOut)}},
              callback, userData);
 }
 
@@ -108,8 +109,7 @@ ZephlinkSDK_AccountingResult ZephlinkSDK::getAccountingData(Callback<ZephlinkSDK
 
 ZephlinkSDK_DirectorySettingsResult ZephlinkSDK::getDirectorySettings(
     Callback<ZephlinkSDK_DirectorySettingsResult> callback, void* userData) {
-  return subscribe(channel, "request_directory_url", "report_directory_settings", readDirectorySettings, callback,
-                   userData);
+  return subscribe(channel, "request_directory_url", kReportDirectory, readDirectorySettings, callback, userData);
 }
 
 ZephlinkSDK_DirectorySettingsResult ZephlinkSDK::setDirectoryDomain(

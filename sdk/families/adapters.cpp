@@ -4,14 +4,14 @@
 
 #include "l10n/translate.h"
 #include "sdk/link/call.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
 
 namespace {
 
-constexpr char kReport[] = "report_networks";
+constexpr const char* kReport = "report_networks";
 
 /// What stands for a rate or a limit that the daemon does not give.
 constexpr std::int64_t kNoLimit = -1;
@@ -91,17 +91,18 @@ ZephlinkSDK_AdaptersResult ZephlinkSDK::setConnectionPriorities(const char* adap
     return refused<ZephlinkSDK_AdaptersResult>(ZephlinkSDK_Error_InvalidArgument);
   }
   return change(channel, "set_network_priority",
-                {{"network", adapterID}, {"priority", connectionPriorityNumber(priority)}}, callback, userData);
+                {{"network", adapterID}, {"priority", kConnectionPriorityNumbers.text(priority)}}, callback, userData);
 }
 
 ZephlinkSDK_AdaptersResult ZephlinkSDK::setConnectionDirectionalMode(const char* adapterID,
                                                                      ZephlinkSDK_ConnectionDirectionalMode upload,
                                                                      ZephlinkSDK_ConnectionDirectionalMode download,
                                                                      AdaptersCallback callback, void* userData) {
-  return change(
-      channel, "set_network_directional_modes",
-      {{"network", adapterID}, {"upload", directionalModeText(upload)}, {"download", directionalModeText(download)}},
-      callback, userData);
+  return change(channel, "set_network_directional_modes",
+                {{"network", adapterID},
+                 {"upload", kDirectionalModeWords.text(upload)},
+                 {"download", kDirectionalModeWords.text(download)}},
+                callback, userData);
 }
 
 ZephlinkSDK_AdaptersResult ZephlinkSDK::setConnectionRateLimit(const char* adapterID, std::int64_t bps,
@@ -109,8 +110,8 @@ ZephlinkSDK_AdaptersResult ZephlinkSDK::setConnectionRateLimit(const char* adapt
   return change(channel, "set_network_ratelimit", {{"network", adapterID}, {"bps", bps}}, callback, userData);
 }
 
-ZephlinkSDK_AdaptersResult ZephlinkSDK::setConnectionRateLimit(const char* adapterID, AdaptersCallback callback,
-                                                               void* userData) {
+ZephlinkSDK_AdaptersResult ZephlinkSDK::clearConnectionRateLimit(const char* adapterID, AdaptersCallback callback,
+                                                                 void* userData) {
   return setConnectionRateLimit(adapterID, 0, callback, userData);
 }
 
@@ -121,8 +122,8 @@ ZephlinkSDK_AdaptersResult ZephlinkSDK::setAdapterMonthlyDataLimit(const char* a
                 callback, userData);
 }
 
-ZephlinkSDK_AdaptersResult ZephlinkSDK::setAdapterMonthlyDataLimit(const char* adapterID, AdaptersCallback callback,
-                                                                   void* userData) {
+ZephlinkSDK_AdaptersResult ZephlinkSDK::clearAdapterMonthlyDataLimit(const char* adapterID, AdaptersCallback callback,
+                                                                     void* userData) {
   return setAdapterMonthlyDataLimit(adapterID, 0, 0, callback, userData);
 }
 
@@ -131,8 +132,8 @@ ZephlinkSDK_AdaptersResult ZephlinkSDK::setAdapterDailyDataLimit(const char* ada
   return change(channel, "set_network_daily_limit", {{"network", adapterID}, {"max", bytes}}, callback, userData);
 }
 
-ZephlinkSDK_AdaptersResult ZephlinkSDK::setAdapterDailyDataLimit(const char* adapterID, AdaptersCallback callback,
-                                                                 void* userData) {
+ZephlinkSDK_AdaptersResult ZephlinkSDK::clearAdapterDailyDataLimit(const char* adapterID, AdaptersCallback callback,
+                                                                   void* userData) {
   return setAdapterDailyDataLimit(adapterID, 0, callback, userData);
 }
 

@@ -3,11 +3,12 @@
 #include <string>
 #include <string_view>
 
+#include "base/numbers.h"
+#include "base/text.h"
+#include "sdk/families/events.h"
 #include "sdk/families/state.h"
 #include "sdk/link/call.h"
-#include "sdk/numbers.h"
-#include "sdk/text.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
@@ -17,6 +18,8 @@ namespace {
 constexpr std::uint64_t kConnectTimeoutMs = 60000;
 constexpr std::uint64_t kDisconnectTimeoutMs = 10000;
 constexpr std::string_view kPrivatePrefix = "private";
+constexpr const char* kReportServer = "report_connected_server";
+constexpr const char* kReportSettings = "report_server_settings";
 
 /// The fields of a place, joined as the daemon takes them.
 class Place {
@@ -73,12 +76,13 @@ std::string_view takePiece(std::string_view& text) {
   return piece;
 }
 
+/// Clears what the method does not need: an unknown method reads as the closest server.
 void readServerSettings(const Json::Value& data, ZephlinkSDK_ServerSettingsResult& record) {
   const auto method = kStoredConnectMethods.find(asString(member(data, "connect_to_best_method")));
-  if (!method) return;
-  record.connectMethod = *method;
-  if (*method != ZephlinkSDK_ConnectMethod_Country && *method != ZephlinkSDK_ConnectMethod_Exact) return;
-  const std::string place = asString(member(data, "connect_country"));
+  record.connectMethod = method.value_or(ZephlinkSDK_ConnectMethod_Closest);
+  const bool hasPlace = record.connectMethod == ZephlinkSDK_ConnectMethod_Country ||
+                        record.connectMethod == ZephlinkSDK_ConnectMethod_Exact;
+  const std::string place = hasPlace ? asString(member(data, "connect_country")) : "";
   std::string_view rest = place;
   copyText(record.country, takePiece(rest));
   copyText(record.city, takePiece(rest));
@@ -101,10 +105,10 @@ ZephlinkSDK_ConnectResult ZephlinkSDK::connectCombined(const char* server, Callb
                                                        void* userData) {
   return ask(channel,
              {.requests = {{"server_auto_connect", {{"server", server}}}},
-              .reports = {{"report_connected_server", noteServer},
+              .reports = {{kReportServer, noteServer},
                           stateReport<ZephlinkSDK_ConnectResult>(ZephlinkSDK_State_Connected, endConnected),
                           {"report_connect_error", readDaemonError},
-                          {"report_login_error", readDaemonError}},
+                          {kReportLoginError, readDaemonError}},
               .timeoutMs = kConnectTimeoutMs,
               .settingName = "server_auto_connect"},
              callback, userData);
@@ -115,7 +119,7 @@ ZephlinkSDK_ConnectResult ZephlinkSDK::connect(ZephlinkSDK_ConnectMethod method,
   if (method == ZephlinkSDK_ConnectMethod_Country || method == ZephlinkSDK_ConnectMethod_Exact) {
     return refused<ZephlinkSDK_ConnectResult>(ZephlinkSDK_Error_Sdk);
   }
-  return connectCombined(connectTargetText(method), callback, userData);
+  return connectCombined(kConnectTargets.text(method), callback, userData);
 }
 
 ZephlinkSDK_ConnectResult ZephlinkSDK::connectToCountry(const char* country,
@@ -163,22 +167,20 @@ ZephlinkSDK_DirectoryResult ZephlinkSDK::getDirectory(Callback<ZephlinkSDK_Direc
 
 ZephlinkSDK_ConnectResult ZephlinkSDK::getConnectedServer(Callback<ZephlinkSDK_ConnectResult> callback,
                                                           void* userData) {
-  return subscribe(channel, "request_connected_server", "report_connected_server", readConnectedServer, callback,
-                   userData);
+  return subscribe(channel, "request_connected_server", kReportServer, readConnectedServer, callback, userData);
 }
 
 // ---- The default server ----
 
 ZephlinkSDK_ServerSettingsResult ZephlinkSDK::getServerSettings(Callback<ZephlinkSDK_ServerSettingsResult> callback,
                                                                 void* userData) {
-  return subscribe(channel, "request_server_settings", "report_server_settings", readServerSettings, callback,
-                   userData);
+  return subscribe(channel, "request_server_settings", kReportSettings, readServerSettings, callback, userData);
 }
 
 ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethodCombined(
     const char* mode, const char* country, Callback<ZephlinkSDK_ServerSettingsResult> callback, void* userData) {
   return changeSetting(channel, "set_server_connectbest", {{"connect_to_best_method", mode}, {"countryCode", country}},
-                       "report_server_settings", readServerSettings, callback, userData);
+                       kReportSettings, readServerSettings, callback, userData);
 }
 
 ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethod(ZephlinkSDK_ConnectMethod method,
@@ -190,7 +192,7 @@ ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethod(ZephlinkSDK_Conne
     case ZephlinkSDK_ConnectMethod_Public:
     case ZephlinkSDK_ConnectMethod_P2P:
     case ZephlinkSDK_ConnectMethod_Proxy:
-      return setConnectMethodCombined(storedConnectMethodText(method), "", callback, userData);
+      return setConnectMethodCombined(kStoredConnectMethods.text(method), "", callback, userData);
     default:
       return refused<ZephlinkSDK_ServerSettingsResult>(ZephlinkSDK_Error_InvalidArgument);
   }
@@ -198,7 +200,7 @@ ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethod(ZephlinkSDK_Conne
 
 ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethodCountry(
     const char* country, Callback<ZephlinkSDK_ServerSettingsResult> callback, void* userData) {
-  return setConnectMethodCombined(storedConnectMethodText(ZephlinkSDK_ConnectMethod_Country), country, callback,
+  return setConnectMethodCombined(kStoredConnectMethods.text(ZephlinkSDK_ConnectMethod_Country), country, callback,
                                   userData);
 }
 
@@ -217,7 +219,7 @@ ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethodServer(
 ZephlinkSDK_ServerSettingsResult ZephlinkSDK::setConnectMethodExactServer(
     const char* country, const char* city, std::int32_t number, Callback<ZephlinkSDK_ServerSettingsResult> callback,
     void* userData) {
-  return setConnectMethodCombined(storedConnectMethodText(ZephlinkSDK_ConnectMethod_Exact),
+  return setConnectMethodCombined(kStoredConnectMethods.text(ZephlinkSDK_ConnectMethod_Exact),
                                   Place(country, city, number).text(), callback, userData);
 }
 

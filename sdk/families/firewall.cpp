@@ -1,7 +1,8 @@
 // The firewall: its mode and its rule lists.
+#include "sdk/families/events.h"
 #include "sdk/families/rule_lists.h"
 #include "sdk/link/call.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
@@ -14,7 +15,7 @@ constexpr const char* kReport = "report_firewall_settings";
 
 void readFirewall(const Json::Value& data, Record& record) {
   record.mode = kFirewallModeWords.find(asString(member(data, "mode"))).value_or(ZephlinkSDK_FirewallMode_Off);
-  readRuleLists(data, record);
+  readRuleLists(data, record.lists);
 }
 
 Record change(const Channel& channel, const char* request, const Member& wish, Callback<Record> callback,
@@ -29,27 +30,27 @@ Record ZephlinkSDK::getFirewallSettings(Callback<Record> callback, void* userDat
 }
 
 Record ZephlinkSDK::setFirewallMode(ZephlinkSDK_FirewallMode mode, Callback<Record> callback, void* userData) {
-  return change(channel, "set_firewall_mode", {"mode", firewallModeText(mode)}, callback, userData);
+  return change(channel, "set_firewall_mode", {"mode", kFirewallModeWords.text(mode)}, callback, userData);
 }
 
-Record ZephlinkSDK::setFirewallDomains(unsigned short count, const char (*domains)[ZephlinkSDK_DomainSize],
+Record ZephlinkSDK::setFirewallDomains(std::uint16_t count, const char (*domains)[ZephlinkSDK_DomainSize],
                                        Callback<Record> callback, void* userData) {
   return change(channel, "set_firewall_domains", ruleListMember("domains", count, domains), callback, userData);
 }
 
-Record ZephlinkSDK::setFirewallIPv4(unsigned short count, const in_addr* addresses, Callback<Record> callback,
+Record ZephlinkSDK::setFirewallIPv4(std::uint16_t count, const in_addr* addresses, Callback<Record> callback,
                                     void* userData) {
   return change(channel, "set_firewall_ipv4", ruleListMember("ipv4", count, addresses), callback, userData);
 }
 
-Record ZephlinkSDK::setFirewallIPv6(unsigned short count, const in6_addr* addresses, Callback<Record> callback,
+Record ZephlinkSDK::setFirewallIPv6(std::uint16_t count, const in6_addr* addresses, Callback<Record> callback,
                                     void* userData) {
   return change(channel, "set_firewall_ipv6", ruleListMember("ipv6", count, addresses), callback, userData);
 }
 
-Record ZephlinkSDK::setFirewallPorts(unsigned short count, const ZephlinkSDK_ProtocolPortPair* rules,
+Record ZephlinkSDK::setFirewallPorts(std::uint16_t count, const ZephlinkSDK_ProtocolPortPair* rules,
                                      Callback<Record> callback, void* userData) {
-  return change(channel, "set_firewall_ports", ruleListMember("ports", count, rules), callback, userData);
+  return change(channel, kSetFirewallPorts, ruleListMember("ports", count, rules), callback, userData);
 }
 
 }  // namespace zephlinksdk

@@ -5,10 +5,10 @@
 #include <limits>
 #include <string>
 
+#include "platform/clock.h"
 #include "sdk/errors.h"
 #include "sdk/link/call.h"
-#include "sdk/platform/clock.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
@@ -21,7 +21,7 @@ constexpr std::uint64_t kHistoryMs = 300000;
 using Failure = const char*;
 
 /// Puts a failed conversion into the head.
-void fail(Failure failure, ZephlinkSDK_Result& record) { setError(record, ZephlinkSDK_Error_Sdk, failure); }
+void fail(Failure failure, ZephlinkSDK_Result& head) { setError(head, ZephlinkSDK_Error_Sdk, failure); }
 
 /// The members of an object; none of any other value.
 Elements membersOf(const Json::Value& value) {
@@ -191,7 +191,7 @@ void readSessionStats(const Json::Value& data, ZephlinkSDK_SessionStatsResult& r
   for (auto period = periods.begin(); period != periods.end(); ++period) {
     if (record.periodCount == ZephlinkSDK_MaxSessionPeriods) return;
     ZephlinkSDK_SessionStatsPeriod& entry = record.periods[record.periodCount];
-    if (const Failure failure = readPeriodName(period.name(), entry.period)) return fail(failure, record);
+    if (const Failure failure = readPeriodName(period.name(), entry.period)) return fail(failure, record.head);
     readPeriod(*period, entry);
     ++record.periodCount;
   }
@@ -205,7 +205,7 @@ ZephlinkSDK_ConnectionStatsResult ZephlinkSDK::getHistoricConnectionStats(
   // One report holds many samples: each is delivered from here, and the last (or a failure) once more by the frame.
   const auto deliverSamples = [callback, userData](const Json::Value& data, ZephlinkSDK_ConnectionStatsResult& record) {
     for (const Json::Value& sample : Elements(data)) {
-      if (const Failure failure = readSample(sample, record)) return fail(failure, record);
+      if (const Failure failure = readSample(sample, record)) return fail(failure, record.head);
       callback(record, userData);
     }
   };

@@ -1,7 +1,8 @@
 // The local proxy: its switches, its rule lists and the services of its watch list.
+#include "sdk/families/events.h"
 #include "sdk/families/rule_lists.h"
 #include "sdk/link/call.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
@@ -24,7 +25,7 @@ void readLocalProxy(const Json::Value& data, Record& record) {
   readMember(data, "watchlist_enabled", record.watchlistEnabled);
   record.matchMode = kLocalProxyMatchModeWords.find(asString(member(data, "matchMode")))
                          .value_or(ZephlinkSDK_LocalProxyMatchMode_AllowList);
-  readRuleLists(data, record);
+  readRuleLists(data, record.lists);
   readEntries(member(data, "domain_watchlist"), record.services, record.serviceCount, readService);
 }
 
@@ -43,28 +44,28 @@ Record ZephlinkSDK::setLocalProxyEnabled(bool enable, Callback<Record> callback,
   return change(channel, "set_localproxy_enabled", {"enabled", enable}, callback, userData);
 }
 
-Record ZephlinkSDK::setLocalProxyDomains(unsigned short count, const char (*domains)[ZephlinkSDK_DomainSize],
+Record ZephlinkSDK::setLocalProxyDomains(std::uint16_t count, const char (*domains)[ZephlinkSDK_DomainSize],
                                          Callback<Record> callback, void* userData) {
   return change(channel, "set_localproxy_domains", ruleListMember("domains", count, domains), callback, userData);
 }
 
-Record ZephlinkSDK::setLocalProxyIPv4(unsigned short count, const in_addr* addresses, Callback<Record> callback,
+Record ZephlinkSDK::setLocalProxyIPv4(std::uint16_t count, const in_addr* addresses, Callback<Record> callback,
                                       void* userData) {
   return change(channel, "set_localproxy_ipv4", ruleListMember("ipv4", count, addresses), callback, userData);
 }
 
-Record ZephlinkSDK::setLocalProxyIPv6(unsigned short count, const in6_addr* addresses, Callback<Record> callback,
+Record ZephlinkSDK::setLocalProxyIPv6(std::uint16_t count, const in6_addr* addresses, Callback<Record> callback,
                                       void* userData) {
   return change(channel, "set_localproxy_ipv6", ruleListMember("ipv6", count, addresses), callback, userData);
 }
 
-Record ZephlinkSDK::setLocalProxyPorts(unsigned short count, const ZephlinkSDK_ProtocolPortPair* rules,
+Record ZephlinkSDK::setLocalProxyPorts(std::uint16_t count, const ZephlinkSDK_ProtocolPortPair* rules,
                                        Callback<Record> callback, void* userData) {
   // The daemon refuses this setting under the firewall's name; a refusal under any other leaves the call waiting.
   return ask(channel,
              {.requests = {{"set_localproxy_ports", {ruleListMember("ports", count, rules)}}},
               .reports = {{kReport, readLocalProxy}},
-              .settingName = "set_firewall_ports",
+              .settingName = kSetFirewallPorts,
               .keepsTimeout = true},
              callback, userData);
 }

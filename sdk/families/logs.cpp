@@ -5,7 +5,7 @@
 #include <system_error>
 
 #include "sdk/link/call.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
@@ -32,7 +32,7 @@ void readSettings(const Json::Value& data, Settings& record) {
 }
 
 void readTicket(const Json::Value& data, Ticket& record) {
-  if (tellsOfFailure(data)) return readDaemonError(data, record);
+  if (tellsOfFailure(data)) return readDaemonError(data, record.head);
   readMember(data, "ticket_id", record.ticketId);
 }
 
@@ -69,10 +69,13 @@ Settings ZephlinkSDK::getLogSettings(Callback<Settings> callback, void* userData
 
 Settings ZephlinkSDK::setDaemonLogSettings(ZephlinkSDK_DaemonLogSettings settings, Callback<Settings> callback,
                                            void* userData) {
+  if (settings.logLevel > ZephlinkSDK_DaemonLogLevel_Error) {
+    return refused<Settings>(ZephlinkSDK_Error_InvalidArgument);
+  }
   const Json::Value daemon = toObject({{"file_size", settings.fileSize},
                                        {"files_per_daemon", settings.filesPerDaemon},
                                        {"total_files", settings.totalFiles},
-                                       {"log_level", daemonLogLevelText(settings.logLevel)}});
+                                       {"log_level", kDaemonLogLevelWords.text(settings.logLevel)}});
   return changeSetting(channel, "set_daemon_log_settings", {{"daemon", daemon}}, kSettingsReport, readSettings,
                        callback, userData);
 }
@@ -86,7 +89,7 @@ Ticket ZephlinkSDK::sendLogReport(const char* email, const char* message, const 
     file = canonicalPath(filepath);
   } catch (const fs::filesystem_error& failure) {
     Ticket record{};
-    setError(record, ZephlinkSDK_Error_Sdk, failure.what());
+    setError(record.head, ZephlinkSDK_Error_Sdk, failure.what());
     return record;
   }
   if (!file) return refused<Ticket>(ZephlinkSDK_Error_InvalidArgument);

@@ -1,8 +1,9 @@
 // Network sharing: this machine's settings, discovery, and the peers that the daemon knows.
 #include "sdk/families/network_sharing.h"
+#include "sdk/families/events.h"
 
 #include "sdk/link/call.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
@@ -100,7 +101,7 @@ Settings ZephlinkSDK::setNetworkSharingPairRequestBehavior(ZephlinkSDK_NetworkSh
     return refused<Settings>(ZephlinkSDK_Error_InvalidArgument);
   }
   return changeSharing(channel, "set_networksharing_pair_request_behavior",
-                       {"pair_request_behavior", pairRequestBehaviorText(behavior)}, callback, userData);
+                       {"pair_request_behavior", kPairRequestBehaviorWords.text(behavior)}, callback, userData);
 }
 
 Settings ZephlinkSDK::setNetworkSharingAutoPairBehavior(ZephlinkSDK_NetworkSharingAutoPairBehavior behavior,
@@ -109,7 +110,7 @@ Settings ZephlinkSDK::setNetworkSharingAutoPairBehavior(ZephlinkSDK_NetworkShari
     return refused<Settings>(ZephlinkSDK_Error_InvalidArgument);
   }
   return changeSharing(channel, "set_networksharing_auto_pair_behavior",
-                       {"auto_pair_behavior", autoPairBehaviorText(behavior)}, callback, userData);
+                       {"auto_pair_behavior", kAutoPairBehaviorWords.text(behavior)}, callback, userData);
 }
 
 Settings ZephlinkSDK::setNetworkSharingAlwaysOnDiscovery(bool enabled, Callback<Settings> callback, void* userData) {
@@ -127,8 +128,7 @@ Discovery ZephlinkSDK::startNetworkSharingDiscovery(Callback<Discovery> callback
 }
 
 Shares ZephlinkSDK::getNetworkSharesAvailable(Callback<Shares> callback, void* userData) {
-  return subscribe(channel, "request_networksharing_sharesavailable", "report_networksharing_sharesavailable",
-                   readShares, callback, userData);
+  return subscribe(channel, "request_networksharing_sharesavailable", kReportShares, readShares, callback, userData);
 }
 
 }  // namespace zephlinksdk

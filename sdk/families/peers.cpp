@@ -1,10 +1,11 @@
 // Network sharing with one peer: connecting, pairing, its switches, and the events about peers.
 #include <optional>
 
-#include "sdk/base64.h"
+#include "base/base64.h"
+#include "sdk/families/events.h"
 #include "sdk/families/network_sharing.h"
 #include "sdk/link/call.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
@@ -23,7 +24,7 @@ void readConnection(const Json::Value& data, Connection& record) {
   readMember(data, "uuid", record.uuid);
   record.peerStatus = valueOfNumber(asInt(member(data, "peerStatus")), ZephlinkSDK_PeerStatus_Authenticated);
   record.tunnelStatus = valueOfNumber(asInt(member(data, "tunnelStatus")), ZephlinkSDK_PeerTunnelStatus_Paused);
-  readDaemonError(data, record);
+  readDaemonError(data, record.head);
 }
 
 /// Connecting ends when the peer is authenticated, or in a failure; steps on the way are passed over.
@@ -51,7 +52,7 @@ bool readPairFailure(const Json::Value& data, Pair& record) {
   if (!tellsOfFailure(data)) return false;
   readPair(data, record);
   record.haveAuthToken = false;
-  readDaemonError(data, record);
+  readDaemonError(data, record.head);
   return true;
 }
 
@@ -79,8 +80,7 @@ Pair askForPair(const Channel& channel, Request request, const char* uuid, std::
 Shares setSwitch(const Channel& channel, const char* request, const char* uuid, bool allow, Callback<Shares> callback,
                  void* userData) {
   return ask(channel,
-             {.requests = {{request, {{"uuid", uuid}, {"allow", allow}}}},
-              .reports = {{"report_networksharing_sharesavailable", readShares}}},
+             {.requests = {{request, {{"uuid", uuid}, {"allow", allow}}}}, .reports = {{kReportShares, readShares}}},
              callback, userData);
 }
 

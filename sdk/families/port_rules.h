@@ -3,12 +3,11 @@
 
 #include <json/json.h>
 
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace zephlinksdk {
 
-/// Reads one rule. A protocol that the table lacks leaves the field as it stands; without an end of the range the rule
-/// is a single port.
+/// Reads one rule. An unknown protocol is tcp; without an end of the range the rule is a single port.
 void readPortRule(const Json::Value& entry, ZephlinkSDK_ProtocolPortPair& rule);
 
 /// The object of a rule in a request. It has no `proto` for a protocol that the table lacks.

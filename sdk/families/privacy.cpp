@@ -8,7 +8,7 @@ namespace zephlinksdk {
 
 namespace {
 
-constexpr char kReport[] = "report_privacy_settings";
+constexpr const char* kReport = "report_privacy_settings";
 
 // A check asks every network, which takes its time.
 constexpr std::uint64_t kCaptiveCheckTimeoutMs = 30000;
@@ -64,7 +64,7 @@ ZephlinkSDK_PrivacySettingsResult ZephlinkSDK::setRequestToDisableDoH(bool enabl
   return change(channel, "set_request_to_disable_doh", {{"request_to_disable_doh", enable}}, callback, userData);
 }
 
-ZephlinkSDK_PrivacySettingsResult ZephlinkSDK::setDNSServers(unsigned short count,
+ZephlinkSDK_PrivacySettingsResult ZephlinkSDK::setDNSServers(std::uint16_t count,
                                                              const char (*addresses)[ZephlinkSDK_AddressSize],
                                                              PrivacyCallback callback, void* userData) {
   if (count > 0 && addresses == nullptr) {
@@ -90,8 +90,9 @@ ZephlinkSDK_CaptivePortalLoginResult ZephlinkSDK::setCaptivePortalLoginMode(
   if (enable && adapterID == nullptr) {
     return refused<ZephlinkSDK_CaptivePortalLoginResult>(ZephlinkSDK_Error_InvalidArgument);
   }
-  Request request("set_cplogin_enable", {{"enable", enable}});
-  if (adapterID != nullptr) request.members["network"] = adapterID;
+  constexpr char name[] = "set_cplogin_enable";
+  const Request request = adapterID != nullptr ? Request(name, {{"enable", enable}, {"network", adapterID}})
+                                               : Request(name, {{"enable", enable}});
   return ask(channel, {.requests = {request}, .reports = {{"report_cplogin_network", readCaptiveLogin}}}, callback,
              userData);
 }

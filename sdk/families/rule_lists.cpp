@@ -1,7 +1,7 @@
 #include "sdk/families/rule_lists.h"
 
+#include "platform/address_text.h"
 #include "sdk/link/json.h"
-#include "sdk/platform/address_text.h"
 
 namespace zephlinksdk {
 
@@ -15,7 +15,6 @@ void readAddress(const Json::Value& text, Address& address) {
 }  // namespace
 
 void readRuleLists(const Json::Value& data, ZephlinkSDK_RuleLists& lists) {
-  // A rule without a known protocol is tcp, whatever stood in its place before.
   lists = {};
   readTexts(member(data, "domains"), lists.domains, lists.domainCount);
   readEntries(member(data, "ipv4"), lists.ipv4, lists.ipv4Count, readAddress<in_addr>);

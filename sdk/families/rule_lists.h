@@ -10,7 +10,7 @@
 
 #include "sdk/families/port_rules.h"
 #include "sdk/link/call.h"
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace zephlinksdk {
 

@@ -1,6 +1,6 @@
 // Safe browsing: its configuration, settings and counters, and the lookups that fail or are blocked.
 #include "sdk/link/call.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
@@ -87,7 +87,7 @@ Settings ZephlinkSDK::setSafeBrowsingLogLevel(ZephlinkSDK_SafeBrowsingLogLevel l
                                               void* userData) {
   if (level > ZephlinkSDK_SafeBrowsingLogLevel_Warning) return refused<Settings>(ZephlinkSDK_Error_InvalidArgument);
   return ask(channel,
-             {.requests = {{"set_safe_browsing_log_level", {{"log_level", safeBrowsingLogLevelText(level)}}}},
+             {.requests = {{"set_safe_browsing_log_level", {{"log_level", kSafeBrowsingLogLevelWords.text(level)}}}},
               .reports = {settings()}},
              callback, userData);
 }
@@ -99,7 +99,7 @@ Settings ZephlinkSDK::setSafeBrowsingSafeNetworkOverride(ZephlinkSDK_SafeBrowsin
   }
   return ask(channel,
              {.requests = {{"set_safe_browsing_safe_network_override",
-                            {{"network_override", safeBrowsingOverrideText(networkOverride)}}}},
+                            {{"network_override", kSafeBrowsingOverrideWords.text(networkOverride)}}}},
               .reports = {settings()}},
              callback, userData);
 }

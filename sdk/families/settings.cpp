@@ -3,14 +3,15 @@
 
 #include "sdk/families/port_rules.h"
 #include "sdk/link/call.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
 
 namespace {
 
-constexpr char kReport[] = "report_connection_settings";
+constexpr const char* kReport = "report_connection_settings";
+constexpr const char* kSetEncryption = "set_encryption_enabled";
 
 void readSubnet(const Json::Value& entry, ZephlinkSDK_Subnet& subnet) {
   readMember(entry, "address", subnet.address);
@@ -109,12 +110,12 @@ ZephlinkSDK_SettingsResult ZephlinkSDK::getSettings(SettingsCallback callback, v
 }
 
 ZephlinkSDK_SettingsResult ZephlinkSDK::setTunnelEncrypted(bool enable, SettingsCallback callback, void* userData) {
-  return change(channel, "set_encryption_enabled", {{"enable", enable}}, callback, userData);
+  return change(channel, kSetEncryption, {{"enable", enable}}, callback, userData);
 }
 
 ZephlinkSDK_SettingsResult ZephlinkSDK::setConnectionEncryption(const char* adapterID, bool enable,
                                                                 SettingsCallback callback, void* userData) {
-  return change(channel, "set_encryption_enabled", {{"guid", adapterID}, {"enable", enable}}, callback, userData);
+  return change(channel, kSetEncryption, {{"guid", adapterID}, {"enable", enable}}, callback, userData);
 }
 
 ZephlinkSDK_SettingsResult ZephlinkSDK::setJumboPackets(bool enable, SettingsCallback callback, void* userData) {
@@ -139,16 +140,18 @@ ZephlinkSDK_SettingsResult ZephlinkSDK::setEnableDefaultRoute(bool enable, Setti
 
 ZephlinkSDK_SettingsResult ZephlinkSDK::setMode(ZephlinkSDK_BondingMode mode, SettingsCallback callback,
                                                 void* userData) {
-  return change(channel, "set_connection_algorithm", {{"algorithm", bondingModeWire(mode)}}, callback, userData);
+  if (mode > ZephlinkSDK_BondingMode_Streaming) return invalidArgument();
+  return change(channel, "set_connection_algorithm", {{"algorithm", kBondingModeWire.text(mode)}}, callback, userData);
 }
 
 ZephlinkSDK_SettingsResult ZephlinkSDK::setConnectionTransportMode(ZephlinkSDK_TransportMode mode,
                                                                    SettingsCallback callback, void* userData) {
   if (!isTransportSetting(mode)) return invalidArgument();
-  return change(channel, "set_connection_transport", {{"transport_mode", transportModeText(mode)}}, callback, userData);
+  return change(channel, "set_connection_transport", {{"transport_mode", kTransportModeWords.text(mode)}}, callback,
+                userData);
 }
 
-ZephlinkSDK_SettingsResult ZephlinkSDK::setMaxRedundantSends(unsigned int connections, SettingsCallback callback,
+ZephlinkSDK_SettingsResult ZephlinkSDK::setMaxRedundantSends(std::uint32_t connections, SettingsCallback callback,
                                                              void* userData) {
   return change(channel, "set_max_redundant_sends", {{"max_redundant", connections}}, callback, userData);
 }
@@ -168,17 +171,17 @@ ZephlinkSDK_SettingsResult ZephlinkSDK::setTargetNumberOfConnections(int upload,
                 userData);
 }
 
-ZephlinkSDK_SettingsResult ZephlinkSDK::setMaximumConnectRetry(unsigned int seconds, SettingsCallback callback,
+ZephlinkSDK_SettingsResult ZephlinkSDK::setMaximumConnectRetry(std::uint32_t seconds, SettingsCallback callback,
                                                                void* userData) {
   return change(channel, "set_maximum_connect_retry", {{"value", seconds}}, callback, userData);
 }
 
-ZephlinkSDK_SettingsResult ZephlinkSDK::setMaximumTransportRetry(unsigned int seconds, SettingsCallback callback,
+ZephlinkSDK_SettingsResult ZephlinkSDK::setMaximumTransportRetry(std::uint32_t seconds, SettingsCallback callback,
                                                                  void* userData) {
   return change(channel, "set_maximum_transport_retry", {{"value", seconds}}, callback, userData);
 }
 
-ZephlinkSDK_SettingsResult ZephlinkSDK::setForwardPorts(unsigned short count, const ZephlinkSDK_ProtocolPortPair* rules,
+ZephlinkSDK_SettingsResult ZephlinkSDK::setForwardPorts(std::uint16_t count, const ZephlinkSDK_ProtocolPortPair* rules,
                                                         SettingsCallback callback, void* userData) {
   if (count > 0 && rules == nullptr) return invalidArgument();
   Json::Value list(Json::arrayValue);
@@ -190,7 +193,7 @@ ZephlinkSDK_SettingsResult ZephlinkSDK::setForwardPorts(unsigned short count, co
   return change(channel, "set_connection_forward_ports", {{"forward_ports", list}}, callback, userData);
 }
 
-ZephlinkSDK_SettingsResult ZephlinkSDK::setDownstreamSubnets(unsigned short count, const ZephlinkSDK_Subnet* subnets,
+ZephlinkSDK_SettingsResult ZephlinkSDK::setDownstreamSubnets(std::uint16_t count, const ZephlinkSDK_Subnet* subnets,
                                                              SettingsCallback callback, void* userData) {
   if (count > 0 && subnets == nullptr) return invalidArgument();
   Json::Value list(Json::arrayValue);

@@ -1,5 +1,6 @@
 // The daemon's state and version.
 #include "sdk/families/state.h"
+#include "sdk/families/events.h"
 
 #include <algorithm>
 
@@ -26,7 +27,7 @@ void readState(const Json::Value& data, ZephlinkSDK_StateResult& record) {
 }
 
 ZephlinkSDK_StateResult ZephlinkSDK::getState(Callback<ZephlinkSDK_StateResult> callback, void* userData) {
-  return subscribe(channel, "request_current_state", "report_current_state", readState, callback, userData);
+  return subscribe(channel, kRequestState, kReportState, readState, callback, userData);
 }
 
 ZephlinkSDK_VersionResult ZephlinkSDK::getVersion(Callback<ZephlinkSDK_VersionResult> callback, void* userData) {

@@ -3,19 +3,18 @@
 
 #include <json/json.h>
 
-#include <utility>
-
+#include "sdk/families/events.h"
 #include "sdk/link/call.h"
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace zephlinksdk {
 
 void readState(const Json::Value& data, ZephlinkSDK_StateResult& record);
 
 /// The report of one state alone.
-template <class Record>
-Report<Record> stateReport(ZephlinkSDK_State state, Reader<Record> reader) {
-  return {"report_current_state", std::move(reader), {{"state", static_cast<int>(state)}}};
+template <class Record, class Read>
+Report<Record> stateReport(ZephlinkSDK_State state, Read reader) {
+  return {kReportState, reader, {{"state", static_cast<int>(state)}}};
 }
 
 inline Report<ZephlinkSDK_StateResult> stateReport(ZephlinkSDK_State state) {

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "sdk/link/call.h"
-#include "sdk/words.h"
+#include "sdk/word_tables.h"
 #include "sdk/zephlink_sdk.h"
 
 namespace zephlinksdk {
@@ -102,7 +102,7 @@ ZephlinkSDK_StreamingStatsResult ZephlinkSDK::getStreamingStats(Callback<Zephlin
                    userData);
 }
 
-ZephlinkSDK_Result ZephlinkSDK::subscribeStats(bool enable, std::uint8_t periodCount, const unsigned int* periods) {
+ZephlinkSDK_Result ZephlinkSDK::subscribeStats(bool enable, std::uint8_t periodCount, const std::uint32_t* periods) {
   if (!channel) return refused<ZephlinkSDK_Result>(ZephlinkSDK_Error_Sdk);
   if (periodCount > 0 && periods == nullptr) return refused<ZephlinkSDK_Result>(ZephlinkSDK_Error_InvalidArgument);
   const std::lock_guard lock(mutex);

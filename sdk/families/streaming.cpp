@@ -11,33 +11,35 @@ using Record = ZephlinkSDK_StreamingSettingsResult;
 
 constexpr const char* kReport = "report_streaming_settings";
 
+void readStreaming(const Json::Value& data, Record& record) { readRuleLists(data, record.lists); }
+
 Record change(const Channel& channel, const char* request, const Member& wish, Callback<Record> callback,
               void* userData) {
-  return changeSetting(channel, request, {wish}, kReport, readRuleLists, callback, userData);
+  return changeSetting(channel, request, {wish}, kReport, readStreaming, callback, userData);
 }
 
 }  // namespace
 
 Record ZephlinkSDK::getStreamingSettings(Callback<Record> callback, void* userData) {
-  return subscribe(channel, "request_streaming_settings", kReport, readRuleLists, callback, userData);
+  return subscribe(channel, "request_streaming_settings", kReport, readStreaming, callback, userData);
 }
 
-Record ZephlinkSDK::setStreamingDomains(unsigned short count, const char (*domains)[ZephlinkSDK_DomainSize],
+Record ZephlinkSDK::setStreamingDomains(std::uint16_t count, const char (*domains)[ZephlinkSDK_DomainSize],
                                         Callback<Record> callback, void* userData) {
   return change(channel, "set_streaming_domains", ruleListMember("domains", count, domains), callback, userData);
 }
 
-Record ZephlinkSDK::setStreamingIPv4(unsigned short count, const in_addr* addresses, Callback<Record> callback,
+Record ZephlinkSDK::setStreamingIPv4(std::uint16_t count, const in_addr* addresses, Callback<Record> callback,
                                      void* userData) {
   return change(channel, "set_streaming_ipv4", ruleListMember("ipv4", count, addresses), callback, userData);
 }
 
-Record ZephlinkSDK::setStreamingIPv6(unsigned short count, const in6_addr* addresses, Callback<Record> callback,
+Record ZephlinkSDK::setStreamingIPv6(std::uint16_t count, const in6_addr* addresses, Callback<Record> callback,
                                      void* userData) {
   return change(channel, "set_streaming_ipv6", ruleListMember("ipv6", count, addresses), callback, userData);
 }
 
-Record ZephlinkSDK::setStreamingPorts(unsigned short count, const ZephlinkSDK_ProtocolPortPair* rules,
+Record ZephlinkSDK::setStreamingPorts(std::uint16_t count, const ZephlinkSDK_ProtocolPortPair* rules,
                                       Callback<Record> callback, void* userData) {
   return change(channel, "set_streaming_ports", ruleListMember("ports", count, rules), callback, userData);
 }

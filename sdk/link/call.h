@@ -18,7 +18,7 @@
 #include "sdk/errors.h"
 #include "sdk/link/json.h"
 #include "sdk/link/wrappers.h"
-#include "sdk/results.h"
+#include "zephlinksdk/records.h"
 
 namespace zephlinksdk {
 
@@ -41,57 +41,75 @@ using Members = std::initializer_list<Member>;
 
 Json::Value toObject(Members members);
 
-/// A request's event and its members; none at all leave the text without an object.
+/// A request's event and its members; none at all leave the text without an object. Its texts may be secrets: copies
+/// share the members, and nothing of them stays in freed memory.
 struct Request {
   Request(const char* name) : event(name) {}
+  /// Wipes the texts of `list`.
   Request(const char* name, Members list);
 
   const char* event;
-  Json::Value members;
+  std::shared_ptr<const Json::Value> members;
   bool valid = true;
 };
 
-/// Reads a report's members into a record. A plain reader takes what comes; one that returns a bool refuses the event
-/// by false, and the wait goes on. Never throws.
-template <class Record>
-class Reader {
- public:
-  template <class Read>
-  requires std::is_invocable_v<Read, const Json::Value&, Record&> Reader(Read read) {
-    if constexpr (std::is_void_v<std::invoke_result_t<Read, const Json::Value&, Record&>>) {
-      function = [read](const Json::Value& data, Record& record) {
-        read(data, record);
-        return true;
-      };
-    } else {
-      function = read;
-    }
-  }
-
-  bool operator()(const Json::Value& data, Record& record) const { return function(data, record); }
-
- private:
-  std::function<bool(const Json::Value&, Record&)> function;
+/// A report that answers a call, without the type of its record.
+struct AnyReport {
+  const char* event;
+  /// Reads the report's members into the record that begins with this head. False refuses the event: the wait goes on.
+  /// Does not throw.
+  std::function<bool(const Json::Value& data, ZephlinkSDK_Result& head)> read;
+  /// The members that the report must have; null for any report. Values have the type that the parser gives (an `int`
+  /// for a number; null requires only that the member is there).
+  Json::Value filter;
 };
 
-/// A report that answers a call and, where not every such report will do, the members that it must hold: a filter's
-/// values have the type that the parser gives (an `int` for a number; null asks only that the member is there).
+/// The same for one type of record: nothing else of a call is a template. A reader takes the record or its head; one
+/// that returns nothing takes every event.
 template <class Record>
-struct Report {
-  Report(const char* name, Reader<Record> reader) : event(name), read(std::move(reader)) {}
-  Report(const char* name, Reader<Record> reader, Members wanted)
-      : event(name), read(std::move(reader)), filter(toObject(wanted)) {}
+struct Report : AnyReport {
+  template <class Read>
+  Report(const char* name, Read reader) : AnyReport{name, erased(reader), {}} {}
+  template <class Read>
+  Report(const char* name, Read reader, Members wanted) : AnyReport{name, erased(reader), toObject(wanted)} {}
 
-  const char* event;
-  Reader<Record> read;
-  Json::Value filter;
+ private:
+  template <class Read>
+  static auto erased(Read reader) {
+    return [reader](const Json::Value& data, ZephlinkSDK_Result& head) {
+      if constexpr (std::is_invocable_v<Read, const Json::Value&, ZephlinkSDK_Result&>) {
+        return taken(reader, data, head);
+      } else {
+        // The head is the record's first member.
+        return taken(reader, data, reinterpret_cast<Record&>(head));
+      }
+    };
+  }
+
+  template <class Read, class Target>
+  static bool taken(const Read& reader, const Json::Value& data, Target& target) {
+    if constexpr (std::is_void_v<std::invoke_result_t<Read, const Json::Value&, Target&>>) {
+      reader(data, target);
+      return true;
+    } else {
+      return reader(data, target);
+    }
+  }
+};
+
+using Reports = std::vector<AnyReport>;
+
+/// Reports of one type of record, as a list in braces.
+template <class Record>
+struct ReportsOf : Reports {
+  ReportsOf(std::initializer_list<Report<Record>> list) : Reports(list.begin(), list.end()) {}
 };
 
 /// A method, declared. Fields that are left out have the common value. Reports of one name share one reader.
 template <class Record>
 struct Call {
   std::vector<Request> requests;
-  std::vector<Report<Record>> reports;
+  ReportsOf<Record> reports;
   /// Milliseconds.
   std::uint64_t timeoutMs = WebsocketImpl::kDefaultTimeoutMs;
   /// The name under which a refused setting is reported; empty where the call changes none.
@@ -102,84 +120,59 @@ struct Call {
 
 namespace detail {
 
-WebsocketImpl::EventDescription describe(const std::vector<Request>& requests, std::uint64_t timeoutMs,
-                                         bool keepsTimeout);
-bool allValid(const std::vector<Request>& requests);
+/// Returns why a call is refused before anything is sent; ZephlinkSDK_Error_None if it is not.
+std::uint32_t refusal(const Channel& channel, const std::vector<Request>& requests);
 
-/// The parser of a call: the first report of the event's name reads it. Only the error flag of the head is cleared.
-template <class Record>
-Parser parserOf(std::vector<Report<Record>> reports, const std::shared_ptr<lockedResult<Record>>& result) {
-  return [reports = std::move(reports), result](const std::string& event, const std::string&, const Json::Value& root) {
-    for (const Report<Record>& report : reports) {
-      if (event != report.event) continue;
-      result->record.hasError = false;
-      return report.read(element(root, 1), result->record);
-    }
-    return false;
-  };
-}
+/// Wipes the members of the requests once their texts are written.
+WebsocketImpl::EventDescription describe(const std::vector<Request>& requests, const Reports& reports,
+                                         std::uint64_t timeoutMs, bool keepsTimeout);
 
-/// What all forms of a call share; `wrap` is one of the two wrappers.
-template <class Record, class Wrap>
-Record perform(const Channel& channel, Call<Record> call, Wrap wrap) {
-  if (!channel) return refused<Record>(ZephlinkSDK_Error_Sdk);
-  if (!allValid(call.requests)) return refused<Record>(ZephlinkSDK_Error_InvalidArgument);
-  const auto result = std::make_shared<lockedResult<Record>>();
-  auto description = describe(call.requests, call.timeoutMs, call.keepsTimeout);
-  for (const Report<Record>& report : call.reports) {
-    if (report.filter.isNull()) {
-      WebsocketImpl::addExpectedEvent(description, report.event);
-    } else {
-      WebsocketImpl::addExpectedEvent(description, report.event, report.filter);
-    }
-  }
-  return wrap(std::move(description), result, parserOf(std::move(call.reports), result));
-}
+/// The parser of a call: the first report of the event's name reads it. Clears only the error flag of the head.
+Parser parserOf(Reports reports, std::shared_ptr<lockedHead> result);
 
 }  // namespace detail
 
 /// A call that ends with its first answer.
 template <class Record>
 Record ask(const Channel& channel, Call<std::type_identity_t<Record>> call, Callback<Record> callback, void* userData) {
-  const char* settingName = call.settingName;
-  return detail::perform(channel, std::move(call), [&](auto description, const auto& result, const Parser& parser) {
-    return wsNonSubscriptionWrapper(callback, userData, *channel, std::move(description), result, parser, settingName);
-  });
+  if (const std::uint32_t code = detail::refusal(channel, call.requests)) return refused<Record>(code);
+  const auto result = std::make_shared<lockedResult<Record>>();
+  auto description = detail::describe(call.requests, call.reports, call.timeoutMs, call.keepsTimeout);
+  return wsNonSubscriptionWrapper(callback, userData, *channel, std::move(description), result,
+                                  detail::parserOf(std::move(call.reports), result), call.settingName);
 }
 
-/// A call that reads what the daemon keeps and, with a callback, goes on hearing of it.
-template <class Record>
-Record subscribe(const Channel& channel, const char* request, const char* report,
-                 Reader<std::type_identity_t<Record>> reader, Callback<Record> callback, void* userData) {
-  return detail::perform<Record>(channel, {.requests = {request}, .reports = {{report, std::move(reader)}}},
-                                 [&](auto description, const auto& result, const Parser& parser) {
-                                   return wsSubscriptionWrapper(callback, userData, *channel, std::move(description),
-                                                                result, parser);
-                                 });
+/// A call that reads what the daemon keeps and, with a callback, stays subscribed.
+template <class Record, class Read>
+Record subscribe(const Channel& channel, const char* request, const char* report, Read reader,
+                 Callback<Record> callback, void* userData) {
+  if (!channel) return refused<Record>(ZephlinkSDK_Error_Sdk);
+  const auto result = std::make_shared<lockedResult<Record>>();
+  Reports reports{Report<Record>(report, reader)};
+  auto description = detail::describe({request}, reports, WebsocketImpl::kDefaultTimeoutMs, false);
+  return wsSubscriptionWrapper(callback, userData, *channel, std::move(description), result,
+                               detail::parserOf(std::move(reports), result));
 }
 
 /// A call that changes a setting: the daemon refuses it under the name of the request.
-template <class Record>
-Record changeSetting(const Channel& channel, const char* request, Members members, const char* report,
-                     Reader<std::type_identity_t<Record>> reader, Callback<Record> callback, void* userData) {
-  return ask(channel,
-             {.requests = {{request, members}}, .reports = {{report, std::move(reader)}}, .settingName = request},
+template <class Record, class Read>
+Record changeSetting(const Channel& channel, const char* request, Members members, const char* report, Read reader,
+                     Callback<Record> callback, void* userData) {
+  return ask(channel, {.requests = {{request, members}}, .reports = {{report, reader}}, .settingName = request},
              callback, userData);
 }
 
-/// A subscription that sends nothing and waits for ever. Refused with `ZephlinkSDK_Error_CallbackRequired` without a
+/// A subscription that sends nothing and does not time out. Refused with ZephlinkSDK_Error_CallbackRequired without a
 /// callback.
-template <class Record>
-Record listenFor(const Channel& channel, const char* report, Reader<std::type_identity_t<Record>> reader,
-                 Callback<Record> callback, void* userData) {
+template <class Record, class Read>
+Record listenFor(const Channel& channel, const char* report, Read reader, Callback<Record> callback, void* userData) {
   if (callback == nullptr) return refused<Record>(ZephlinkSDK_Error_CallbackRequired);
   if (!channel) return refused<Record>(ZephlinkSDK_Error_Sdk);
   const auto result = std::make_shared<lockedResult<Record>>();
   WebsocketImpl::EventDescription description;
   WebsocketImpl::addListenEvent(description, report);
-  std::vector<Report<Record>> reports{{report, std::move(reader)}};
   return wsSubscriptionWrapper(callback, userData, *channel, std::move(description), result,
-                               detail::parserOf(std::move(reports), result));
+                               detail::parserOf({Report<Record>(report, reader)}, result));
 }
 
 }  // namespace zephlinksdk

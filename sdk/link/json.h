@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "sdk/text.h"
+#include "base/text.h"
 
 namespace zephlinksdk {
 
@@ -93,20 +93,20 @@ void readTexts(const Json::Value& list, char (&texts)[N][Size], Count& count) {
   readEntries(list, texts, count, [](const Json::Value& value, char(&text)[Size]) { copyText(text, asString(value)); });
 }
 
-/// Parses texts, one after the other. Worth keeping: making one costs more than reading a short report.
+/// Parses texts, one after the other, and reads their numbers in the same way under every locale. Worth keeping: making
+/// one costs more than reading a short report.
 class JsonParser {
  public:
   JsonParser();
 
-  /// False, with the reasons in `errors`, when the text is no JSON or is nested too deep; `root` then holds what was
-  /// read so far.
+  /// False, with the reasons in `errors`, when the text is no JSON or is nested too deep; `root` then has what was read
+  /// so far. Throws std::bad_alloc.
   bool parse(std::string_view text, Json::Value& root, std::string& errors);
 
  private:
+  bool parseByGlobalLocale(std::string_view text, Json::Value& root, std::string& errors);
+
   std::unique_ptr<Json::CharReader> reader;
 };
-
-/// The text of `value` without blanks and line ends, object members in the order of their names.
-std::string compactJson(const Json::Value& value);
 
 }  // namespace zephlinksdk

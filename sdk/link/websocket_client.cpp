@@ -1,10 +1,14 @@
 #include "sdk/link/websocket_client.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <optional>
+
+#include "platform/waker.h"
+#include "sdk/link/handshake.h"
 
 namespace zephlinksdk {
 
@@ -12,15 +16,15 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::size_t kMaxUrl = 127;
-constexpr std::size_t kMaxOrigin = 199;
-constexpr std::size_t kLineSize = 256;
 constexpr std::size_t kReadSize = 1500;
-constexpr std::size_t kKeptMessage = std::size_t{64} * 1024;
 constexpr std::size_t kMaxReadPerPoll = std::size_t{256} * 1024;
 
-// The daemon trusts loopback and looks at neither: one key and one mask serve every connection.
-constexpr const char* kWebSocketKey = "q7ZPmV2sT0dWc8LhE4nYfA==";
+// The room that a buffer keeps for later messages: a new one for each message of a burst would cost more than the
+// message. What was larger is given back.
+constexpr std::size_t kKeptMessage = std::size_t{64} * 1024;
+constexpr std::size_t kKeptReceived = 2 * kMaxReadPerPoll;
+
+// The daemon trusts loopback and ignores the mask: one serves every frame.
 constexpr std::array<std::uint8_t, 4> kMaskingKey{0x5B, 0xC3, 0x1E, 0xA7};
 constexpr std::array<std::uint8_t, 6> kCloseFrame{0x88, 0x80, 0, 0, 0, 0};
 
@@ -30,120 +34,6 @@ constexpr std::uint8_t kLength16 = 126;
 constexpr std::uint8_t kLength64 = 127;
 
 enum Opcode : std::uint8_t { kContinuation = 0, kText = 1, kBinary = 2, kPing = 9, kPong = 10 };
-
-struct Url {
-  char host[kMaxUrl + 1] = "";
-  int port = 80;
-  char path[kMaxUrl + 1] = "";
-};
-
-std::optional<Url> parseUrl(const std::string& text) {
-  const char* url = text.c_str();
-  Url parsed;
-  if (std::sscanf(url, "ws://%127[^:/]:%d/%127s", parsed.host, &parsed.port, parsed.path) == 3) return parsed;
-  parsed = Url{};
-  if (std::sscanf(url, "ws://%127[^:/]/%127s", parsed.host, parsed.path) == 2) return parsed;
-  parsed = Url{};
-  if (std::sscanf(url, "ws://%127[^:/]:%d", parsed.host, &parsed.port) == 2) return parsed;
-  parsed = Url{};
-  if (std::sscanf(url, "ws://%127[^:/]", parsed.host) == 1) return parsed;
-  return std::nullopt;
-}
-
-/// All of it, in pieces if the system takes no more at once. Whether it arrives shows in the answer alone.
-void sendAll(SocketHandle socket, const char* bytes, std::size_t size, SendMode mode) {
-  while (size > 0) {
-    const std::ptrdiff_t taken = sendBytes(socket, bytes, size, mode);
-    if (taken <= 0) return;
-    bytes += taken;
-    size -= static_cast<std::size_t>(taken);
-  }
-}
-
-/// One request line, its value (if it has one) put into `format`. The lines leave together with the empty one that ends
-/// them: a peer is woken once.
-template <class... Values>
-void sendLine(SocketHandle socket, const char* format, Values... values) {
-  char line[kLineSize];
-  const int length = std::snprintf(line, sizeof line, format, values...);
-  sendAll(socket, line, static_cast<std::size_t>(length), SendMode::kMoreFollows);
-}
-
-void sendUpgradeRequest(SocketHandle socket, const Url& url, const std::string& origin) {
-  sendLine(socket, "GET /%s HTTP/1.1\r\n", url.path);
-  if (url.port == 80) {
-    sendLine(socket, "Host: %s\r\n", url.host);
-  } else {
-    sendLine(socket, "Host: %s:%d\r\n", url.host, url.port);
-  }
-  sendLine(socket, "%s", "Upgrade: websocket\r\n");
-  sendLine(socket, "%s", "Connection: Upgrade\r\n");
-  if (!origin.empty()) sendLine(socket, "Origin: %s\r\n", origin.c_str());
-  sendLine(socket, "Sec-WebSocket-Key: %s\r\n", kWebSocketKey);
-  sendLine(socket, "%s", "Sec-WebSocket-Version: 13\r\n");
-  sendLine(socket, "%s", "Sec-WebSocket-Protocol: event-protocol\r\n");
-  sendAll(socket, "\r\n", 2, SendMode::kAtOnce);
-}
-
-/// One line of the answer, taken byte by byte, and no byte behind it: those are the next line's, or the first frame's.
-class AnswerLine {
- public:
-  char text[kLineSize] = "";
-  std::size_t length = 0;
-
-  /// False when the peer has gone. A failed read is tried again: a byte that is passed over would be waited for without
-  /// end. One that fails as often as a line has bytes counts as a peer that has gone.
-  bool receive(SocketHandle socket) {
-    std::memset(text, 0, sizeof text);
-    length = 0;
-    std::size_t failures = 0;
-    while (length < 2 || !complete()) {
-      // What has come is looked at before it is taken, which saves a call for every byte.
-      const std::ptrdiff_t seen = peekBytes(socket, text + length, kLineSize - 1 - length);
-      if (seen == 0) return false;
-      if (seen < 0) {
-        if (++failures == kLineSize - 1) return false;
-        continue;
-      }
-      const std::size_t first = length;
-      const std::size_t end = first + static_cast<std::size_t>(seen);
-      do {
-        ++length;
-      } while (length < end && (length < 2 || !complete()));
-      if (!take(socket, text + first, length - first)) return false;
-      std::memset(text + length, 0, sizeof text - length);
-    }
-    return true;
-  }
-
-  bool tooLong() const { return length == kLineSize - 1; }
-
- private:
-  /// Takes bytes that have been seen, in pieces if the system gives no more at once.
-  static bool take(SocketHandle socket, char* bytes, std::size_t size) {
-    while (size > 0) {
-      const std::ptrdiff_t taken = receiveBytes(socket, bytes, size);
-      if (taken <= 0) return false;
-      bytes += taken;
-      size -= static_cast<std::size_t>(taken);
-    }
-    return true;
-  }
-
-  // Looks two back for the CR, so that its LF is read as well.
-  bool complete() const { return tooLong() || text[length - 2] == '\r' || text[length - 1] == '\n'; }
-};
-
-bool upgradeAccepted(SocketHandle socket) {
-  AnswerLine line;
-  int status = 0;
-  if (!line.receive(socket) || line.tooLong()) return false;
-  if (std::sscanf(line.text, "HTTP/1.1 %d", &status) != 1 || status != 101) return false;
-  do {
-    if (!line.receive(socket)) return false;
-  } while (line.text[0] != '\r' || line.text[1] != '\n');
-  return true;
-}
 
 struct FrameHeader {
   bool fin;
@@ -188,42 +78,49 @@ void eraseFront(Buffer& buffer, std::size_t count) {
   buffer.erase(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count));
 }
 
+/// Gives back the room of a buffer that has shrunk.
+template <class Buffer>
+void trim(Buffer& buffer, std::size_t kept) {
+  if (buffer.capacity() > kept && buffer.size() <= kept) buffer.shrink_to_fit();
+}
+
 }  // namespace
 
 std::unique_ptr<WebSocketClient> WebSocketClient::fromUrl(const std::string& url, bool useMask,
                                                           const std::string& origin) {
-  if (url.size() > kMaxUrl || origin.size() > kMaxOrigin) return nullptr;
-  const auto parsed = parseUrl(url);
-  if (!parsed) return nullptr;
-  SocketHandle socket = kNoSocket;
-  if (!connectSocket(parsed->host, parsed->port, socket)) return nullptr;
-  sendUpgradeRequest(socket, *parsed, origin);
-  // A refused upgrade leaves the socket to the process: its peer sees no close until then.
-  if (!upgradeAccepted(socket)) return nullptr;
-  if (!makeInteractive(socket)) {
-    // A read that blocks would hold up every time-out.
-    closeSocket(socket);
-    return nullptr;
+  Waker lookedUp;
+  Handshake handshake(url, origin, &lookedUp);
+  Handshake::State state = handshake.advance();
+  while (state == Handshake::State::kUnderWay) {
+    handshake.wait(-1);
+    state = handshake.advance();
   }
-  return std::make_unique<WebSocketClient>(socket, useMask);
+  if (state == Handshake::State::kFailed) return nullptr;
+  return fromHandshake(handshake, useMask);
+}
+
+std::unique_ptr<WebSocketClient> WebSocketClient::fromHandshake(Handshake& handshake, bool useMask) {
+  auto client = std::make_unique<WebSocketClient>(kNoSocket, useMask);
+  client->socketHandle = handshake.takeSocket();
+  makeInteractive(client->socketHandle);
+  return client;
 }
 
 void WebSocketClient::poll(int timeoutMs) {
-  if (readyState == CLOSED) {
-    if (timeoutMs > 0) waitForSocket(kNoSocket, false, waker, timeoutMs);
-    return;
-  }
-  if (timeoutMs != 0) waitForSocket(socketHandle, !txBuffer.empty(), waker, timeoutMs);
+  const bool open = readyState != CLOSED;
+  if (open ? timeoutMs != 0 : timeoutMs > 0) waitForSocket(socketHandle, open && hasUnsent(), waker, timeoutMs);
+  if (!open) return;
   receiveAvailable();
   sendPending();
-  if (txBuffer.empty() && readyState == CLOSING) closeNow();
+  if (!hasUnsent() && readyState == CLOSING) closeNow();
 }
 
-/// One large message must not stay for the rest of the run; the room of a small one is worth more than a new one for
-/// every message of a burst.
-void WebSocketClient::releaseMessage() {
-  messageBuffer.clear();
-  if (messageBuffer.capacity() > kKeptMessage) messageBuffer.shrink_to_fit();
+void WebSocketClient::flush() {
+  if (readyState == OPEN) sendPending();
+}
+
+void WebSocketClient::abandon() {
+  if (readyState != CLOSED) closeNow();
 }
 
 void WebSocketClient::receiveAvailable() {
@@ -237,22 +134,31 @@ void WebSocketClient::receiveAvailable() {
     }
     rxBuffer.insert(rxBuffer.end(), bytes.data(), bytes.data() + received);
     total += static_cast<std::size_t>(received);
+    // A short read has emptied the socket; an end of the stream shows at the next wait.
+    if (static_cast<std::size_t>(received) < bytes.size()) return;
   }
 }
 
+/// Sent bytes are wiped at once. What is left moves to a new buffer when half is sent: work is linear in what is
+/// queued, and no copy of a secret stays in a buffer.
 void WebSocketClient::sendPending() {
-  std::size_t sent = 0;
-  while (sent < txBuffer.size()) {
-    const std::ptrdiff_t taken = sendBytes(socketHandle, txBuffer.data() + sent, txBuffer.size() - sent);
+  while (hasUnsent()) {
+    const std::ptrdiff_t taken = sendBytes(socketHandle, txBuffer.data() + txSent, txBuffer.size() - txSent);
     if (taken <= 0) {
       if (taken == 0 || !wouldBlock()) closeNow();
       break;
     }
-    sent += static_cast<std::size_t>(taken);
+    wipe(txBuffer.data() + txSent, static_cast<std::size_t>(taken));
+    txSent += static_cast<std::size_t>(taken);
   }
-  eraseFront(txBuffer, sent);
-  // Gives the memory back, which wipes it: what has left does not stay behind the buffer's end.
-  txBuffer.shrink_to_fit();
+  if (txSent * 2 < txBuffer.size()) return;
+  if (hasUnsent()) {
+    decltype(txBuffer)(txBuffer.begin() + static_cast<std::ptrdiff_t>(txSent), txBuffer.end()).swap(txBuffer);
+  } else {
+    txBuffer.clear();
+    trim(txBuffer, kKeptMessage);
+  }
+  txSent = 0;
 }
 
 void WebSocketClient::closeNow() {
@@ -261,7 +167,7 @@ void WebSocketClient::closeNow() {
   readyState = CLOSED;
 }
 
-void WebSocketClient::sendText(const std::string& text) { sendFrame(kText, text); }
+void WebSocketClient::sendText(std::string_view text) { sendFrame(kText, text); }
 
 void WebSocketClient::sendBinary(const std::vector<std::uint8_t>& bytes) {
   sendFrame(kBinary, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
@@ -281,15 +187,23 @@ void WebSocketClient::sendFrame(std::uint8_t opcode, std::string_view payload) {
     lengthBytes = size < 65536 ? 2 : 8;
     shortLength = size < 65536 ? kLength16 : kLength64;
   }
-  txBuffer.push_back(kFinBit | opcode);
-  txBuffer.push_back(maskBit | shortLength);
+  // All or nothing: without memory for the whole frame the buffer stays as it is.
+  std::array<std::uint8_t, 14> header{};
+  std::size_t headerSize = 0;
+  header[headerSize++] = kFinBit | opcode;
+  header[headerSize++] = maskBit | shortLength;
   for (std::size_t i = lengthBytes; i > 0; --i) {
-    txBuffer.push_back(static_cast<std::uint8_t>(std::uint64_t{size} >> (8 * (i - 1))));
+    header[headerSize++] = static_cast<std::uint8_t>(std::uint64_t{size} >> (8 * (i - 1)));
   }
-  if (useMask) txBuffer.insert(txBuffer.end(), kMaskingKey.begin(), kMaskingKey.end());
-  const std::size_t start = txBuffer.size();
+  if (useMask) {
+    std::copy(kMaskingKey.begin(), kMaskingKey.end(), header.begin() + static_cast<std::ptrdiff_t>(headerSize));
+    headerSize += kMaskingKey.size();
+  }
+  const std::size_t needed = txBuffer.size() + headerSize + size;
+  if (needed > txBuffer.capacity()) txBuffer.reserve(std::max(needed, 2 * txBuffer.capacity()));
+  txBuffer.insert(txBuffer.end(), header.begin(), header.begin() + static_cast<std::ptrdiff_t>(headerSize));
   txBuffer.insert(txBuffer.end(), payload.begin(), payload.end());
-  if (useMask) applyMask(txBuffer.data() + start, size, kMaskingKey);
+  if (useMask) applyMask(txBuffer.data() + txBuffer.size() - size, size, kMaskingKey);
 }
 
 void WebSocketClient::close() {
@@ -324,7 +238,8 @@ void WebSocketClient::dispatch(const std::function<void(const std::string&)>& ca
         messageBuffer.append(reinterpret_cast<const char*>(payload), length);
         if (header->fin) {
           callable(messageBuffer);
-          releaseMessage();
+          messageBuffer.clear();
+          trim(messageBuffer, kKeptMessage);
         }
         break;
       case kPing:
@@ -338,6 +253,7 @@ void WebSocketClient::dispatch(const std::function<void(const std::string&)>& ca
     consumed += header->size + length;
   }
   eraseFront(rxBuffer, consumed);
+  trim(rxBuffer, kKeptReceived);
 }
 
 }  // namespace zephlinksdk

@@ -1,14 +1,18 @@
 #include "sdk/link/websocket_impl.h"
 
-#include <chrono>
+#include <algorithm>
 #include <cstdio>
+#include <exception>
+#include <new>
+#include <system_error>
+#include <thread>
 #include <utility>
 
+#include "platform/clock.h"
+#include "platform/socket.h"
+#include "platform/wipe.h"
 #include "sdk/errors.h"
-#include "sdk/link/json.h"
-#include "sdk/platform/clock.h"
-#include "sdk/platform/socket.h"
-#include "sdk/platform/wipe.h"
+#include "sdk/link/json_writer.h"
 
 namespace zephlinksdk {
 
@@ -17,31 +21,26 @@ namespace {
 constexpr const char* kOrigin = "easywsclient://";
 constexpr const char* kSource = "zephlink_sdk";
 constexpr int kPollMs = 100;
-constexpr std::chrono::milliseconds kPause{250};
+constexpr std::uint64_t kPauseMs = 250;
+// How long the end of an object, or of the process, waits for a handshake under way and for the last bytes to leave.
+constexpr std::uint64_t kLastMs = 80;
+constexpr std::uint64_t kLastMsOfProcess = 500;
 
 thread_local bool isChannelThread = false;
 
 std::atomic<std::uint64_t> nextId{0};
 
-/// A text may hold a password or a token: it does not stay in freed memory.
-void forget(std::string& text) { wipe(text.data(), text.size()); }
-
-/// The text of a request: `[event, members, source]` and a line feed.
-std::string envelope(const char* event, const Json::Value& members) {
-  Json::Value request(Json::arrayValue);
-  request[0] = event;
-  request[1] = members;
-  request[2] = kSource;
-  std::string json = compactJson(request);
-  std::string text;
-  text.reserve(json.size() + 1);
-  text.append(json).append("\n");
-  forget(json);
+/// Returns the text of a request: `[event, members, source]` and a line feed.
+WipedText envelope(const char* event, const Json::Value& members) {
+  WipedText text;
+  (text += "[\"").append(event) += "\",";
+  appendJson(text, members);
+  (text += ",\"").append(kSource) += "\"]\n";
   return text;
 }
 
 /// The event's name, read without parsing: the text between the bracket's quote and the next one.
-std::optional<std::string> eventName(const std::string& message) {
+std::optional<std::string_view> eventName(std::string_view message) {
   if (message.size() <= 4 || message[0] != '[' || message[1] != '"') return std::nullopt;
   const std::size_t end = message.find('"', 2);
   if (end == std::string::npos) return std::nullopt;
@@ -58,13 +57,25 @@ bool passes(const Json::Value& filter, const Json::Value& data) {
   return true;
 }
 
+/// Calls the handler of an entry with an error of the channel, whose time-out ends.
+bool reportError(EventDescription& entry, const Json::Value& error) {
+  const bool done = entry.handler(WebsocketImpl::kSdkError, WebsocketImpl::kSdkError, error);
+  entry.sentAt = 0;
+  entry.delivered = true;
+  return done;
+}
+
+/// An error without members: ZephlinkSDK_Error_Sdk. Needs no memory.
+bool reportNoMemory(EventDescription& entry) { return reportError(entry, Json::Value()); }
+
 }  // namespace
 
-/// One message on its way through the table: parsed at most once, on the first need.
+/// One message on its way through the table: parsed at most once, on the first need. Throws std::bad_alloc, before it
+/// calls a handler.
 class WebsocketImpl::Delivery {
  public:
-  Delivery(JsonParser& jsonParser, std::string name, const std::string& text)
-      : parser(jsonParser), event(std::move(name)), message(text) {}
+  Delivery(JsonParser& jsonParser, std::string_view name, const std::string& text)
+      : parser(jsonParser), event(name), message(text) {}
 
   /// True when the entry is done and goes.
   bool to(EventDescription& entry) {
@@ -99,9 +110,11 @@ class WebsocketImpl::Delivery {
   }
 
   void parse() {
-    if (std::exchange(parsed, true)) return;
+    if (parsed) return;
     std::string errors;
-    if (parser.parse(message, root, errors)) return;
+    const bool whole = parser.parse(message, root, errors);
+    parsed = true;
+    if (whole) return;
     std::fprintf(stderr, "Failed to parse JSON: %s\n", errors.c_str());
     std::fprintf(stderr, "JSON was: %s\n", message.c_str());
   }
@@ -117,37 +130,69 @@ WebsocketImpl::WebsocketImpl(const char* daemonAddress, std::uint16_t daemonPort
     : address(daemonAddress), port(daemonPort) {
   if (!startSockets()) return;
   waker.emplace();
-  running = true;
-  thread = std::thread(&WebsocketImpl::run, this);
+  if (thread.start([](void* self) { static_cast<WebsocketImpl*>(self)->run(); }, this)) return;
+  stopSockets();
+  throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
 }
 
 WebsocketImpl::~WebsocketImpl() {
-  if (!thread.joinable()) return;
-  waiting.fetch_add(1);
-  {
-    const std::lock_guard lock(lifecycleMutex);
-    waiting.fetch_sub(1);
-    running = false;
-  }
-  stopping.notify_all();
+  if (!thread.started()) return;
+  ending = true;
   waker->wake();
   thread.join();
-  if (socket) socket->close();
+  // No close frame is written.
+  if (socket) socket->abandon();
   socket.reset();
+  handshake.reset();
   waker.reset();
   stopSockets();
-  for (std::string& text : sendQueue) forget(text);
+}
+
+void WebsocketImpl::finish() {
+  if (!thread.started()) return;
+  ending = true;
+  {
+    const std::lock_guard lock(linkMutex);
+    finished = true;
+    exchangeOnceMore(anyRequestQueued() ? kLastMsOfProcess : kLastMs);
+  }
+  thread.detach();
 }
 
 bool WebsocketImpl::onChannelThread() { return isChannelThread; }
 
 void WebsocketImpl::send(const char* event, const Json::Value& members) {
-  std::string text = envelope(event, members);
+  Texts text;
+  text.push_back(envelope(event, members));
+  queue(text);
+}
+
+void WebsocketImpl::announce(const char* event, const Json::Value& members) {
   {
     const std::lock_guard lock(sendMutex);
-    sendQueue.push_back(std::move(text));
+    announcementQueued = true;
   }
-  if (waker) waker->wake();
+  send(event, members);
+}
+
+/// Takes the texts. Cannot fail.
+void WebsocketImpl::queue(Texts& texts) {
+  lastQueued = monotonicMs();
+  {
+    const std::lock_guard lock(sendMutex);
+    sendQueue.splice(sendQueue.end(), texts);
+  }
+  if (sleeping.exchange(false)) waker->wake();
+}
+
+bool WebsocketImpl::anyQueued() {
+  const std::lock_guard lock(sendMutex);
+  return !sendQueue.empty();
+}
+
+bool WebsocketImpl::anyRequestQueued() {
+  const std::lock_guard lock(sendMutex);
+  return sendQueue.size() > (announcementQueued ? 1U : 0U);
 }
 
 void WebsocketImpl::addRequest(EventDescription& description, const char* event, const Json::Value& members) {
@@ -170,142 +215,182 @@ std::uint64_t WebsocketImpl::takeId() { return nextId.fetch_add(1); }
 
 void WebsocketImpl::addEventDescription(std::uint64_t id, EventDescription description, Handler handler) {
   auto entry = std::make_shared<EventDescription>(std::move(description));
-  std::vector<std::string> requests = std::move(entry->requests);
+  Texts texts(std::make_move_iterator(entry->requests.begin()), std::make_move_iterator(entry->requests.end()));
   entry->handler = std::move(handler);
-  {
-    const auto lock = lockEntries();
-    entry->sentAt = monotonicMs();
-    entries.emplace(id, std::move(entry));
-  }
-  {
-    const std::lock_guard lock(sendMutex);
-    for (std::string& text : requests) sendQueue.push_back(std::move(text));
-  }
-  if (waker) waker->wake();
+  entry->sentAt = monotonicMs();
+  entries.add(id, std::move(entry));
+  queue(texts);
 }
 
-void WebsocketImpl::removeEventDescription(std::uint64_t id) {
-  Entry removed;  // Outlives the lock: an entry's destructor may be a caller's code.
-  const auto lock = lockEntries();
-  const auto found = entries.find(id);
-  if (found == entries.end()) return;
-  removed = std::move(found->second);
-  entries.erase(found);
-}
-
-/// The lock as every thread but the channel's own loop takes it: announced, so that a channel thread that never sleeps
-/// steps aside.
-std::unique_lock<std::recursive_mutex> WebsocketImpl::lockEntries() {
-  waiting.fetch_add(1);
-  std::unique_lock lock(entriesMutex);
-  waiting.fetch_sub(1);
-  return lock;
-}
+void WebsocketImpl::removeEventDescription(std::uint64_t id) { entries.remove(id, !isChannelThread); }
 
 void WebsocketImpl::run() {
   isChannelThread = true;
-  do {
-    serveSocket();
-  } while (scanAndContinue());
-}
-
-void WebsocketImpl::serveSocket() {
-  if (!socket && !connect()) return pause();
-  switch (socket->getReadyState()) {
-    case WebSocketClient::OPEN:
-      flushQueue();
-      socket->poll(kPollMs);
-      socket->dispatch([this](const std::string& message) { onMessage(message); });
-      break;
-    case WebSocketClient::CLOSED:
-      socket.reset();
-      pause();
-      break;
-    default:
-      // A daemon that has said goodbye is not asked again: the link stays as it is until the process ends, and calls
-      // end in their time-outs.
-      yieldToOthers();
+  std::unique_lock lock(linkMutex);
+  while (!ending) {
+    try {
+      serve(lock);
+    } catch (const std::exception&) {
+      recoverFromNoMemory();
+    }
   }
+  if (!finished) exchangeOnceMore(kLastMs);
 }
 
-bool WebsocketImpl::connect() {
-  const std::string url = "ws://" + address + ":" + std::to_string(port) + "/";
-  socket = WebSocketClient::fromUrl(url, kOrigin);
-  if (socket) socket->wakeBy(&*waker);
-  return socket != nullptr;
+/// One round: waits for something to do and does it.
+void WebsocketImpl::serve(std::unique_lock<std::mutex>& lock) {
+  if (socket && socket->getReadyState() == WebSocketClient::CLOSING) {
+    // After a close frame the link stays as it is until the process ends, and calls end in their time-outs.
+    lock.unlock();
+    std::this_thread::yield();
+    lock.lock();
+    if (!ending) scanTimeouts();
+    return;
+  }
+  if (socket && socket->getReadyState() == WebSocketClient::CLOSED) {
+    socket.reset();
+    pause();
+  }
+  exchange();
+  wait(lock);
+  if (ending) return;
+  dispatch();
+  scanTimeouts();
+}
+
+/// Does what needs no waiting: a step towards a connection, or sends what is queued.
+void WebsocketImpl::exchange() {
+  if (!socket) connect();
+  if (!socket) return;
+  flushQueue();
+  socket->flush();
+}
+
+void WebsocketImpl::connect() {
+  if (!handshake) {
+    if (monotonicMs() < pausedUntil) return;
+    handshake = std::make_unique<Handshake>("ws://" + address + ":" + std::to_string(port) + "/", kOrigin, &*waker);
+  }
+  const Handshake::State state = handshake->advance();
+  if (state == Handshake::State::kUnderWay) return;
+  if (state == Handshake::State::kDone) {
+    socket = WebSocketClient::fromHandshake(*handshake);
+    socket->wakeBy(&*waker);
+  } else {
+    pause();
+  }
+  handshake.reset();
+}
+
+void WebsocketImpl::pause() { pausedUntil = monotonicMs() + kPauseMs; }
+
+/// Waits without the lock, for what the link needs next. Only an open link waits for queued texts too.
+void WebsocketImpl::wait(std::unique_lock<std::mutex>& lock) {
+  SocketHandle handle = kNoSocket;
+  bool forWriting = false;
+  int limit = kPollMs;
+  if (socket) {
+    if (!parser) parser.emplace();
+    handle = socket->handle();
+    forWriting = socket->hasUnsent();
+    sleeping = true;
+    if (anyQueued()) limit = 0;
+  } else if (handshake) {
+    handle = handshake->handle();
+    forWriting = handshake->wantsToWrite();
+  } else {
+    const std::uint64_t now = monotonicMs();
+    limit = static_cast<int>(std::min<std::uint64_t>(kPollMs, pausedUntil > now ? pausedUntil - now : 0));
+  }
+  if (ending) limit = 0;
+  lock.unlock();
+  waitForSocket(handle, forWriting, &*waker, limit);
+  sleeping = false;
+  lock.lock();
+}
+
+/// Reads what has come and hands it out.
+void WebsocketImpl::dispatch() {
+  if (!socket) return;
+  if (!parser) parser.emplace();
+  socket->poll(0);
+  socket->dispatch([this](const std::string& message) { onMessage(message); });
 }
 
 void WebsocketImpl::flushQueue() {
   const std::lock_guard lock(sendMutex);
   while (!sendQueue.empty()) {
     socket->sendText(sendQueue.front());
-    forget(sendQueue.front());
     sendQueue.pop_front();
+    announcementQueued = false;
   }
 }
 
-void WebsocketImpl::pause() {
-  std::unique_lock lock(lifecycleMutex);
-  stopping.wait_for(lock, kPause, [this] { return !running; });
-}
-
-void WebsocketImpl::yieldToOthers() const {
-  do {
-    std::this_thread::yield();
-  } while (waiting.load() > 0);
-}
-
-/// The end of a round: time-outs, and whether another round follows. The last one writes what was queued just before.
-bool WebsocketImpl::scanAndContinue() {
-  const std::lock_guard entriesLock(entriesMutex);
-  scanTimeouts();
-  const std::lock_guard lifecycleLock(lifecycleMutex);
-  if (running) return true;
-  if (socket && socket->getReadyState() == WebSocketClient::OPEN) {
-    flushQueue();
-    socket->wakeBy(nullptr);
-    socket->poll(socket->hasUnsent() ? kPollMs : 0);
+/// The last round of an object: finishes a handshake under way, sends what is queued and handles what has arrived. No
+/// connection is tried anew.
+void WebsocketImpl::exchangeOnceMore(std::uint64_t patienceMs) {
+  const bool wasChannelThread = std::exchange(isChannelThread, true);
+  try {
+    const std::uint64_t end = monotonicMs() + patienceMs;
+    const auto timeLeft = [end] {
+      const std::uint64_t now = monotonicMs();
+      return static_cast<int>(end > now ? end - now : 0);
+    };
+    if (socket || handshake || pausedUntil == 0) exchange();
+    while (handshake && timeLeft() > 0) {
+      handshake->wait(timeLeft());
+      exchange();
+    }
+    if (socket && socket->getReadyState() == WebSocketClient::OPEN) {
+      socket->wakeBy(nullptr);
+      dispatch();
+      flushQueue();
+      socket->flush();
+      while (socket->hasUnsent() && socket->getReadyState() == WebSocketClient::OPEN && timeLeft() > 0) {
+        socket->poll(timeLeft());
+      }
+    }
+  } catch (const std::exception&) {
+    // Memory has run out: nothing more can be sent.
   }
-  return false;
-}
-
-/// Visits the entries that stand in the table now, oldest first, and takes out those for which `visit` returns true. A
-/// handler may add entries, which are not visited, and remove any.
-template <class Visit>
-void WebsocketImpl::forEachEntry(Visit visit) {
-  if (entries.empty()) return;
-  const std::uint64_t last = entries.rbegin()->first;
-  for (auto next = entries.begin(); next != entries.end() && next->first <= last;) {
-    const std::uint64_t id = next->first;
-    const Entry entry = next->second;
-    if (visit(*entry)) entries.erase(id);
-    next = entries.upper_bound(id);
-  }
+  isChannelThread = wasChannelThread;
 }
 
 void WebsocketImpl::scanTimeouts() {
-  const std::uint64_t now = monotonicMs();
-  forEachEntry([this, now](EventDescription& entry) {
-    if (entry.timeoutMs == 0 || entry.sentAt == 0 || entry.expectedEvents.empty()) return false;
-    // An entry may have come after `now` was taken.
-    if (now <= entry.sentAt || now - entry.sentAt <= entry.timeoutMs) return false;
-    const bool connected = socket && socket->getReadyState() != WebSocketClient::CLOSED;
-    Json::Value error(Json::objectValue);
-    error["msg"] = connected ? "Timeout" : "Unable to connect";
-    error["type"] = static_cast<Json::UInt>(connected ? ZephlinkSDK_Error_Timeout : ZephlinkSDK_Error_NotConnected);
-    const bool done = entry.handler(kSdkError, kSdkError, error);
-    entry.sentAt = 0;
-    entry.delivered = true;
-    return done;
+  const bool connected = socket && socket->getReadyState() != WebSocketClient::CLOSED;
+  entries.forEachOverdue(monotonicMs(), [connected](EventDescription& entry) {
+    try {
+      Json::Value error(Json::objectValue);
+      error["msg"] = connected ? "Timeout" : "Unable to connect";
+      error["type"] = static_cast<Json::UInt>(connected ? ZephlinkSDK_Error_Timeout : ZephlinkSDK_Error_NotConnected);
+      return reportError(entry, error);
+    } catch (const std::exception&) {
+      return reportNoMemory(entry);
+    }
   });
 }
 
 void WebsocketImpl::onMessage(const std::string& message) {
-  auto event = eventName(message);
+  const auto event = eventName(message);
   if (!event) return;
-  Delivery delivery(parser, std::move(*event), message);
-  const std::lock_guard lock(entriesMutex);
-  forEachEntry([&delivery](EventDescription& entry) { return delivery.to(entry); });
+  std::optional<Delivery> delivery;
+  entries.forEachOfEvent(*event, [&](EventDescription& entry) {
+    try {
+      if (!delivery) delivery.emplace(*parser, *event, message);
+      return delivery->to(entry);
+    } catch (const std::exception&) {
+      // A report that cannot be read must not look like one without members.
+      return reportNoMemory(entry);
+    }
+  });
+}
+
+/// Drops the link, whose buffers may be incomplete, and ends everything that waits for an answer.
+void WebsocketImpl::recoverFromNoMemory() {
+  handshake.reset();
+  if (socket) socket->abandon();
+  pause();
+  entries.forEachPending(reportNoMemory);
 }
 
 }  // namespace zephlinksdk

@@ -5,64 +5,35 @@
 #include <json/json.h>
 
 #include <atomic>
-#include <condition_variable>
 #include <cstdint>
-#include <deque>
-#include <functional>
-#include <map>
+#include <list>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <thread>
 #include <vector>
 
+#include "platform/thread.h"
+#include "platform/waker.h"
+#include "sdk/link/entry_table.h"
+#include "sdk/link/handshake.h"
 #include "sdk/link/json.h"
 #include "sdk/link/websocket_client.h"
-#include "sdk/platform/waker.h"
 
 namespace zephlinksdk {
 
-/// Owns the thread, the connection, the table and the queue of texts. Handlers run on the channel thread with
-/// `entriesMutex` held. Lock order: `entriesMutex`, `lifecycleMutex`, `sendMutex`.
+/// Owns the thread, the connection, the table and the queue of texts. Handlers run on the channel thread. Lock order:
+/// `linkMutex`, then the table's or `sendMutex`. No lock but `linkMutex` is held while a handler runs.
 class WebsocketImpl {
  public:
-  static constexpr std::uint64_t kDefaultTimeoutMs = 5000;
+  using ExpectedEvent = zephlinksdk::ExpectedEvent;
+  using EventDescription = zephlinksdk::EventDescription;
+  using Handler = EventDescription::Handler;
 
-  /// The event under which the channel itself tells an entry of its time-out.
+  static constexpr std::uint64_t kDefaultTimeoutMs = EventDescription::kDefaultTimeoutMs;
+
+  /// The event under which the channel itself reports a time-out, or that memory has run out.
   static constexpr const char* kSdkError = "sdk_error";
-
-  /// Called on the channel thread with the event's name, the whole message and, if some entry asked for it, its parsed
-  /// form. True removes the entry.
-  using Handler = std::function<bool(const std::string& event, const std::string& message, const Json::Value& root)>;
-
-  /// A report that answers a request: its name and, where not every such report will do, the members that must be
-  /// there with an equal value (null: with any value).
-  struct ExpectedEvent {
-    std::string event;
-    std::vector<Json::Value> members;
-  };
-
-  /// One waiting entry of the table.
-  struct EventDescription {
-    /// An entry with none here never times out.
-    std::vector<ExpectedEvent> expectedEvents;
-    /// Delivered without a filter.
-    std::vector<std::string> listenEvents;
-    /// Finished texts, sent in order once the entry stands in the table.
-    std::vector<std::string> requests;
-    Handler handler;
-    /// Monotonic milliseconds; 0 when no time-out is pending.
-    std::uint64_t sentAt = 0;
-    /// Does not ask for the message to be parsed.
-    bool rawOnly = false;
-    /// 0: never.
-    std::uint64_t timeoutMs = kDefaultTimeoutMs;
-    bool delivered = false;
-    /// An event that the handler refuses leaves the time-out running, where it otherwise ends it.
-    bool keepsTimeout = false;
-  };
 
   struct wsWrapperOptions {
     /// A callback was given: the call does not wait.
@@ -74,13 +45,22 @@ class WebsocketImpl {
   };
 
   /// Starts the sockets layer and the thread, which begins to connect at once. Throws `std::system_error` when the
-  /// system gives no thread. Where the sockets layer does not start the object stands without a thread.
+  /// system gives no thread. Where the sockets layer does not start the object exists without a thread.
   WebsocketImpl(const char* daemonAddress, std::uint16_t daemonPort);
 
-  /// Ends the thread after a last write of the queue. Entries still waiting go without a call.
+  /// Ends the thread after a last write of the queue, within 100 ms unless a handler runs. Pending entries are
+  /// destroyed without calling their handlers.
   ~WebsocketImpl();
   WebsocketImpl(const WebsocketImpl&) = delete;
   WebsocketImpl& operator=(const WebsocketImpl&) = delete;
+
+  /// Does the last work of the thread in the caller's place, for a process that ends right after: sends what is queued
+  /// and handles what has arrived. Unless a handler runs it takes 100 ms at most, or half a second if a request waits
+  /// for a connection that is being opened. Do not use the object afterwards, and do not destroy it.
+  void finish();
+
+  /// Queues the first text, which may be lost: the end of an object does not wait longer to send it.
+  void announce(const char* event, const Json::Value& members);
 
   /// Queues a request that no report answers. Any thread.
   void send(const char* event, const Json::Value& members = {});
@@ -94,49 +74,60 @@ class WebsocketImpl {
   static std::uint64_t takeId();
 
   /// Puts the entry into the table, then queues its requests, so that no answer can overtake it. Any thread, also from
-  /// a handler.
+  /// a handler; does not wait for handlers. Throws std::bad_alloc, and then neither the entry nor a request is added.
   void addEventDescription(std::uint64_t id, EventDescription description, Handler handler);
 
-  /// Takes the entry out of the table; an unknown id does nothing. Once it returns on another thread than the channel's
-  /// the entry's handler no longer runs.
+  /// Removes the entry from the table; an unknown id does nothing. Waits for the entry's handler to end, unless the
+  /// caller is a channel thread, of this object or of another.
   void removeEventDescription(std::uint64_t id);
 
   /// Whether the caller is a channel thread, where waiting for an answer would wait for ever.
   static bool onChannelThread();
 
+  /// When the last request was queued, in monotonic milliseconds. Any thread.
+  std::uint64_t lastQueuedMs() const { return lastQueued.load(); }
+
  private:
   class Delivery;
-  using Entry = std::shared_ptr<EventDescription>;
+  using Texts = std::list<WipedText>;
 
   void run();
-  void serveSocket();
-  bool connect();
-  void flushQueue();
+  void serve(std::unique_lock<std::mutex>& lock);
+  void wait(std::unique_lock<std::mutex>& lock);
+  void exchange();
+  void connect();
   void pause();
-  void yieldToOthers() const;
-  bool scanAndContinue();
-  void scanTimeouts();
+  void queue(Texts& texts);
+  bool anyQueued();
+  bool anyRequestQueued();
+  void flushQueue();
+  void dispatch();
   void onMessage(const std::string& message);
-  template <class Visit>
-  void forEachEntry(Visit visit);
-  std::unique_lock<std::recursive_mutex> lockEntries();
+  void scanTimeouts();
+  void recoverFromNoMemory();
+  void exchangeOnceMore(std::uint64_t patienceMs);
 
   std::string address;
   std::uint16_t port;
+  // Guards what belongs to the link: the handshake, the socket and the parser. The thread releases it only to wait.
+  std::mutex linkMutex;
+  std::unique_ptr<Handshake> handshake;
   std::unique_ptr<WebSocketClient> socket;
-  std::mutex lifecycleMutex;
-  std::condition_variable stopping;
-  bool running = false;
-  std::map<std::uint64_t, Entry> entries;
-  std::recursive_mutex entriesMutex;
-  std::deque<std::string> sendQueue;
+  std::optional<JsonParser> parser;
+  // Monotonic milliseconds until which no connection is tried; 0 before the first try.
+  std::uint64_t pausedUntil = 0;
+  std::atomic<bool> ending{false};
+  // Whether finish() has done the last work.
+  bool finished = false;
+  // Whether a newly queued text must wake the thread.
+  std::atomic<bool> sleeping{false};
+  EntryTable entries;
+  Texts sendQueue;
+  bool announcementQueued = false;
   std::mutex sendMutex;
-  // How many other threads want a lock that the channel thread takes in every round.
-  std::atomic<int> waiting{0};
+  std::atomic<std::uint64_t> lastQueued{0};
   std::optional<Waker> waker;
-  // The channel thread's.
-  JsonParser parser;
-  std::thread thread;
+  Thread thread;
 };
 
 }  // namespace zephlinksdk

@@ -1,6 +1,7 @@
 #include "sdk/link/wrappers.h"
 
 #include <condition_variable>
+#include <exception>
 #include <utility>
 
 #include "sdk/errors.h"
@@ -23,7 +24,7 @@ struct Wait {
       const std::lock_guard lock(mutex);
       done = true;
     }
-    // Behind the lock, which the caller wakes to take. The entry's handler keeps this object until then.
+    // Notify after unlocking: the waiter needs the mutex. The entry's handler keeps this object until then.
     ended.notify_one();
   }
 
@@ -33,10 +34,14 @@ struct Wait {
   }
 };
 
+/// Needs memory only for the text of an error that has one.
 void readSdkError(const Json::Value& error, ZephlinkSDK_Result& head) {
   const std::uint32_t code = has(error, "type") ? asUInt(member(error, "type")) : ZephlinkSDK_Error_Sdk;
-  const std::string text = has(error, "msg") ? asString(member(error, "msg")) : "Error from SDK";
-  setError(head, code, text.c_str());
+  if (has(error, "msg")) {
+    setError(head, code, asString(member(error, "msg")).c_str());
+  } else {
+    setError(head, code, "Error from SDK");
+  }
 }
 
 /// False when the report is about another call's setting.
@@ -44,6 +49,15 @@ bool readSettingsError(const Json::Value& data, const std::string& settingName, 
   if (!has(data, "setting") || asString(member(data, "setting")) != settingName || !has(data, "msg")) return false;
   readDaemonError(data, head);
   return true;
+}
+
+/// An exception of a callback ends its subscription: it must not leave the channel thread.
+bool finishSafely(const Finish& finish) {
+  try {
+    return finish();
+  } catch (...) {
+    return false;
+  }
 }
 
 std::uint32_t daemonErrorCode(const Json::Value& data) {
@@ -56,8 +70,8 @@ std::uint32_t daemonErrorCode(const Json::Value& data) {
 
 bool tellsOfFailure(const Json::Value& data) { return daemonErrorCode(data) != ZephlinkSDK_Error_None; }
 
-void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& record) {
-  setError(record, daemonErrorCode(data), asString(member(data, "msg")).c_str());
+void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& head) {
+  setError(head, daemonErrorCode(data), asString(member(data, "msg")).c_str());
 }
 
 ZephlinkSDK_Result wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription description,
@@ -79,22 +93,33 @@ ZephlinkSDK_Result wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescrip
   }
   if (!options.settingName.empty()) WebsocketImpl::addExpectedEvent(description, kSettingsError);
 
-  const auto handler = [wait, result, options, parser, finish](const std::string& event, const std::string& message,
-                                                               const Json::Value& root) {
-    const std::lock_guard lock(result->mutex);
+  // Called with the record's mutex held. False when the event does not end the wait.
+  const auto read = [result, options, parser](const std::string& event, const std::string& message,
+                                              const Json::Value& root) {
     if (event == WebsocketImpl::kSdkError) {
       readSdkError(root, result->head);
-    } else if (event == kSettingsError && !options.settingName.empty()) {
-      if (!readSettingsError(element(root, 1), options.settingName, result->head)) return false;
-    } else if (!parser(event, message, root)) {
-      return false;
+      return true;
     }
-    if (options.async) return !finish() || !options.subscription;
+    if (event == kSettingsError && !options.settingName.empty()) {
+      return readSettingsError(element(root, 1), options.settingName, result->head);
+    }
+    return parser(event, message, root);
+  };
+  const auto handler = [wait, result, options, read, finish](const std::string& event, const std::string& message,
+                                                             const Json::Value& root) {
+    const std::lock_guard lock(result->mutex);
+    try {
+      if (!read(event, message, root)) return false;
+    } catch (const std::exception&) {
+      // Memory has run out: a record that is read in part must not look whole.
+      setError(result->head, ZephlinkSDK_Error_Sdk);
+    }
+    if (options.async) return !finishSafely(finish) || !options.subscription;
     wait->end();
     return true;
   };
 
-  // Before the entry stands: its callback may run at once, and finds the handle in the record.
+  // Set the handle before registering: the callback may run at once and finds it in the record.
   result->head.handle = WebsocketImpl::takeId();
   const ZephlinkSDK_Result immediate = result->head;
   channel.addEventDescription(immediate.handle, std::move(description), handler);

@@ -3,15 +3,19 @@
 
 #include <json/json.h>
 
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <string>
 #include <utility>
 
-#include "sdk/callback.h"
+#include "sdk/errors.h"
 #include "sdk/link/websocket_impl.h"
-#include "sdk/results.h"
+#include "zephlinksdk/zephlinksdk.h"
 
 namespace zephlinksdk {
 
@@ -25,17 +29,49 @@ struct lockedHead {
   ZephlinkSDK_Result& head;
 };
 
+/// A record on the heap, all zero. Its unused pages are never touched: a directory has room for a thousand servers.
+template <class T>
+struct FreeRecord {
+  void operator()(T* record) const { std::free(record); }
+};
+template <class T>
+using HeapRecord = std::unique_ptr<T, FreeRecord<T>>;
+
+template <class T>
+HeapRecord<T> zeroedRecord() {
+  HeapRecord<T> record(static_cast<T*>(std::calloc(1, sizeof(T))));
+  if (record == nullptr) throw std::bad_alloc();
+  return record;
+}
+
+/// How many bytes of a record have a meaning.
+template <class T>
+std::size_t usedSize(const T&) {
+  return sizeof(T);
+}
+inline std::size_t usedSize(const ZephlinkSDK_DirectoryResult& record) {
+  return offsetof(ZephlinkSDK_DirectoryResult, servers) + record.count * sizeof(ZephlinkSDK_ServerInfo);
+}
+
 /// Owned by the method, the entry's handler and its parser together; all zero at creation.
 template <class T>
 struct lockedResult : lockedHead {
-  lockedResult() : lockedHead(record) {}
+  lockedResult() : lockedResult(zeroedRecord<T>()) {}
 
+  /// The record as a caller gets it. Entries of an array beyond its count are not copied where that would cost much.
   T copy() {
     const std::lock_guard lock(mutex);
-    return record;
+    T copied;
+    std::memcpy(&copied, storage.get(), usedSize(*storage));
+    return copied;
   }
 
-  T record{};
+  const HeapRecord<T> storage;
+  T& record;
+
+ private:
+  explicit lockedResult(HeapRecord<T> zeroed)
+      : lockedHead(headOf(*zeroed)), storage(std::move(zeroed)), record(*storage) {}
 };
 
 /// Whether a report tells of a failure: a `type` other than 0 that fits 32 bits, with a sign or without.
@@ -43,7 +79,7 @@ bool tellsOfFailure(const Json::Value& data);
 
 /// Puts a failure that the daemon reports, `type` and `msg`, into the head. Of a code below zero the same 32 bits are
 /// taken without the sign.
-void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& record);
+void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& head);
 
 /// Reads an event into the record, whose mutex is held. False when the event does not end the wait.
 using Parser = std::function<bool(const std::string& event, const std::string& message, const Json::Value& root)>;
@@ -62,7 +98,7 @@ ZephlinkSDK_Result wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescrip
 template <class T>
 T immediateRecord(const ZephlinkSDK_Result& head) {
   T record{};
-  static_cast<ZephlinkSDK_Result&>(record) = head;
+  headOf(record) = head;
   return record;
 }
 

@@ -14,7 +14,7 @@ trap 'kill "${simulators[@]}" 2>/dev/null || true; rm -rf "$work"' EXIT
 # start_simulator OPTION...: the port is in $port.
 start_simulator() {
   local output greeting
-  exec {output}< <(exec "$zephsim" --port 0 "$@")
+  exec {output}< <(exec setpriv --pdeathsig KILL "$zephsim" --port 0 "$@")
   simulators+=($!)
   read -r -t 10 greeting <&"$output" || { echo "The simulator did not start"; exit 1; }
   port=${greeting##*:}

@@ -1,10 +1,17 @@
-// Preloaded into a program, makes one of its calls to the system fail: FAULT="<call>:<kind>:<first>:<count>", uses
-// counted from 1, a count of 0 for all from the first on. FAULT_FIRED names a file that is made when one has failed.
+// Preloaded into a program, makes one of its calls to the system fail:
+// FAULT="<call>:<kind>:<first>:<count>[:<thread>]", uses counted from 1, a count of 0 for all from the first on.
+// FAULT_FIRED names a file that is made at the first failure and contains the call stack of it.
 //
-// A kind is the name of an error, or: "short" moves one byte at most, "eof" tells the end of the peer, "none" tells
-// that nothing is ready.
+// The call "alloc" is each function that allocates memory, and so operator new. The kind is the name of an error, or:
+// "short" moves one byte at most, "eof" reports the end of the peer, "none" reports that nothing is ready. With a
+// thread only the uses of this thread count, which makes a run repeatable; threads are numbered from 0, in the order
+// of their first use. With a count of 0 the other threads fail too from that use on.
+
+// Checked forms of the functions that are defined here would take their names.
+#undef _FORTIFY_SOURCE
 
 #include <dlfcn.h>
+#include <execinfo.h>
 #include <fcntl.h>
 #include <netdb.h>
 #include <poll.h>
@@ -15,7 +22,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -36,6 +42,7 @@ constexpr Kind kKinds[] = {
     {"none", kNone},
     {"EINTR", EINTR},
     {"EAGAIN", EAGAIN},
+    {"EINPROGRESS", EINPROGRESS},
     {"ECONNREFUSED", ECONNREFUSED},
     {"ECONNRESET", ECONNRESET},
     {"ETIMEDOUT", ETIMEDOUT},
@@ -49,18 +56,21 @@ constexpr Kind kKinds[] = {
     {"EAI_MEMORY", EAI_MEMORY},
 };
 
+constexpr int kAnyThread = -1;
+
 /// What FAULT says. Read once, before the first call is counted.
 struct Plan {
   char call[20] = "";
   int code = 0;
   long first = 0;
   long count = 1;
+  int thread = kAnyThread;
 
   Plan() {
     const char* text = std::getenv("FAULT");
     if (text == nullptr) return;
     char kind[20] = "";
-    const int read = std::sscanf(text, "%19[^:]:%19[^:]:%ld:%ld", call, kind, &first, &count);
+    const int read = std::sscanf(text, "%19[^:]:%19[^:]:%ld:%ld:%d", call, kind, &first, &count, &thread);
     for (const Kind& known : kKinds) {
       if (std::strcmp(known.name, kind) == 0) code = known.code;
     }
@@ -74,20 +84,58 @@ const Plan& plan() {
   return read;
 }
 
+/// The program's main. Before it runs nothing is counted: the loader and the C++ run-time get their memory.
+int (*g_main)(int, char**, char**) = nullptr;
+std::atomic<bool> g_started{false};
+
+int startedMain(int argc, char** argv, char** environment) {
+  g_started = true;
+  return g_main(argc, argv, environment);
+}
+
+/// True while this thread is inside the shim: what the shim itself calls is not counted.
+thread_local bool t_inside = false;
+
+int threadNumber() {
+  static std::atomic<int> threads{0};
+  thread_local const int number = threads++;
+  return number;
+}
+
+/// Makes the file that FAULT_FIRED names.
+void recordFailure() {
+  const char* path = std::getenv("FAULT_FIRED");
+  const int file = path == nullptr ? -1 : ::creat(path, 0600);
+  if (file < 0) return;
+  void* stack[40];
+  ::backtrace_symbols_fd(stack, ::backtrace(stack, 40), file);
+  ::close(file);
+}
+
 /// The kind of failure for this use of a call, 0 for none.
-int failure(const char* call) {
+int countedFailure(const char* call) {
   static std::atomic<long> uses{0};
+  static std::atomic<bool> failing{false};
   const Plan& wanted = plan();
   if (wanted.code == 0 || std::strcmp(wanted.call, call) != 0) return 0;
+  if (wanted.thread != kAnyThread && wanted.thread != threadNumber()) {
+    return wanted.count == 0 && failing ? wanted.code : 0;
+  }
   const long use = ++uses;
   if (use < wanted.first || (wanted.count != 0 && use >= wanted.first + wanted.count)) return 0;
   if (use == wanted.first) {
-    if (const char* path = std::getenv("FAULT_FIRED")) {
-      const int file = ::creat(path, 0600);
-      if (file >= 0) ::close(file);
-    }
+    recordFailure();
+    failing = true;
   }
   return wanted.code;
+}
+
+int failure(const char* call) {
+  if (t_inside || !g_started) return 0;
+  t_inside = true;
+  const int code = countedFailure(call);
+  t_inside = false;
+  return code;
 }
 
 /// Whether the code is an error's, which errno then has.
@@ -111,13 +159,46 @@ bool fails(int code) {
 
 extern "C" {
 
+// The C library's own functions under the names that stay when the usual ones are replaced: dlsym allocates.
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* memory, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
+
+int __libc_start_main(int (*main)(int, char**, char**), int argc, char** argv, void (*init)(), void (*fini)(),
+                      void (*unload)(), void* stack) {
+  g_main = main;
+  return REAL(__libc_start_main)(startedMain, argc, argv, init, fini, unload, stack);
+}
+
+void* malloc(std::size_t size) { return fails(failure("alloc")) ? nullptr : __libc_malloc(size); }
+
+void* calloc(std::size_t count, std::size_t size) {
+  return fails(failure("alloc")) ? nullptr : __libc_calloc(count, size);
+}
+
+void* realloc(void* memory, std::size_t size) {
+  return fails(failure("alloc")) ? nullptr : __libc_realloc(memory, size);
+}
+
+void* aligned_alloc(std::size_t alignment, std::size_t size) {
+  return fails(failure("alloc")) ? nullptr : __libc_memalign(alignment, size);
+}
+
+int posix_memalign(void** memory, std::size_t alignment, std::size_t size) {
+  const int code = failure("alloc");
+  if (code != 0) return code;
+  *memory = __libc_memalign(alignment, size);
+  return *memory == nullptr ? ENOMEM : 0;
+}
+
 int socket(int domain, int type, int protocol) noexcept { return FAIL_OR_CALL(socket, domain, type, protocol); }
 
 int connect(int socket, const sockaddr* address, socklen_t size) {
   const int code = failure("connect");
   if (!fails(code)) return REAL(connect)(socket, address, size);
-  // An interrupted one goes on by itself.
-  if (code == EINTR) REAL(connect)(socket, address, size);
+  // These go on by themselves.
+  if (code == EINTR || code == EINPROGRESS) REAL(connect)(socket, address, size);
   errno = code;
   return -1;
 }
@@ -142,12 +223,8 @@ int poll(pollfd* watched, nfds_t count, int timeout) {
   return 0;
 }
 
-int fcntl(int descriptor, int command, ...) {
-  va_list list;
-  va_start(list, command);
-  void* argument = va_arg(list, void*);
-  va_end(list);
-  return FAIL_OR_CALL(fcntl, descriptor, command, argument);
+int getsockopt(int socket, int level, int name, void* value, socklen_t* size) noexcept {
+  return FAIL_OR_CALL(getsockopt, socket, level, name, value, size);
 }
 
 int setsockopt(int socket, int level, int name, const void* value, socklen_t size) noexcept {

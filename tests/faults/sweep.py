@@ -17,9 +17,10 @@ import tempfile
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "python"))
 import zephtest  # noqa: E402
 
-# Words, and how many requests in a row each make: each has 5 seconds of its own.
+# Words, and how many requests in a row each make: each has 5 seconds of its own. A host's name is looked up.
 COMMANDS = [
     (("state",), 1),
+    (("-i", "localhost", "state"), 1),
     (("version",), 1),
     (("show", "servers"), 1),
     (("firewall", "domains", "add", "example.com"), 2),
@@ -29,11 +30,11 @@ COMMANDS = [
 
 FAULTS = {
     "socket": ["EMFILE", "ENOBUFS"],
-    "connect": ["ECONNREFUSED", "ETIMEDOUT", "EINTR"],
+    "connect": ["ECONNREFUSED", "ETIMEDOUT", "EINTR", "EINPROGRESS"],
     "send": ["ECONNRESET", "EPIPE", "EINTR", "EAGAIN", "ENOBUFS", "short"],
     "recv": ["ECONNRESET", "EINTR", "EAGAIN", "ENOMEM", "short", "eof"],
     "poll": ["EINTR", "ENOMEM", "none"],
-    "fcntl": ["EINVAL"],
+    "getsockopt": ["ENOBUFS"],
     "setsockopt": ["ENOBUFS"],
     "pipe2": ["EMFILE"],
     "write": ["EINTR", "EAGAIN"],

@@ -3,8 +3,7 @@
 #include <cstdlib>
 #include <future>
 
-#include "l10n/location_names.h"
-#include "sdk/facade.h"
+#include "zephlinksdk/zephlinksdk.h"
 
 namespace {
 
@@ -35,7 +34,8 @@ int main(int argc, char** argv) {
   ZephlinkSDK_destroy(sdk);
 
   if (failed(state) || failed(version)) return 1;
-  std::printf("state %u, version %d.%d, %s\n", state.state, version.maj, version.min,
-              zephlinksdk::countryName("de").c_str());
+  char country[50];
+  ZephlinkSDK_countryName("de", country, sizeof country);
+  std::printf("state %u, version %d.%d, %s\n", state.state, version.maj, version.min, country);
   return 0;
 }

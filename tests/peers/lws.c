@@ -84,10 +84,16 @@ int main(int argc, char** argv) {
   readAnswers(argv[1]);
   lws_set_log_level(LLL_ERR, NULL);
   const struct lws_protocols protocols[] = {
-      {.name = "event-protocol", .callback = onEvent, .per_session_data_size = sizeof(struct link), .rx_buffer_size = 65536},
+      {.name = "event-protocol",
+       .callback = onEvent,
+       .per_session_data_size = sizeof(struct link),
+       .rx_buffer_size = 65536},
       {0},
   };
-  const struct lws_context_creation_info info = {.iface = "lo", .protocols = protocols, .options = LWS_SERVER_OPTION_DISABLE_IPV6 | LWS_SERVER_OPTION_EXPLICIT_VHOSTS};
+  const struct lws_context_creation_info info = {
+      .iface = "lo",
+      .protocols = protocols,
+      .options = LWS_SERVER_OPTION_DISABLE_IPV6 | LWS_SERVER_OPTION_EXPLICIT_VHOSTS};
   struct lws_context* context = lws_create_context(&info);
   struct lws_vhost* vhost = context != NULL ? lws_create_vhost(context, &info) : NULL;
   if (vhost == NULL) return 1;

@@ -42,7 +42,7 @@ async def outputs(program, port):
 
 
 async def try_peer(program, name, command, wanted):
-    process = await asyncio.create_subprocess_exec(*command, stdout=asyncio.subprocess.PIPE)
+    process = await zephtest.start(*command, stdout=asyncio.subprocess.PIPE)
     try:
         greeting = (await asyncio.wait_for(process.stdout.readline(), 20)).decode()
         if not greeting.startswith("listening on 127.0.0.1:"):
@@ -50,9 +50,7 @@ async def try_peer(program, name, command, wanted):
             return False
         got = await outputs(program, int(greeting.rsplit(":", 1)[1]))
     finally:
-        if process.returncode is None:
-            process.kill()
-        await process.wait()
+        await zephtest.stop(process)
     fine = True
     for words, ours, theirs in zip(COMMANDS, wanted, got):
         if ours != theirs:

@@ -61,10 +61,10 @@ TEST(Secrets, NotInWhatIsPrintedWhenTheDaemonRefuses) {
 
 TEST(Secrets, NotInWhatTheSimulatorPrintsUnlessAsked) {
   for (const bool asked : {false, true}) {
-    Process simulator({ZEPHSIM_PATH, "--port", "0", "--fast", asked ? "--print-secrets" : "--print", "--print"});
+    const std::uint16_t port = nextPort();
+    Process simulator(
+        {ZEPHSIM_PATH, "--port", std::to_string(port), "--fast", asked ? "--print-secrets" : "--print", "--print"});
     ASSERT_TRUE(simulator.waitForOutput("\n"));
-    const std::string greeting = simulator.outputSoFar();
-    const auto port = static_cast<std::uint16_t>(std::stoi(greeting.substr(greeting.rfind(':') + 1)));
     for (const Way& way : kWays) expectNoSecret(zephctl(port, way.words, way.input));
     EXPECT_EQ(zephctl(port, {"daemon", "exit"}).status, 0);
     const ProgramRun run = simulator.finish();

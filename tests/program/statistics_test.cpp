@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <chrono>
 
-#include "sdk/platform/clock.h"
+#include "platform/clock.h"
 #include "tests/program_case.h"
 
 namespace tests {

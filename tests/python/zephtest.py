@@ -5,9 +5,11 @@ Standard library only. Everything is on loopback.
 
 import asyncio
 import base64
+import ctypes
 import hashlib
 import json
 import os
+import signal
 import struct
 import time
 from collections import namedtuple
@@ -35,11 +37,11 @@ ANSWERS = {
 }
 
 
-def answers(name, members):
+def answers(name, members, table=ANSWERS):
     """The reports that answer a request: always the same, with what the request sets."""
-    if name not in ANSWERS:
+    if name not in table:
         return []
-    event, data = ANSWERS[name]
+    event, data = table[name]
     return [(event, {**data, **members} if members else data)]
 
 
@@ -86,8 +88,8 @@ class Connection:
         self.write(frame(text_of(event, data)))
         await self.writer.drain()
 
-    async def request(self):
-        """The next request: its name and members."""
+    async def text(self):
+        """The next text message, as it came."""
         while True:
             first, second = await self.reader.readexactly(2)
             size = second & 0x7F
@@ -102,10 +104,15 @@ class Connection:
             if first & 0x0F == 8:
                 raise Gone
             if first & 0x0F == 1:
-                name, members, source = json.loads(payload)
-                if source != "zephlink_sdk" or not payload.endswith(b"\n"):
-                    raise Gone
-                return name, members
+                return payload
+
+    async def request(self):
+        """The next request: its name and members."""
+        text = await self.text()
+        name, members, source = json.loads(text)
+        if source != "zephlink_sdk" or not text.endswith(b"\n"):
+            raise Gone
+        return name, members
 
 
 async def answer_all(link):
@@ -143,24 +150,53 @@ class Daemon:
             writer.close()
 
 
+PR_SET_PDEATHSIG = 1
+LIBC = ctypes.CDLL(None)
+PARENT = os.getpid()
+
+
+def end_with_the_test():
+    """In the child: the system ends it when the test ends, however that is."""
+    LIBC.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
+    if os.getppid() != PARENT:
+        os._exit(127)
+
+
+async def start(program, *words, **streams):
+    """Starts a program that ends with the test, in its own process group."""
+    return await asyncio.create_subprocess_exec(
+        program, *words, **{"stdin": asyncio.subprocess.DEVNULL, **streams},
+        start_new_session=True, preexec_fn=end_with_the_test)
+
+
+async def stop(process):
+    """Ends a program and what it started."""
+    if process.returncode is None:
+        try:
+            os.killpg(process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+    await process.wait()
+
+
 Run = namedtuple("Run", "status out err seconds")
 
 
 async def run(program, port, words, limit, env=None):
-    """One run of zephctl. Its status is negative after a signal, None if it had to be killed at `limit` seconds."""
-    start = time.monotonic()
-    process = await asyncio.create_subprocess_exec(
-        program, "-p", str(port), *words, stdin=asyncio.subprocess.DEVNULL,
-        stdout=asyncio.subprocess.PIPE, stderr=asyncio.subprocess.PIPE, env={**os.environ, **(env or {})},
-    )
+    """One run of zephctl. Its status is negative after a signal, None if it had to be killed at `limit` seconds. The
+    words may begin with -i and a host."""
+    begin = time.monotonic()
+    options = 2 if words[:1] == ("-i",) else 0
+    process = await start(program, *words[:options], "-p", str(port), *words[options:], stdout=asyncio.subprocess.PIPE,
+                          stderr=asyncio.subprocess.PIPE, env={**os.environ, **(env or {})})
     try:
         out, err = await asyncio.wait_for(process.communicate(), limit)
         status = process.returncode
     except asyncio.TimeoutError:
-        process.kill()
+        await stop(process)
         out, err = await process.communicate()
         status = None
-    return Run(status, out.decode(), err.decode(), time.monotonic() - start)
+    return Run(status, out.decode(), err.decode(), time.monotonic() - begin)
 
 
 def is_error_object(text):

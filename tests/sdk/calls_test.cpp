@@ -214,6 +214,31 @@ TEST(Calls, KeepAliveRepeatsTheSubscriptionAtOnce) {
   EXPECT_EQ(host.daemon.heard()[1], R"(["stat_subscribe",{"enable":true},"zephlink_sdk"])");
 }
 
+/// The repetition has no periods: amid the requests of a host it would undo the first one's.
+TEST(Calls, KeepAliveFollowsTheRequestsOfTheHost) {
+  const std::vector<std::string> own{
+      R"(["stat_subscribe",{"enable":true,"periods":[24]},"zephlink_sdk"])",
+      R"(["request_current_state",null,"zephlink_sdk"])", R"(["request_networks",null,"zephlink_sdk"])",
+      R"(["request_connection_stats",null,"zephlink_sdk"])", R"(["request_session_stats",null,"zephlink_sdk"])"};
+  for (int round = 0; round < 50; ++round) {
+    Collector<State> states;
+    Collector<ZephlinkSDK_AdaptersResult> adapters;
+    Collector<ZephlinkSDK_ConnectionStatsResult> connections;
+    Collector<ZephlinkSDK_SessionStatsResult> sessions;
+    Host host;
+    const std::uint32_t day = 24;
+    ZephlinkSDK_subscribeStats(host.sdk, true, 1, &day);
+    ZephlinkSDK_getState(host.sdk, states.collect, &states);
+    ZephlinkSDK_getAdapters(host.sdk, adapters.collect, &adapters);
+    ZephlinkSDK_getConnectionStats(host.sdk, connections.collect, &connections);
+    ZephlinkSDK_getSessionStats(host.sdk, sessions.collect, &sessions);
+    ASSERT_TRUE(host.daemon.waitForRequests(own.size()));
+    auto heard = host.daemon.heard();
+    heard.resize(own.size());
+    ASSERT_EQ(heard, own) << "in round " << round;
+  }
+}
+
 TEST(Calls, EndsAtOnceInEveryStateOfTheLink) {
   ScriptedDaemon daemon;
   const ClosedPort closedPort;

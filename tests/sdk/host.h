@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "sdk/facade.h"
-#include "sdk/text.h"
+#include "base/text.h"
 #include "tests/scripted_daemon.h"
+#include "zephlinksdk/zephlinksdk.h"
 
 namespace tests {
 

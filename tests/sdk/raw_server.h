@@ -10,6 +10,7 @@
 #include <thread>
 #include <utility>
 
+#include "tests/ports.h"
 #include "tests/watched.h"
 
 namespace tests {
@@ -57,8 +58,18 @@ class RawServer {
 
  private:
   boost::asio::io_context context;
-  boost::asio::ip::tcp::acceptor acceptor{context, {boost::asio::ip::address_v4::loopback(), 0}};
+  boost::asio::ip::tcp::acceptor acceptor{context, {boost::asio::ip::address_v4::loopback(), nextPort()}};
   std::thread thread;
+};
+
+/// Takes connections in the kernel and never answers: as a stopped daemon does.
+class SilentPeer {
+ public:
+  std::uint16_t port() const { return acceptor.local_endpoint().port(); }
+
+ private:
+  boost::asio::io_context context;
+  boost::asio::ip::tcp::acceptor acceptor{context, {boost::asio::ip::address_v4::loopback(), nextPort()}};
 };
 
 }  // namespace tests

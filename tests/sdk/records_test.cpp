@@ -183,17 +183,41 @@ TEST(Settings, TellTheLanguageAndTheExposedAdapters) {
 }
 
 TEST(Settings, KeepListsThatAReportLeavesOut) {
-  const auto records = recordsOf(ZephlinkSDK_getSettings, "request_connection_settings", "report_connection_settings",
-                                 {R"({"forward_ports":[{"port":80}],"perconn_encryption":true,"encrypted":true,
+  const auto records =
+      recordsOf(ZephlinkSDK_getSettings, "request_connection_settings", "report_connection_settings",
+                {R"({"forward_ports":[{"port":80,"proto":"udp"}],"perconn_encryption":true,"encrypted":true,
                      "perconn_encryption_settings":{"a":true},"num_target_connections":{"upload":3}})",
-                                  R"({"perconn_encryption":true})", R"({"forward_ports":[]})"});
+                 R"({"perconn_encryption":true})", R"({"forward_ports":[]})",
+                 R"({"forward_ports":[{"port":81,"proto":"icmp"}]})"});
   EXPECT_EQ(records[0].targetUploadConnections, 3);
   EXPECT_EQ(records[1].targetUploadConnections, 0);
   EXPECT_FALSE(records[1].encrypted);
   EXPECT_EQ(records[1].forwardedPortCount, 1);
+  EXPECT_EQ(records[1].forwardedPorts[0].protocol, ZephlinkSDK_PortProtocol_Udp);
   EXPECT_EQ(records[1].perConnectionEncryptionCount, 1);
   EXPECT_EQ(records[2].forwardedPortCount, 0);
   EXPECT_EQ(records[2].perConnectionEncryptionCount, 0);
+  // An entry is read whole.
+  EXPECT_EQ(records[3].forwardedPorts[0].port, 81);
+  EXPECT_EQ(records[3].forwardedPorts[0].protocol, ZephlinkSDK_PortProtocol_Tcp);
+}
+
+TEST(ServerSettings, KeepNothingOfTheReportBefore) {
+  const std::string place = R"({"connect_to_best_method":"exact","connect_country":"us|nyc|3"})";
+  const auto records =
+      recordsOf(ZephlinkSDK_getServerSettings, "request_server_settings", "report_server_settings",
+                {place, R"({"connect_to_best_method":"p2p","connect_country":"us|nyc|3"})", place, "{}"});
+  const auto expectPlace = [&](std::size_t i, ZephlinkSDK_ConnectMethod method, const char* country, const char* city,
+                               std::int32_t num) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(records[i].connectMethod, method);
+    EXPECT_STREQ(records[i].country, country);
+    EXPECT_STREQ(records[i].city, city);
+    EXPECT_EQ(records[i].num, num);
+  };
+  expectPlace(0, ZephlinkSDK_ConnectMethod_Exact, "us", "nyc", 3);
+  expectPlace(1, ZephlinkSDK_ConnectMethod_P2P, "", "", 0);
+  expectPlace(3, ZephlinkSDK_ConnectMethod_Closest, "", "", 0);
 }
 
 TEST(CaptivePortal, CheckOutlivesTheTimeOutOfOthers) {

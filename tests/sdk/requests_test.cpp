@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "tests/comma_locale.h"
 #include "tests/program_case.h"
 #include "tests/sdk/host.h"
 
@@ -12,12 +14,13 @@ namespace tests {
 namespace {
 
 /// Fails with the line of the call.
-void expectRefused(const ZephlinkSDK_Result& record, std::uint32_t code = ZephlinkSDK_Error_InvalidArgument,
+template <class Record>
+void expectRefused(const Record& record, std::uint32_t code = ZephlinkSDK_Error_InvalidArgument,
                    int line = __builtin_LINE()) {
   const testing::ScopedTrace trace(__FILE__, line, "");
   EXPECT_TRUE(record.hasError);
   EXPECT_EQ(record.errorCode, code);
-  EXPECT_STREQ(record.errorMessage, zephlinksdk::errorText(code));
+  EXPECT_STREQ(record.errorMessage, ZephlinkSDK_errorText(code));
 }
 
 /// A number as whatever enumeration a call takes.
@@ -66,6 +69,7 @@ TEST(Refusals, ComeBeforeAnythingIsSent) {
   // Settings, adapters and privacy.
   expectRefused(ZephlinkSDK_setConnectionTransportMode(sdk, ZephlinkSDK_TransportMode_Proxy, nullptr, nullptr));
   expectRefused(ZephlinkSDK_setConnectionTransportMode(sdk, ZephlinkSDK_TransportMode_Share, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setMode(sdk, Number{3}, nullptr, nullptr));
   expectRefused(ZephlinkSDK_setConnectionEncryption(sdk, nullptr, true, nullptr, nullptr));
   expectRefused(ZephlinkSDK_setForwardPorts(sdk, 1, nullptr, nullptr, nullptr));
   expectRefused(ZephlinkSDK_setDownstreamSubnets(sdk, 1, nullptr, nullptr, nullptr));
@@ -85,6 +89,7 @@ TEST(Refusals, ComeBeforeAnythingIsSent) {
   expectRefused(ZephlinkSDK_setFirewallDomains(sdk, 1, nullptr, nullptr, nullptr));
   expectRefused(ZephlinkSDK_setLocalProxyPorts(sdk, 1, nullptr, nullptr, nullptr));
   expectRefused(ZephlinkSDK_setLocalProxyDomainWatchlistEnable(sdk, nullptr, true, nullptr, nullptr));
+  expectRefused(ZephlinkSDK_setDaemonLogSettings(sdk, {1, 2, 3, Number{4}}, nullptr, nullptr));
   expectRefused(ZephlinkSDK_sendLogReport(sdk, nullptr, "text", ".", nullptr, nullptr));
   expectRefused(ZephlinkSDK_sendLogReport(sdk, "a@b.example", "text", nullptr, nullptr, nullptr));
   expectRefused(ZephlinkSDK_subscribeStats(sdk, true, 1, nullptr));
@@ -106,7 +111,7 @@ TEST(Refusals, ComeBeforeAnythingIsSent) {
   expectRefused(ZephlinkSDK_setSafeBrowsingSafeNetworkOverride(sdk, Number{3}, nullptr, nullptr));
   // Listeners without a callback.
   constexpr auto kNoCallback = ZephlinkSDK_Error_CallbackRequired;
-  EXPECT_STREQ(zephlinksdk::errorText(kNoCallback), "A callback is required for this call");
+  EXPECT_STREQ(ZephlinkSDK_errorText(kNoCallback), "A callback is required for this call");
   expectRefused(ZephlinkSDK_listenForNetworkSharePeerStatusChange(sdk, nullptr, nullptr), kNoCallback);
   expectRefused(ZephlinkSDK_listenForNetworkSharePairRequest(sdk, nullptr, nullptr), kNoCallback);
   expectRefused(ZephlinkSDK_listenForNetworkShareNewPeerAvailable(sdk, nullptr, nullptr), kNoCallback);
@@ -144,7 +149,7 @@ TEST(Requests, HoldNoMoreThanTheDaemonTakes) {
              {"set_localproxy_ipv6", {event("report_localproxy_settings", "{}")}}});
   std::vector<std::string> sent;
   // Each call has been answered, so its request has been heard.
-  const auto expectSent = [&](const ZephlinkSDK_Result& record, const std::string& name, const std::string& members) {
+  const auto expectSent = [&](const auto& record, const std::string& name, const std::string& members) {
     EXPECT_FALSE(record.hasError) << name;
     sent.push_back(request(name, members));
     EXPECT_EQ(host.daemon.heard(), sent);
@@ -185,6 +190,36 @@ TEST(Requests, HoldNoMoreThanTheDaemonTakes) {
              R"({"ports":[{"port":3,"portRangeEnd":4}]})");
   expectSent(ZephlinkSDK_setLocalProxyIPv6(host.sdk, 0, nullptr, nullptr, nullptr), "set_localproxy_ipv6",
              R"({"ipv6":[]})");
+}
+
+TEST(Numbers, AreTheSameUnderEveryLocale) {
+  Host host({{"set_overflow_threshold",
+              {event("report_connection_settings",
+                     R"({"connection_secondary_speed_activation":1234567.5,"max_redundant":1e3})")}},
+             {"request_speedtest_results",
+              {event("report_speedtest_results", R"([{"time":"2024-01-02T03:04:05","download":12.5,"msg":0.25}])")}}});
+  const CommaLocale locale;
+  const auto settings = ZephlinkSDK_setOverflowThreshold(host.sdk, 12.5, nullptr, nullptr);
+  EXPECT_EQ(host.daemon.heard(), std::vector<std::string>{request("set_overflow_threshold", R"({"speed":12.5})")});
+  EXPECT_FALSE(settings.hasError);
+  EXPECT_EQ(settings.overflowThreshold, 1234567.5);
+  EXPECT_EQ(settings.maxRedundant, 1000U);
+  const auto run = ZephlinkSDK_getSpeedTestResults(host.sdk, nullptr, nullptr).runs[0];
+  EXPECT_GT(run.time, 1704000000);
+  EXPECT_EQ(run.downloadSpeed, 12.5);
+  EXPECT_STREQ(run.errorMessage, "0.25");
+}
+
+TEST(Config, NeedsNoTerminators) {
+  ScriptedDaemon daemon({{"request_current_state", {stateReport(2)}}});
+  ZephlinkSDK_Config config = configFor(daemon.port());
+  std::ranges::fill(config.appName, 'n');
+  // 127.0.0.1, with an octal number of as many digits as there is room for.
+  const std::string_view end = "177.0.0.1";
+  std::ranges::fill(config.address, '0');
+  std::ranges::copy(end, std::end(config.address) - end.size());
+  const Sdk sdk(ZephlinkSDK_create(config));
+  EXPECT_EQ(ZephlinkSDK_getState(sdk.get(), nullptr, nullptr).state, ZephlinkSDK_State_LoggedIn);
 }
 
 }  // namespace

@@ -2,14 +2,9 @@
 // ThreadSanitizer.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <thread>
-
-#ifndef _WIN32
-#include <sys/resource.h>
-#endif
 
 #include "tests/sdk/host.h"
 
@@ -20,22 +15,6 @@ namespace {
 int rounds(int otherwise) {
   const char* text = std::getenv("ZEPHCTL_ROUNDS");
   return text != nullptr ? std::atoi(text) : otherwise;
-}
-
-/// Each object leaves its socket to the process: a loop needs room for as many, on both sides, in this one process.
-int roundsWithDescriptors(int otherwise) {
-  const int wanted = rounds(otherwise);
-#ifdef _WIN32
-  return wanted;
-#else
-  rlimit limit{};
-  ::getrlimit(RLIMIT_NOFILE, &limit);
-  limit.rlim_cur = limit.rlim_max;
-  ::setrlimit(RLIMIT_NOFILE, &limit);
-  const auto room = static_cast<int>(std::min<rlim_t>(limit.rlim_cur, 1000000)) / 2 - 100;
-  EXPECT_GE(room, wanted) << "the system allows too few open files for that many rounds";
-  return std::min(wanted, room);
-#endif
 }
 
 TEST(Threads, CallersOnManyThreadsGetTheirOwnAnswers) {
@@ -117,7 +96,7 @@ TEST(Threads, ListenersAreRemovedFromOtherThreadsDuringDelivery) {
 
 TEST(Threads, StartAndShutdownRace) {
   ScriptedDaemon daemon(statesAndVersion({}));
-  const int wanted = roundsWithDescriptors(200);
+  const int wanted = rounds(200);
   std::atomic<int> next{0};
   std::atomic<int> wrong{0};
   onThreads(4, [&](int) {

@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "sdk/platform/waker.h"
+#include "platform/waker.h"
 #include "simulator/ws_server.h"
 #include "tests/sdk/raw_server.h"
 
@@ -321,7 +321,7 @@ TEST(Beast, ExchangesMessagesOfEverySize) {
     protocol = upgrade.field("Sec-WebSocket-Protocol");
   };
   handlers.onText = [&](zephsim::Connection from, const std::string& text) { running->send(from, text); };
-  zephsim::WsServer server(0, handlers);
+  zephsim::WsServer server(nextPort(), handlers);
   running = &server;
   server.start();
   Connected connected(server.port());
@@ -347,7 +347,7 @@ TEST(Beast, TakesFragmentsAndAnswersPings) {
   handlers.onPong = [&](zephsim::Connection, const std::string& payload) {
     pong.change([&](std::string& heard) { heard = payload; });
   };
-  zephsim::WsServer server(0, handlers);
+  zephsim::WsServer server(nextPort(), handlers);
   running = &server;
   server.start();
   Connected connected(server.port());

@@ -35,16 +35,13 @@ class Watched:
         self.records, self.samples = 0, []
 
     async def __aenter__(self):
-        self.process = await asyncio.create_subprocess_exec(
-            *self.command, stdin=asyncio.subprocess.DEVNULL, stdout=asyncio.subprocess.PIPE,
-            stderr=asyncio.subprocess.DEVNULL)
+        self.process = await zephtest.start(*self.command, stdout=asyncio.subprocess.PIPE,
+                                            stderr=asyncio.subprocess.DEVNULL)
         self.tasks = [asyncio.create_task(self.count()), asyncio.create_task(self.sample())]
         return self
 
     async def __aexit__(self, *_):
-        if self.process.returncode is None:
-            self.process.kill()
-        await self.process.wait()
+        await zephtest.stop(self.process)
         await asyncio.wait(self.tasks, timeout=5)
 
     async def count(self):
@@ -132,6 +129,43 @@ async def day(program, reports):
         await asyncio.sleep(3.5)  # some samples behind the burst
         check(whole and run.records == reports, f"day: {run.records} of {reports} reports were printed")
         print(f"day: {reports} reports in {took:.1f} s; {run.check('day')}", flush=True)
+
+
+async def large(program, megabytes):
+    """Large messages leave no memory in use: a report, an event that nobody waits for, and a ping with its pong."""
+    payload = b"x" * (megabytes * 1000000)
+    small = zephtest.frame(zephtest.text_of("report_current_state", {"state": 6}))
+    big = [
+        zephtest.frame(b'["report_current_state",{"state":6,"more":"' + payload + b'"}]'),
+        zephtest.frame(b'["report_nobody_waits_for",{"more":"' + payload + b'"}]'),
+        zephtest.frame(payload, 9),
+    ]
+    begin, memory = asyncio.Event(), []
+
+    async def course(link):
+        while (await link.request())[0] != "request_streaming_stats":
+            pass
+        link.write(small)
+        await begin.wait()
+        pong = asyncio.create_task(link.reader.readexactly(len(payload)))
+        for frame in big:
+            link.write(frame)
+        await link.writer.drain()
+        await pong
+        link.write(small)
+        await link.reader.read()
+
+    async with zephtest.Daemon(course) as daemon, Watched(program, daemon.port, ("stats",)) as run:
+        check(await run.until(1, 30), "large: no first record")
+        memory.append(run.samples[-1][0] if run.samples else 0)
+        begin.set()
+        check(await run.until(3, 120), "large: records are lost")
+        seen = len(run.samples)
+        while len(run.samples) < seen + 3 and run.process.returncode is None:
+            await asyncio.sleep(0.05)
+        memory.append(run.samples[-1][0])
+        check(memory[1] - memory[0] <= 4 * GROWTH, f"large: memory grew from {memory[0]} to {memory[1]} KiB")
+        print(f"large: messages of {megabytes} MB; memory {memory[0]} then {memory[1]} KiB", flush=True)
 
 
 async def restarts(program, times):
@@ -223,6 +257,7 @@ async def main():
         late(program, "trickle, a byte a second", slow(0, 1), False),
         late(program, "trickle, a byte in 20 ms", slow(0, 0.02), True),
     )
+    await large(program, 50)
     await day(program, max(4000, int(86400 * share)))
     await many(program, max(300, int(10000 * share)), 1)
     await many(program, max(300, int(10000 * share)), 50)

@@ -4,10 +4,11 @@
 #include <map>
 #include <string>
 
-#include "l10n/location_names.h"
+#include "base/text.h"
 #include "l10n/location_tables.h"
 #include "l10n/translate.h"
-#include "sdk/text.h"
+#include "sdk/location_names.h"
+#include "tests/comma_locale.h"
 
 namespace {
 
@@ -94,6 +95,7 @@ TEST_F(Translate, TextsOfItsForms) {
       {R"({{TEST.twice}}|{"a":"{a}"})", "{a}-{a}"},
       {R"({{TEST.chain}}|{"a":"{b}","b":"{a}"})", "{a}{a}"},
       {R"({{TEST.both}}|{"a":7,"b":true})", "7 and true"},
+      {R"({{TEST.both}}|{"a":12.5,"b":-1234567e0})", "12.5 and -1234567.0"},
       {R"({{TEST.both}}|{"a":null,"b":[1]})", " and "},
       {R"({{TEST.both}}|{"a":"x")", "x and {b}"},
       {R"({{TEST.both}}|)", "{a} and {b}"},
@@ -103,6 +105,8 @@ TEST_F(Translate, TextsOfItsForms) {
       {"{{TEST.name}}", "by Zephlink"},
       {R"({{TEST.name}}|{"zephlinkProductName":"somebody"})", "by Zephlink"},
   };
+  for (const auto& [input, expected] : cases) EXPECT_EQ(translate(input), expected) << input.substr(0, 80);
+  const tests::CommaLocale locale;
   for (const auto& [input, expected] : cases) EXPECT_EQ(translate(input), expected) << input.substr(0, 80);
 }
 

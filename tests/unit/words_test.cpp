@@ -1,4 +1,4 @@
-#include "sdk/words.h"
+#include "zephlinksdk/words.h"
 
 #include <gtest/gtest.h>
 
@@ -7,9 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "cli/words.h"
 #include "sdk/errors.h"
-#include "sdk/text.h"
+#include "sdk/word_tables.h"
 
 namespace {
 
@@ -33,9 +32,9 @@ TEST(Words, TablesCoverTheirEnumerations) {
   expectAllWhole(kBondingModeWire, kBondingModeWords, kTransportModeWords, kPortProtocolWords, kConnectionPriorityWords,
                  kDirectionalModeWords, kAdapterTypeWords, kFirewallModeWords, kLocalProxyMatchModeWords,
                  kDisconnectReasonWords, kDaemonLogLevelWords, kSafeBrowsingLogLevelWords, kSafeBrowsingOverrideWords,
-                 kPairRequestBehaviorWords, kAutoPairBehaviorWords, kPeerRoleWords, cli::kStateWords,
-                 cli::kConnectMethodWords, cli::kPaymentTypeWords, cli::kAccountActionWords, cli::kAdapterStateWords,
-                 cli::kStreamHealthWords, cli::kSpeedTestTypeWords, cli::kPeerStatusWords, cli::kPeerTunnelStatusWords);
+                 kPairRequestBehaviorWords, kAutoPairBehaviorWords, kPeerRoleWords, kStateWords, kConnectMethodWords,
+                 kPaymentTypeWords, kAccountActionWords, kAdapterStateWords, kStreamHealthWords, kSpeedTestTypeWords,
+                 kPeerStatusWords, kPeerTunnelStatusWords);
 }
 
 template <typename Value>
@@ -43,28 +42,42 @@ constexpr Value kOutside = static_cast<Value>(99);
 
 TEST(Words, AValueOutsideHasATextOfItsOwn) {
   const std::pair<const char*, const char*> cases[] = {
-      {cli::stateText(8), "UNKNOWN"},
-      {cli::adapterStateText(kOutside<ZephlinkSDK_AdapterState>), "disconnected"},
-      {cli::paymentTypeText(kOutside<ZephlinkSDK_PaymentType>), "Unknown payment type"},
-      {cli::accountActionText(kOutside<ZephlinkSDK_AccountAction>), "Unknown action"},
-      {cli::streamHealthText(kOutside<ZephlinkSDK_StreamHealth>), "stopped"},
-      {cli::speedTestTypeText(kOutside<ZephlinkSDK_SpeedTestType>), "speed"},
-      {cli::peerStatusText(kOutside<ZephlinkSDK_PeerStatus>), "disconnected"},
-      {cli::peerTunnelStatusText(static_cast<ZephlinkSDK_PeerTunnelStatus>(10)), "tunnel error"},
-      {cli::periodText(100), ""},
-      {connectionPriorityText(kOutside<ZephlinkSDK_ConnectionPriority>), "always"},
-      {bondingModeText(kOutside<ZephlinkSDK_BondingMode>), "speed"},
-      {transportModeText(static_cast<ZephlinkSDK_TransportMode>(7)), "auto"},
-      {portProtocolText(kOutside<ZephlinkSDK_PortProtocol>), "udp"},
-      {firewallModeText(static_cast<ZephlinkSDK_FirewallMode>(3)), "Unknown mode"},
-      {disconnectReasonText(static_cast<ZephlinkSDK_DisconnectReason>(18)), "UNKNOWN"},
-      {pairRequestBehaviorText(kOutside<ZephlinkSDK_NetworkSharingPairRequestBehavior>), "ask"},
-      {autoPairBehaviorText(kOutside<ZephlinkSDK_NetworkSharingAutoPairBehavior>), "manual"},
-      {peerRoleText(kOutside<ZephlinkSDK_PeerRole>), "unknown"},
-      {directionalModeText(kOutside<ZephlinkSDK_ConnectionDirectionalMode>), "on"},
+      {ZephlinkSDK_stateText(8), "UNKNOWN"},
+      {ZephlinkSDK_adapterStateText(kOutside<ZephlinkSDK_AdapterState>), "disconnected"},
+      {ZephlinkSDK_paymentTypeText(kOutside<ZephlinkSDK_PaymentType>), "Unknown payment type"},
+      {ZephlinkSDK_accountActionText(kOutside<ZephlinkSDK_AccountAction>), "Unknown action"},
+      {ZephlinkSDK_streamHealthText(kOutside<ZephlinkSDK_StreamHealth>), "stopped"},
+      {ZephlinkSDK_speedTestTypeText(kOutside<ZephlinkSDK_SpeedTestType>), "speed"},
+      {ZephlinkSDK_peerStatusText(kOutside<ZephlinkSDK_PeerStatus>), "disconnected"},
+      {ZephlinkSDK_peerTunnelStatusText(static_cast<ZephlinkSDK_PeerTunnelStatus>(10)), "tunnel error"},
+      {ZephlinkSDK_periodText(100), ""},
+      {ZephlinkSDK_connectionPriorityText(kOutside<ZephlinkSDK_ConnectionPriority>), "always"},
+      {ZephlinkSDK_bondingModeText(kOutside<ZephlinkSDK_BondingMode>), "speed"},
+      {ZephlinkSDK_transportModeText(static_cast<ZephlinkSDK_TransportMode>(7)), "auto"},
+      {ZephlinkSDK_portProtocolText(kOutside<ZephlinkSDK_PortProtocol>), "udp"},
+      {ZephlinkSDK_firewallModeText(static_cast<ZephlinkSDK_FirewallMode>(3)), "Unknown mode"},
+      {ZephlinkSDK_disconnectReasonText(static_cast<ZephlinkSDK_DisconnectReason>(18)), "UNKNOWN"},
+      {ZephlinkSDK_pairRequestBehaviorText(kOutside<ZephlinkSDK_NetworkSharingPairRequestBehavior>), "ask"},
+      {ZephlinkSDK_autoPairBehaviorText(kOutside<ZephlinkSDK_NetworkSharingAutoPairBehavior>), "manual"},
+      {ZephlinkSDK_peerRoleText(kOutside<ZephlinkSDK_PeerRole>), "unknown"},
+      {ZephlinkSDK_directionalModeText(kOutside<ZephlinkSDK_ConnectionDirectionalMode>), "on"},
   };
   for (const auto& [text, expected] : cases) EXPECT_STREQ(text, expected);
-  EXPECT_EQ(connectionPriorityNumber(kOutside<ZephlinkSDK_ConnectionPriority>), 0);
+  EXPECT_EQ(kConnectionPriorityNumbers.text(kOutside<ZephlinkSDK_ConnectionPriority>), 0);
+}
+
+TEST(Words, TextsReadBackAndOthersAreRefused) {
+  ZephlinkSDK_BondingMode mode = ZephlinkSDK_BondingMode_Redundant;
+  for (const char* refused : {"Streaming", "stream", "", static_cast<const char*>(nullptr)}) {
+    EXPECT_FALSE(ZephlinkSDK_bondingModeFromText(refused, &mode));
+    EXPECT_EQ(mode, ZephlinkSDK_BondingMode_Redundant);
+  }
+  EXPECT_TRUE(ZephlinkSDK_bondingModeFromText("streaming", &mode));
+  EXPECT_EQ(mode, ZephlinkSDK_BondingMode_Streaming);
+  EXPECT_FALSE(ZephlinkSDK_bondingModeFromText("streaming", nullptr));
+  std::uint32_t hours = 1;
+  EXPECT_TRUE(ZephlinkSDK_periodFromText("total", &hours));
+  EXPECT_EQ(hours, 4294967295U);
 }
 
 TEST(Errors, TextsOfCodes) {
@@ -83,37 +96,26 @@ TEST(Errors, TextsOfCodes) {
       {3847, "Unknown error"},
       {4294967295, "Unknown error"},
   };
-  for (const auto& [code, text] : cases) EXPECT_STREQ(errorText(code), text) << code;
+  for (const auto& [code, text] : cases) EXPECT_STREQ(ZephlinkSDK_errorText(code), text) << code;
 }
 
 TEST(Errors, FillTheHeadOfARecord) {
   ZephlinkSDK_StateResult record = {};
   record.state = 6;
   record.handle = 7;
-  setError(record, ZephlinkSDK_Error_Timeout, std::string(300, 'x').c_str());
+  setError(record.head, ZephlinkSDK_Error_Timeout, std::string(300, 'x').c_str());
   EXPECT_TRUE(record.hasError);
   EXPECT_EQ(std::strlen(record.errorMessage), 199u);
 
-  setError(record, ZephlinkSDK_Error_InvalidArgument);
+  setError(record.head, ZephlinkSDK_Error_InvalidArgument);
   EXPECT_EQ(record.errorCode, 3842u);
   EXPECT_STREQ(record.errorMessage, "An invalid argument was supplied");
 
-  setError(record, 0, nullptr);
+  setError(record.head, 0, nullptr);
   EXPECT_FALSE(record.hasError);
   EXPECT_STREQ(record.errorMessage, "");
   EXPECT_EQ(record.state, 6u);
   EXPECT_EQ(record.handle, 7u);
-}
-
-TEST(Text, CopiesAreCutAndTerminated) {
-  using namespace std::string_view_literals;
-  const std::pair<std::string_view, std::string_view> cases[] = {
-      {"", ""}, {{}, ""}, {"abc", "abc"}, {"abcd", "abcd"}, {"abcde", "abcd"}, {"ab\0cd"sv, "ab"}, {"\0"sv, ""}};
-  for (const auto& [from, expected] : cases) {
-    char to[5] = {'#', '#', '#', '#', '#'};
-    copyText(to, from);
-    EXPECT_EQ(std::string_view(to, sizeof to), std::string(expected).append(sizeof to - expected.size(), '\0'));
-  }
 }
 
 }  // namespace

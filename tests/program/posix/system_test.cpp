@@ -1,12 +1,16 @@
 // What only these systems have: links, zones of time, bounds of stacks, pipes that close, devices that are full.
 #include <gtest/gtest.h>
 
+#include <cinttypes>
 #include <csignal>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <stdexcept>
+#include <string_view>
 
-#include "sdk/platform/clock.h"
+#include "platform/clock.h"
 #include "tests/program_case.h"
 
 namespace tests {
@@ -38,6 +42,55 @@ TEST(LogReportOnPosix, ResolvesLinksAndTellsFailures) {
   tells(folder / "loop", std::errc::too_many_symbolic_link_levels);
   tells(std::string(300, 'x'), std::errc::filename_too_long);
   fs::remove_all(folder);
+}
+
+/// Counts a text in the memory of a process, which must be a child of this one. Throws where the system refuses that.
+int countInMemory(const std::string& process, const std::string& text) {
+  std::ifstream regions("/proc/" + process + "/maps");
+  std::ifstream memory("/proc/" + process + "/mem", std::ios::binary);
+  if (!regions || !memory) throw std::runtime_error("cannot read the memory of a process");
+  int count = 0;
+  for (std::string line; std::getline(regions, line);) {
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0;
+    char access[5] = {};
+    if (std::sscanf(line.c_str(), "%" SCNx64 "-%" SCNx64 " %4s", &begin, &end, access) != 3) continue;
+    // What is larger is a sanitizer's own.
+    constexpr std::uint64_t kLargest = std::uint64_t{256} << 20;
+    if (std::string_view(access).substr(0, 2) != "rw" || end - begin > kLargest) continue;
+    std::string bytes(end - begin, '\0');
+    memory.clear();
+    memory.seekg(static_cast<std::streamoff>(begin)).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    for (std::size_t at = bytes.find(text); at != std::string::npos; at = bytes.find(text, at + 1)) ++count;
+  }
+  return count;
+}
+
+/// While the call waits, the buffer of the prompt is the only copy.
+TEST(SecretsOnPosix, StayInOnePlace) {
+  const std::string secret = "hush-5e2a-0123456789-abcdefghijklmnopqrstuvwxyz";
+  for (const std::string words : {"login user", "login oauth", "refresh oauth"}) {
+    SCOPED_TRACE(words);
+    ScriptedDaemon daemon;
+    const std::string line = std::string("echo $$; exec '") + ZEPHCTL_PATH + "' -p " + std::to_string(daemon.port());
+    Process run({"/bin/sh", "-c", line + " " + words}, secret + "\n");
+    ASSERT_TRUE(daemon.waitForRequests(1));
+    EXPECT_NE(daemon.heard()[0].find(secret), std::string::npos);
+    const std::string out = run.outputSoFar();
+    EXPECT_EQ(countInMemory(out.substr(0, out.find('\n')), secret), 1);
+  }
+}
+
+/// Elsewhere an argument cannot contain such bytes.
+TEST(WordsOnPosix, AreSentAsUtf8WhateverTheirBytes) {
+  check({.words = {"networksharing", "set", "displayname", "a\xE2\x82\"b\xFF\xC3\xA9"},
+         .answers = {{"set_networksharing_display_name",
+                      {event(
+                          "report_settings_error",
+                          "{\"setting\":\"set_networksharing_display_name\",\"type\":12,\"msg\":\"\xE2\x82z\xFF\"}")}}},
+         .sent = {request("set_networksharing_display_name", R"({"display_name":"a\ufffd\ufffd\"b\ufffd\u00e9"})")},
+         .err = errorObject(12, "Setting locked by account configuration", "\xEF\xBF\xBD\xEF\xBF\xBDz\xEF\xBF\xBD"),
+         .status = 1});
 }
 
 TEST(SpeedTestsOnPosix, AreDatedInLocalTimeWithItsSummer) {
@@ -77,18 +130,32 @@ TEST(StackOnPosix, NeedsNoMoreThanAMebibyteForTheDirectory) {
   EXPECT_NE(run.out.find("\"tag\" : \"us--0\""), std::string::npos);
 }
 
-TEST(StatsOnPosix, EndsWhenItsPipeCloses) {
-  ScriptedDaemon daemon({{"request_current_state", {event("report_current_state", R"({"state":6})")}}});
-  const std::string stats = std::string("'") + ZEPHCTL_PATH + "' -p " + std::to_string(daemon.port()) + " stats";
-  // The reader takes one line, as `head -1` does, and tells when it has closed its end.
-  Process run({"/bin/sh", "-c",
-               "(" + stats + R"(; echo "status $?" >&2) | { read -r line; echo "$line"; exec <&-; echo closed; })"});
-  ASSERT_TRUE(run.waitForOutput("closed\n"));
-  // The one subscription that surely stands by now.
-  daemon.send(event("report_current_state", R"({"state":2})"));
-  const ProgramRun ended = run.finish();
-  EXPECT_EQ(ended.out, "[\"state\",\nclosed\n");
-  EXPECT_EQ(ended.err, "status " + std::to_string(128 + SIGPIPE) + "\n");
+/// A stream ends by the signal; an action that ends by itself keeps its status.
+TEST(ClosedPipe, EndsStreamsAlone) {
+  const struct {
+    std::string words, report;
+    int status;
+  } rows[] = {
+      {"stats", "report_current_state", 128 + SIGPIPE},
+      {"safebrowsing errors", "report_safe_browsing_lookup_error", 128 + SIGPIPE},
+      {"safebrowsing redirects 9", "report_safe_browsing_block", 128 + SIGPIPE},
+      {"stats historic", "report_historic_connection_stats", 0},
+      {"encryption on", "report_connection_settings", 0},
+      {"stats nothing", "report_current_state", 2},
+      {"help", "report_current_state", 0},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.words);
+    ScriptedDaemon daemon;
+    const std::string command =
+        std::string("'") + ZEPHCTL_PATH + "' -p " + std::to_string(daemon.port()) + " " + row.words;
+    // The action starts once its reader has closed the pipe.
+    Process run({"/bin/sh", "-c",
+                 "exec 3>&1; gone=$(mktemp -u) && mkfifo $gone; (read -r _ <$gone; " + command +
+                     R"( 2>&1; echo "status $?" >&3) | { exec <&-; echo >$gone; }; rm $gone)"});
+    ASSERT_TRUE(sendUntilPrinted(daemon, run, event(row.report, "[]"), "status "));
+    EXPECT_EQ(run.finish().out, "status " + std::to_string(row.status) + "\n");
+  }
 }
 
 /// A standard output that takes nothing is no reason to end, nor to fail.

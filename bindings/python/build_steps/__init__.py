@@ -1,0 +1,1 @@
+"""What is run when the package is built."""

@@ -1,0 +1,20 @@
+"""What to do about a library that is not there."""
+
+from __future__ import annotations
+
+import re
+
+
+def explained(error: ImportError) -> ImportError:
+    """The error of an extension module that did not load, with what it wants."""
+    found = re.match(r"(libzephlinksdk\.so\.(\d+)): ", str(error))
+    if not found:
+        if "cannot import name '_native'" not in str(error):
+            return error
+        return ImportError("This zephlink is the source tree's, without its extension module: run Python elsewhere, or "
+                           f"put the place of the installed package first into PYTHONPATH. ({error})")
+    library, version = found.groups()
+    return ImportError(
+        f"zephlink needs the shared library {library}, which was not found. Install it (Debian: "
+        f"libzephlinksdk{version}), or name its directory in LD_LIBRARY_PATH. ({error})"
+    )

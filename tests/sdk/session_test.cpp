@@ -1,0 +1,438 @@
+// The session: what it makes of daemons that die, restart, close, hang or say nothing. The clock is turned where the
+// session waits by its own periods; time-outs of the library, five seconds, are real.
+#include "zephlinksdk/session.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <boost/asio/write.hpp>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <future>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/sdk/host.h"
+#include "tests/sdk/raw_server.h"
+#include "tests/sdk/turned_clock.h"
+
+namespace tests {
+namespace {
+
+using namespace std::chrono_literals;
+using zephlinksdk::Session;
+using zephlinksdk::SessionOptions;
+using zephlinksdk::SessionStatus;
+
+using Statuses = std::vector<SessionStatus>;
+using enum SessionStatus;
+
+const std::string kAskState = R"(["request_current_state",null,"zephlink_sdk"])";
+const std::string kAskVersion = R"(["request_version_data",null,"zephlink_sdk"])";
+const std::string kAskAdapters = R"(["request_networks",null,"zephlink_sdk"])";
+const std::string kAskStats = R"(["stat_subscribe",{"enable":true,"periods":[0,24]},"zephlink_sdk"])";
+
+Answers script(int state = 2) {
+  return {{"request_version_data", {kVersionReport}},
+          {"request_current_state", {stateReport(state)}},
+          {"request_networks", {event("report_networks", R"({"networks":[]})")}}};
+}
+
+/// A session with a turned clock, subscribed to the state and the adapters, and what its handlers got.
+struct Kept {
+  Watched<Statuses> statuses;
+  Watched<std::vector<std::uint32_t>> states;
+  Watched<std::size_t> adapters;
+  std::shared_ptr<TurnedClock> clock = std::make_shared<TurnedClock>();
+  std::optional<Session> session;
+
+  explicit Kept(std::uint16_t port, SessionOptions options = {}) {
+    options.clock = clock;
+    session.emplace(
+        configFor(port),
+        [this](SessionStatus status) { statuses.change([&](auto& heard) { heard.push_back(status); }); }, options);
+    session->subscribeStats({0, 24});
+    session->subscribe(&ZephlinkSDK_getState, [this](const ZephlinkSDK_StateResult& record) {
+      states.change([&](auto& heard) { heard.push_back(record.state); });
+    });
+    session->subscribe(&ZephlinkSDK_getAdapters, [this](const ZephlinkSDK_AdaptersResult&) {
+      adapters.change([](std::size_t& count) { ++count; });
+    });
+  }
+
+  /// Waits for this status to be the latest.
+  bool waitFor(SessionStatus status) {
+    return statuses.waitUntil([&](const Statuses& heard) { return !heard.empty() && heard.back() == status; });
+  }
+
+  bool waitForStates(std::size_t count) {
+    return states.waitUntil([&](const auto& heard) { return heard.size() >= count; });
+  }
+
+  /// Waits until the requests were answered for the n-th time and the session sleeps until it will ask again.
+  bool waitForRest(std::size_t nth = 1) {
+    return waitForStates(nth) && adapters.waitUntil([&](std::size_t count) { return count >= nth; }) && waitFor(Live) &&
+           clock->waitForSleep(1500ms);
+  }
+};
+
+std::ptrdiff_t timesAsked(ScriptedDaemon& daemon, const std::string& request) {
+  const auto heard = daemon.heard();
+  return std::ranges::count(heard, request);
+}
+
+/// Entries of a folder of /proc; 0 where the system has none.
+std::ptrdiff_t entriesOf(const char* folder) {
+  std::error_code failed;
+  return std::distance(std::filesystem::directory_iterator(folder, failed), {});
+}
+
+TEST(Session, AsksForAllAndAgainWhenNothingComes) {
+  ScriptedDaemon daemon(script());
+  Kept kept(daemon.port());
+  ASSERT_TRUE(kept.waitForRest());
+  for (const std::string& request : {kAskState, kAskAdapters, kAskStats}) {
+    EXPECT_TRUE(daemon.waitForRequest(request)) << request;
+  }
+  const auto before = timesAsked(daemon, kAskVersion);
+  kept.clock->turn(1500ms);
+  ASSERT_TRUE(daemon.waitForRequest(kAskVersion, before + 1));
+  ASSERT_TRUE(kept.waitForRest());
+  EXPECT_EQ(timesAsked(daemon, kAskAdapters), 1);
+  EXPECT_EQ(kept.statuses.get(), Statuses{Live});
+}
+
+TEST(Session, RepeatsAllRequestsInAPeriodAndDeliversOnce) {
+  ScriptedDaemon daemon(script());
+  Kept kept(daemon.port(), {.probeAfter = 60s, .quietAfter = 90s});
+  Watched<int> versions;
+  kept.session->poll(&ZephlinkSDK_getVersion,
+                     [&](const ZephlinkSDK_VersionResult&) { versions.change([](int& count) { ++count; }); });
+  for (const int times : {1, 2, 3}) {
+    ASSERT_TRUE(kept.waitFor(Live));
+    ASSERT_TRUE(kept.waitForStates(static_cast<std::size_t>(times)));
+    for (const std::string& request : {kAskState, kAskAdapters, kAskStats}) {
+      ASSERT_TRUE(daemon.waitForRequest(request, times)) << request;
+    }
+    ASSERT_TRUE(versions.waitUntil([times](int count) { return count >= times; }));
+    ASSERT_TRUE(kept.clock->waitForSleep(30s));
+    if (times < 3) kept.clock->turn(30s);
+  }
+  EXPECT_EQ(timesAsked(daemon, kAskState), 3);
+  EXPECT_EQ(kept.states.get().size(), 3U);
+  EXPECT_GE(timesAsked(daemon, kAskVersion), 3);
+  kept.session.reset();
+}
+
+TEST(Session, SubscribesAnewWhereADaemonWasKilledAndStartedAgain) {
+  std::optional<ScriptedDaemon> daemon(std::in_place, script());
+  const std::uint16_t port = daemon->port();
+  Kept kept(port);
+  ASSERT_TRUE(kept.waitForRest());
+  daemon.reset();
+  kept.clock->turn(3s);
+  ASSERT_TRUE(kept.waitFor(Quiet));
+  daemon.emplace(script(6), port);
+  ASSERT_TRUE(kept.waitForRest(2));
+  for (const std::string& request : {kAskState, kAskAdapters, kAskStats}) {
+    EXPECT_TRUE(daemon->waitForRequest(request)) << request;
+  }
+  EXPECT_EQ(kept.states.get().back(), 6U);
+  EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
+}
+
+TEST(Session, SubscribesAnewAfterARestartThatNobodyNoticed) {
+  std::optional<ScriptedDaemon> daemon(std::in_place, script());
+  const std::uint16_t port = daemon->port();
+  Kept kept(port);
+  ASSERT_TRUE(kept.waitForStates(1));
+  ASSERT_TRUE(kept.waitForRest());
+  daemon->send(stateReport(6));  // what comes by itself has to go on
+  ASSERT_TRUE(kept.waitForStates(2));
+  daemon.reset();
+  daemon.emplace(script(3), port);
+  ASSERT_TRUE(daemon->waitForConnections(1));
+  kept.clock->turn(2500ms);
+  ASSERT_TRUE(daemon->waitForRequest(kAskAdapters));
+  ASSERT_TRUE(daemon->waitForRequest(kAskStats));
+  ASSERT_TRUE(kept.waitForStates(3));
+  EXPECT_EQ(kept.states.get().back(), 3U);
+  EXPECT_EQ(kept.statuses.get(), Statuses{Live});
+}
+
+TEST(Session, ConnectsAnewAfterAGoodbye) {
+  ScriptedDaemon daemon(script());
+  Kept kept(daemon.port());
+  ASSERT_TRUE(kept.waitForRest());
+  daemon.socket().close(1);
+  kept.clock->turn(3s);
+  ASSERT_TRUE(daemon.waitForConnections(2));
+  ASSERT_TRUE(kept.waitForRest(2));
+  EXPECT_TRUE(daemon.waitForRequest(kAskAdapters, 2));
+  EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
+}
+
+TEST(Session, BacksOffFromADaemonThatEndsEveryConnection) {
+  ScriptedDaemon daemon(script());
+  Kept kept(daemon.port(), {.quietAfter = 4s});
+  auto endAgain = [&, connection = zephsim::Connection{0}]() mutable {
+    ASSERT_TRUE(kept.waitForRest(++connection));
+    daemon.socket().close(connection);
+    kept.clock->turn(4s);
+  };
+  endAgain();  // no pause after the first
+  for (const auto pause : {1s, 2s, 4s, 8s, 16s, 32s, 60s, 60s}) {
+    endAgain();
+    ASSERT_TRUE(kept.clock->waitForSleep(pause)) << pause.count();
+    EXPECT_EQ(kept.session->status(), Quiet);
+    kept.clock->turn(pause);
+  }
+  // A minute of life clears the record.
+  ASSERT_TRUE(kept.waitForRest(10));
+  for (int i = 0; i < 45; ++i) {
+    kept.clock->turn(1500ms);
+    ASSERT_TRUE(kept.clock->waitForSleep(1500ms));
+  }
+  endAgain();
+  ASSERT_TRUE(daemon.waitForConnections(11));
+  EXPECT_TRUE(kept.waitForRest(11));
+}
+
+TEST(Session, KeepsNothingQueuedForADaemonThatCannotBeReached) {
+  ScriptedDaemon daemon(script());
+  daemon.socket().pauseAccepting();
+  std::promise<void> paused;
+  daemon.socket().post([&paused] { paused.set_value(); });
+  paused.get_future().wait();
+  Kept kept(daemon.port());
+  kept.session->call([](zephlinksdk::ZephlinkSDK* sdk) {
+    return ZephlinkSDK_logout(
+        sdk, [](auto, void*) { return false; }, nullptr);
+  });
+  ASSERT_TRUE(kept.waitFor(Unreachable));
+  daemon.socket().resumeAccepting();
+  ASSERT_TRUE(kept.waitForRest());
+  EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
+  EXPECT_THAT(daemon.heard(), testing::Not(testing::Contains(testing::HasSubstr("logout"))));
+  EXPECT_EQ(timesAsked(daemon, kAskAdapters), 1);
+}
+
+TEST(Session, IsBackAMinuteAfterAMuteDaemon) {
+  std::optional<ScriptedDaemon> daemon(std::in_place, Answers{});
+  const std::uint16_t port = daemon->port();
+  Kept kept(port, {.leastPause = 60s});
+  ASSERT_TRUE(kept.waitFor(Mute));
+  ASSERT_TRUE(kept.clock->waitForSleep(60s));
+  daemon.reset();
+  daemon.emplace(script(), port);
+  kept.clock->turn(59s);
+  ASSERT_TRUE(kept.clock->waitForSleep(1s));
+  EXPECT_EQ(kept.session->call(&ZephlinkSDK_getState).errorCode, ZephlinkSDK_Error_NotConnected);
+  EXPECT_TRUE(daemon->heard().empty());
+  kept.clock->turn(1s);
+  ASSERT_TRUE(kept.waitFor(Live));
+  EXPECT_EQ(kept.session->call(&ZephlinkSDK_getState).state, 2U);
+}
+
+/// Answers each connection with a text and ends it.
+class RefusingServer {
+ public:
+  RefusingServer() {
+    accept();
+    thread = std::thread([this] { context.run(); });
+  }
+  ~RefusingServer() {
+    context.stop();
+    thread.join();
+  }
+  RefusingServer(const RefusingServer&) = delete;
+  RefusingServer& operator=(const RefusingServer&) = delete;
+
+  std::uint16_t port() const { return acceptor.local_endpoint().port(); }
+
+ private:
+  void accept() {
+    acceptor.async_accept([this](boost::system::error_code failed, boost::asio::ip::tcp::socket socket) {
+      if (failed) return;
+      boost::asio::write(socket, boost::asio::buffer("HTTP/1.1 403 Forbidden\r\n\r\n", 26), failed);
+      accept();
+    });
+  }
+
+  boost::asio::io_context context;
+  boost::asio::ip::tcp::acceptor acceptor{context, {boost::asio::ip::address_v4::loopback(), nextPort()}};
+  std::thread thread;
+};
+
+TEST(Session, ComesThroughADaemonThatRefusesTheUpgrade) {
+  std::optional<RefusingServer> refusing(std::in_place);
+  const std::uint16_t port = refusing->port();
+  Kept kept(port);
+  ASSERT_TRUE(kept.waitFor(Unreachable));
+  refusing.reset();
+  const ScriptedDaemon daemon(script(), port);
+  ASSERT_TRUE(kept.waitForRest());
+  EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
+}
+
+TEST(Session, ComesThroughADaemonThatHangs) {
+  std::optional<SilentPeer> hanging(std::in_place);
+  const std::uint16_t port = hanging->port();
+  Kept kept(port);
+  ASSERT_TRUE(kept.waitFor(Unreachable));
+  hanging.reset();
+  const ScriptedDaemon daemon(script(), port);
+  ASSERT_TRUE(kept.waitForRest());
+  EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
+}
+
+TEST(Session, EndsAtOnceBesideADaemonThatHangs) {
+  const SilentPeer hanging;
+  for (int i = 0; i < 5; ++i) {
+    Kept kept(hanging.port());
+    const auto begun = std::chrono::steady_clock::now();
+    kept.session.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - begun, 1s);
+  }
+}
+
+TEST(Session, ACallOutlivesTheObjectThatItUses) {
+  ScriptedDaemon daemon(script());
+  Kept kept(daemon.port());
+  ASSERT_TRUE(kept.waitForRest());
+  // A request that the session does not make by itself: once it is heard, the call uses the first object.
+  auto settings = std::async(std::launch::async, [&] { return kept.session->call(&ZephlinkSDK_getSettings); });
+  ASSERT_TRUE(daemon.waitForRequest(R"(["request_connection_settings",null,"zephlink_sdk"])"));
+  daemon.socket().close(1);
+  kept.clock->turn(3s);
+  ASSERT_TRUE(daemon.waitForConnections(2));
+  ASSERT_TRUE(kept.waitForRest(2));
+  EXPECT_EQ(settings.wait_for(0s), std::future_status::timeout);
+  EXPECT_EQ(settings.get().errorCode, ZephlinkSDK_Error_Timeout);
+  EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
+}
+
+TEST(Session, TakesCallsAtOnce) {
+  ScriptedDaemon daemon(script());
+  for (int i = 0; i < 20; ++i) {
+    Session session(configFor(daemon.port()));
+    EXPECT_NE(Session::Lease(session).sdk(), nullptr);
+    EXPECT_FALSE(session.call(&ZephlinkSDK_getVersion).hasError);
+  }
+}
+
+TEST(Session, EndsSubscriptions) {
+  ScriptedDaemon daemon(script());
+  Kept kept(daemon.port());
+  ASSERT_TRUE(kept.waitForRest());
+  Watched<int> once;
+  std::promise<Session::SubscriptionId> id;
+  auto known = id.get_future().share();
+  id.set_value(kept.session->subscribe(&ZephlinkSDK_getState, [&, known](const ZephlinkSDK_StateResult&) {
+    kept.session->unsubscribe(known.get());
+    once.change([](int& count) { ++count; });
+  }));
+  ASSERT_TRUE(once.waitUntil([](int count) { return count == 1; }));
+  std::atomic<int> never{0};
+  const auto other =
+      kept.session->subscribe(&ZephlinkSDK_getState, [&never](const ZephlinkSDK_StateResult&) { ++never; });
+  kept.session->unsubscribe(other);
+  kept.session->unsubscribe(other);
+  const int before = never;
+  const std::size_t states = kept.states.get().size();
+  daemon.send(stateReport(3));
+  ASSERT_TRUE(kept.waitForStates(states + 1));
+  kept.session.reset();
+  EXPECT_EQ(once.get(), 1);
+  EXPECT_EQ(never, before);
+}
+
+TEST(Session, PassesFailuresOfTheDaemonOn) {
+  ScriptedDaemon daemon({{"request_current_state", {stateReport(2)}},
+                         {"request_session_stats", {event("report_session_stats", R"({"no number":{}})")}}});
+  Kept kept(daemon.port());
+  Collector<ZephlinkSDK_SessionStatsResult> got;
+  kept.session->subscribe(&ZephlinkSDK_getSessionStats, [&got](const ZephlinkSDK_SessionStatsResult& record) {
+    Collector<ZephlinkSDK_SessionStatsResult>::collect(record, &got);
+  });
+  ASSERT_TRUE(got.waitFor(1));
+  EXPECT_TRUE(got.all()[0].hasError);
+  kept.session.reset();
+}
+
+int rounds(int otherwise) {
+  const char* text = std::getenv("ZEPHCTL_ROUNDS");
+  return text != nullptr ? std::atoi(text) : otherwise;
+}
+
+TEST(Session, LeavesNothingOverManyRestarts) {
+  ScriptedDaemon daemon(script());
+  Kept kept(daemon.port(), {.leastPause = 0ms, .mostPause = 0ms});
+  std::ptrdiff_t descriptors = 0;
+  std::ptrdiff_t threads = 0;
+  const int wanted = rounds(1000);
+  for (int n = 1; n <= wanted; ++n) {
+    ASSERT_TRUE(daemon.waitForConnections(static_cast<std::size_t>(n)));
+    ASSERT_TRUE(kept.waitForRest(static_cast<std::size_t>(n)));
+    if (n == 3) descriptors = entriesOf("/proc/self/fd");
+    if (n == 3) threads = entriesOf("/proc/self/task");
+    if (n == wanted) break;
+    daemon.socket().close(static_cast<zephsim::Connection>(n));
+    kept.clock->turn(3s);
+    ASSERT_TRUE(
+        kept.statuses.waitUntil([n](const Statuses& all) { return all.size() >= 2 * static_cast<std::size_t>(n); }));
+  }
+  // The server may not have noticed the end of the last connections yet.
+  EXPECT_LE(entriesOf("/proc/self/fd"), descriptors + 10);
+  EXPECT_LE(entriesOf("/proc/self/task"), threads);
+}
+
+TEST(Session, ManyThreadsMayUseItThroughRestarts) {
+  ScriptedDaemon daemon(statesAndVersion({6}));
+  Session session(configFor(daemon.port()), {},
+                  {.probeAfter = 5ms,
+                   .quietAfter = 20ms,
+                   .renewAfter = 10ms,
+                   .refreshEvery = 15ms,
+                   .leastPause = 1ms,
+                   .mostPause = 1ms});
+  std::atomic<bool> over{false};
+  std::atomic<bool> connected{true};
+  std::thread goodbyes([&] {
+    for (int n = 1; n <= rounds(200) / 20; ++n) {
+      connected = connected && daemon.waitForConnections(static_cast<std::size_t>(n));
+      daemon.send(stateReport(1));
+      daemon.socket().close(static_cast<zephsim::Connection>(n));
+    }
+    over = true;
+  });
+  std::atomic<int> late{0};
+  onThreads(4, [&](int thread) {
+    while (!over) {
+      std::atomic<bool> gone{false};
+      const auto id = session.subscribe(&ZephlinkSDK_getState, [&](const ZephlinkSDK_StateResult&) {
+        if (gone) ++late;
+      });
+      if (thread == 0) session.subscribeStats({24});
+      // Asynchronous: one that is lost would take five seconds.
+      session.call([](zephlinksdk::ZephlinkSDK* sdk) {
+        return ZephlinkSDK_getVersion(
+            sdk, [](auto, void*) { return false; }, nullptr);
+      });
+      std::this_thread::yield();
+      session.unsubscribe(id);
+      gone = true;
+    }
+  });
+  goodbyes.join();
+  EXPECT_TRUE(connected);
+  EXPECT_EQ(late, 0);
+}
+
+}  // namespace
+}  // namespace tests

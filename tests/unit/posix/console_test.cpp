@@ -1,0 +1,38 @@
+#include "platform/console.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <string>
+#include <thread>
+
+namespace {
+
+TEST(Console, WaitsUntilANonBlockingPipeTakesMore) {
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
+  std::FILE* stream = fdopen(ends[1], "w");
+  const std::string text(1000000, 'x');
+  std::thread writer([&] {
+    zephlinksdk::writeText(stream, text);
+    std::fclose(stream);
+  });
+  // The reader starts when the pipe is full.
+  pollfd writable{ends[1], POLLOUT, 0};
+  while (poll(&writable, 1, 0) == 1 && (writable.revents & POLLNVAL) == 0) std::this_thread::yield();
+  std::string read;
+  char bytes[4096];
+  pollfd readable{ends[0], POLLIN, 0};
+  while (poll(&readable, 1, 20000) == 1) {
+    const ssize_t count = ::read(ends[0], bytes, sizeof bytes);
+    if (count <= 0) break;
+    read.append(bytes, static_cast<std::size_t>(count));
+  }
+  writer.join();
+  close(ends[0]);
+  EXPECT_EQ(read.size(), text.size());
+}
+
+}  // namespace
