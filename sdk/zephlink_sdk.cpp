@@ -36,21 +36,20 @@ ZephlinkSDK::ZephlinkSDK(const ZephlinkSDK_Config& config) {
   }
 }
 
-ZephlinkSDK::~ZephlinkSDK() {
+ZephlinkSDK::~ZephlinkSDK() { stopKeepAlive(); }
+
+void ZephlinkSDK::finish() {
+  stopKeepAlive();
+  if (channel) channel->finish();
+}
+
+void ZephlinkSDK::stopKeepAlive() {
   {
     const std::lock_guard lock(mutex);
     running = false;
   }
   stopping.notify_all();
   if (keepAliveThread.started()) keepAliveThread.join();
-}
-
-void ZephlinkSDK::finish() {
-  {
-    const std::lock_guard lock(mutex);
-    running = false;
-  }
-  if (channel) channel->finish();
 }
 
 void ZephlinkSDK::removeListener(std::uint64_t handle) {

@@ -328,6 +328,7 @@ class ZephlinkSDK {
  private:
   void keepAlive();
   bool startKeepAlive();
+  void stopKeepAlive();
 
   char appName[ZephlinkSDK_AppNameSize] = "";
   bool statsEnabled = false;
