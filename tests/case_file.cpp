@@ -170,17 +170,23 @@ class Reader {
   /// A table by its name, or `column = cell | cell`.
   Table loop(const std::string& text) const {
     const auto [name, list] = headAndRest(text);
-    return list.starts_with("= ") ? table(name, cells(list.substr(2))) : tables.at(name);
+    if (list.starts_with("= ")) return table(name, cells(list.substr(2)));
+    const auto found = tables.find(name);
+    if (found == tables.end()) throw std::runtime_error("no such table: " + name);
+    return found->second;
   }
 
   /// Reads the body for each row, the row's cells standing under the names of their columns.
   void repeat(const Table& table, Lines body) {
+    if (loops == kMaxLoops) throw std::runtime_error("more than two nested loops");
+    ++loops;
     const std::map<std::string, std::string> outer = names;
     for (const std::vector<std::string>& row : table.rows) {
       for (std::size_t i = 0; i < row.size(); ++i) names.insert_or_assign(table.columns[i], row[i]);
       read(body);
     }
     names = outer;
+    --loops;
   }
 
   /// What stands in `<<...>>`, the innermost first: `1..9 text`, `text*9`, or a name with an argument for its `#`.
@@ -277,6 +283,10 @@ class Reader {
     return made;
   }
 
+  /// A reader of the file has to follow them all.
+  static constexpr int kMaxLoops = 2;
+
+  int loops = 0;
   std::map<std::string, std::string> names{{"newline", "\n"}};
   std::map<std::string, Table> tables;
 };

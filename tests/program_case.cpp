@@ -22,10 +22,28 @@ ProgramCase fault(const char* kind, std::vector<std::string> words, const std::s
   return row;
 }
 
+void appendLines(std::string& text, const char* mark, const std::string& lines) {
+  std::istringstream stream(lines);
+  for (std::string line; std::getline(stream, line);) text.append(mark).append(line) += '\n';
+}
+
 }  // namespace
 
+std::string described(const ProgramCase& row) {
+  std::string text = row.endless ? "$~" : "$";
+  for (const std::string& word : row.words) text += ' ' + testing::PrintToString(word);
+  text += '\n';
+  for (const std::string& request : row.sent) appendLines(text, "> ", request);
+  for (const auto& [request, reports] : row.answers) {
+    for (const std::string& report : reports) appendLines(text, ("< " + request + ": ").c_str(), report);
+  }
+  appendLines(text, "| ", row.out);
+  appendLines(text, "2| ", row.err);
+  return text + "status " + std::to_string(row.status);
+}
+
 void check(const ProgramCase& row) {
-  SCOPED_TRACE("zephctl " + testing::PrintToString(row.words));
+  SCOPED_TRACE("the expanded case:\n" + described(row));
   ScriptedDaemon daemon(row.answers);
   const auto start = std::chrono::steady_clock::now();
   Process process(command(daemon.port(), row.words), row.input);

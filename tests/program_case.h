@@ -29,6 +29,9 @@ struct ProgramCase {
   int line = 0;
 };
 
+/// The case with everything that it expects, a mark at the start of each line. Long texts are not cut.
+std::string described(const ProgramCase& row);
+
 /// Runs the case against a daemon of its own and compares everything.
 void check(const ProgramCase& row);
 
