@@ -1,4 +1,4 @@
-// The public words, by the tables of all words.
+// The public word functions, implemented with the word tables.
 #include "zephlinksdk/words.h"
 
 #include <exception>
@@ -20,7 +20,7 @@ bool fromText(const Table& table, const char* text, Value* value) {
 
 const char* textOrEmpty(const char* text) { return text != nullptr ? text : ""; }
 
-/// Copies the text that `make` returns.
+/// Copies the text that `make` returns into `buffer`. Returns its full length.
 template <class Make>
 size_t giveText(char* buffer, size_t size, Make make) {
   try {
