@@ -1,4 +1,4 @@
-// Handlers that many rows share. They combine: `exactly<1, setValue<...>>`.
+// Handlers that many rows share. They can be combined: `exactly<1, setValue<...>>`.
 #pragma once
 
 #include <cstddef>
@@ -8,14 +8,13 @@
 
 namespace cli {
 
-/// Calls a method that takes no arguments, and prints its record. Arguments are ignored.
+/// Calls a method without arguments and prints its record. Ignores the command-line arguments.
 template <auto& Method, auto& Print>
 int perform(Words, const char*) {
   return finish(call<Method>(), Print);
 }
 
-/// Sets the value of the first argument; one that `Parse` refuses is Invalid.
-/// REQUIRES: an argument.
+/// Sets a value from the first argument; a value that `Parse` rejects is Invalid. REQUIRES: an argument.
 template <auto& Parse, auto& Method, auto& Print>
 int setValue(Words words, const char* usage) {
   const auto value = valueOf<Parse>(words[0]);

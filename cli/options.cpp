@@ -21,11 +21,11 @@ Words readOptions(Words words, ZephlinkSDK_Config& config) {
   if (isOption(words[0], "-i", "--ip")) {
     zephlinksdk::copyText(config.address, words[1]);
     words = words.subspan(2);
-    // Behind an address "-p" is an option only together with its value.
+    // After an address, "-p" is an option only if a value follows.
     if (words.size() < 2) return words;
   }
   if (isOption(words[0], "-p", "--port")) {
-    // What is no number is port 0, and a number keeps its low 16 bits.
+    // Text that is not a number gives port 0; larger numbers are truncated to 16 bits.
     config.port = static_cast<std::uint16_t>(std::strtol(words[1], nullptr, 10));
     words = words.subspan(2);
   }

@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::string_view kPrivatePrefix = "private";
 
-/// The shared rule of all numbers: something converted, and nothing left over.
+/// The rule that all numbers share: at least one character was converted and none remains.
 bool usedWhole(const char* word, const char* end) { return end != word && *end == '\0'; }
 
 template <typename Integer>
@@ -41,7 +41,7 @@ bool parseInteger(const char* word, Integer& value) {
   return true;
 }
 
-/// Cuts `text` at the first `separator` and returns what stands behind it, or null if there is none.
+/// Cuts `text` at the first `separator`. Returns the text after it, or null if there is no separator.
 char* cutAt(char* text, char separator) {
   char* found = std::strchr(text, separator);
   if (found == nullptr) return nullptr;
@@ -52,7 +52,7 @@ char* cutAt(char* text, char separator) {
 bool parsePortRule(char* word, ZephlinkSDK_ProtocolPortPair& rule, bool allowLowPorts, bool allowRange) {
   rule = {};
   if (const char* protocol = cutAt(word, '/')) {
-    // Three characters count: "tcpish" is tcp.
+    // Only the first three characters count: "tcpish" is tcp.
     char name[4];
     zephlinksdk::copyText(name, protocol);
     if (!ZephlinkSDK_portProtocolFromText(name, &rule.protocol)) return false;
@@ -72,7 +72,7 @@ bool parseSubnet(char* word, ZephlinkSDK_Subnet& subnet) {
   return parseU8(length, subnet.prefixLength);
 }
 
-/// Takes a piece of 1 to N - 1 characters off the front of `text`, and the "-" that must follow it.
+/// Removes 1 to N - 1 characters and the "-" that must follow them from the start of `text`.
 template <std::size_t N>
 bool takePiece(const char*& text, char (&piece)[N]) {
   const std::size_t length = std::strcspn(text, "-");
@@ -106,11 +106,11 @@ bool parseI64(const char* word, std::int64_t& value) {
 }
 
 bool parseMbps(const char* word, double& value) {
-  // The conversion takes hexadecimal too, which is not what is meant here.
+  // strtod accepts hexadecimal numbers too; these are invalid here.
   if (std::strpbrk(word, "xX") != nullptr) return false;
   char* end = nullptr;
   const double number = std::strtod(word, &end);
-  // Not a number fails both comparisons.
+  // NaN fails both comparisons.
   if (!usedWhole(word, end) || !(number >= 0.0 && number <= 4294967295.0)) return false;
   value = number;
   return true;
@@ -161,7 +161,7 @@ bool parseSubnetList(int count, char** words, ZephlinkSDK_Subnet* entries) {
 
 bool readHidden(const char* prompt, char* buffer, std::size_t size) {
   std::fill_n(buffer, size, '\0');
-  // Echo goes first: what is typed the moment that the prompt shows must not be seen.
+  // Disables echo before the prompt appears, so that nothing typed is shown.
   zephlinksdk::HiddenInput input;
   zephlinksdk::writeText(stdout, std::string(prompt) + " : ");
 

@@ -1,4 +1,4 @@
-// Signing in and out, the account's figures, and where the directory is found.
+// Signing in and out, the account's figures and the directory settings.
 #include <cstdint>
 #include <cstdio>
 #include <optional>
@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t kPasswordSize = 129;
 constexpr std::size_t kTokenSize = 512;
 
-/// "2026-02-03", or nothing for no date. The C library's own formatting may end the process over a day that is none.
+/// Formats a date as "2026-02-03"; empty without a date. The C library's formatting may abort on an invalid day.
 std::string dateText(const ZephlinkSDK_Date& date) {
   if (date.year == 0) return {};
   char text[80];

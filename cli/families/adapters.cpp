@@ -43,30 +43,29 @@ Json::Value adapterToJson(const ZephlinkSDK_Adapter& adapter) {
 
 bool isUnlimited(const char* word) { return equal(word, "unlimited"); }
 
-// The first argument of all handlers is the adapter's ID.
+// The first argument of all handlers is the adapter ID.
 
-/// Changes a number.
-/// REQUIRES: two arguments.
+/// Sets a number. REQUIRES: two arguments.
 template <auto& Method>
 int changeNumber(Words words, const char* usage) {
   const auto number = valueOf<parseI64>(words[1]);
   return number ? finish(call<Method>(words[0], *number), printAdapters) : invalid(usage);
 }
 
-// Some setters have C++ overloads, so that `auto&` does not suffice.
+// Some setters have C++ overloads, so `auto&` cannot select one.
 using SetLimit = ZephlinkSDK_AdaptersResult(zephlinksdk::ZephlinkSDK*, const char*, std::int64_t,
                                             ZephlinkSDK_AdaptersCallback, void*);
 using ClearLimit = ZephlinkSDK_AdaptersResult(zephlinksdk::ZephlinkSDK*, const char*, ZephlinkSDK_AdaptersCallback,
                                               void*);
 
-/// The same, with "unlimited" to remove the limit.
+/// Sets a number; "unlimited" removes the limit.
 template <SetLimit& Set, ClearLimit& Clear>
 int changeLimit(Words words, const char* usage) {
   return isUnlimited(words[1]) ? finish(call<Clear>(words[0]), printAdapters) : changeNumber<Set>(words, usage);
 }
 
 int changePriority(Words words, const char* usage) {
-  // Unlike elsewhere, too many arguments are Missing.
+  // Unlike in other handlers, too many arguments are Missing.
   if (words.size() != 2) return missing(usage);
   const auto priority = valueOf<ZephlinkSDK_connectionPriorityFromText>(words[1]);
   if (!priority) return invalid(usage);
@@ -74,19 +73,19 @@ int changePriority(Words words, const char* usage) {
 }
 
 int changeRateLimit(Words words, const char* usage) {
-  // Unlike elsewhere, too few arguments are Invalid.
+  // Unlike in other handlers, too few arguments are Invalid.
   if (words.size() != 2) return invalid(usage);
   return changeLimit<ZephlinkSDK_setConnectionRateLimit, ZephlinkSDK_clearConnectionRateLimit>(words, usage);
 }
 
-/// Encryption is a setting of the tunnel and prints its record.
+/// Encryption is a setting of the tunnel, so this prints the settings.
 int changeEncryption(Words words, const char* usage) {
   const auto on = valueOf<parseSwitch>(words[1]);
   return on ? finish(call<ZephlinkSDK_setConnectionEncryption>(words[0], *on), printSettings) : invalid(usage);
 }
 
 int changeMonthlyLimit(Words words, const char* usage) {
-  // Without a limit the day is not read: any word is accepted.
+  // Without a limit the day is not read: any argument is accepted.
   if (isUnlimited(words[1])) return finish(call<ZephlinkSDK_clearAdapterMonthlyDataLimit>(words[0]), printAdapters);
   const auto bytes = valueOf<parseI64>(words[1]);
   const auto resetDay = valueOf<parseI64>(words[2]);
@@ -108,7 +107,7 @@ int changeDirectionalMode(Words words, const char* usage) {
 
 constexpr char kEncryptionUsage[] = "adapter encryption <adapter id> <on|off>";
 
-/// Without a subcommand, `adapter datalimit` names the usage of `adapter encryption`. That is how it has always been.
+/// Without a subcommand, `adapter datalimit` prints the usage of `adapter encryption`, for compatibility.
 int refuseDataLimit(Words words, const char* usage) {
   return words.empty() ? missing(kEncryptionUsage) : invalid(usage);
 }

@@ -1,4 +1,4 @@
-// The choice of a server, connecting to it and disconnecting.
+// Choosing a server, connecting and disconnecting.
 #include <cstdint>
 #include <new>
 #include <optional>
@@ -79,7 +79,7 @@ constexpr ZephlinkSDK_ConnectMethod kDefaultKeywords[] = {
     ZephlinkSDK_ConnectMethod_P2P,     ZephlinkSDK_ConnectMethod_Proxy,
 };
 
-/// A keyword counts only as the one argument.
+/// A keyword is valid only as the single argument.
 std::optional<ZephlinkSDK_ConnectMethod> findKeyword(std::span<const ZephlinkSDK_ConnectMethod> methods, Words words) {
   if (words.size() != 1) return std::nullopt;
   for (const ZephlinkSDK_ConnectMethod method : methods) {
@@ -91,7 +91,7 @@ std::optional<ZephlinkSDK_ConnectMethod> findKeyword(std::span<const ZephlinkSDK
 constexpr char kConnectUsage[] =
     "connect [ closest | public | private | p2p | <country> [<city> [<number>]] | last | <tag> ]";
 
-/// A tag with a leading "#" means this server only, not another one of its place.
+/// A tag with a leading "#" selects exactly this server.
 template <auto& Server, auto& ExactServer, auto& Print>
 int chooseTag(const char* word, const char* usage) {
   const bool exact = *word == '#';
@@ -107,7 +107,7 @@ int choosePlace(Words words, const char* usage) {
   if (words.size() == 1 && isServerTag(words[0])) return chooseTag<Server, ExactServer, Print>(words[0], usage);
   if (!isCountryCode(words[0]) && !isPrivateCountryCode(words[0])) return invalid(usage);
   if (words.size() == 1) return finish(call<Country>(words[0]), Print);
-  // Both actions name the usage of `connect` for a bad city.
+  // Both actions print the usage of `connect` for an invalid city.
   if (!isAllLetters(words[1])) return invalid(kConnectUsage);
   if (words.size() == 2) return finish(call<City>(words[0], words[1]), Print);
   const auto number = valueOf<parseI32>(words[2]);

@@ -1,4 +1,4 @@
-// The local proxy. Its rules and services are `streamingbypass` to a user, `localproxy` is its own switch: one record,
+// The local proxy. The actions call its rules and services `streamingbypass` and its switch `localproxy`: one record,
 // two printers.
 #include "cli/families/families.h"
 #include "cli/families/rule_lists.h"
@@ -48,7 +48,7 @@ int setService(Words words, const char* usage) {
   return finish(call<ZephlinkSDK_setLocalProxyDomainWatchlistEnable>(words[0], *enable), printBypass);
 }
 
-// The master switch. Services whose titles are these words cannot be switched alone.
+// `enable` and `disable` are matched before service titles: services with these titles cannot be switched individually.
 constexpr Action kServiceRows[] = {
     {"enable", nullptr, setWatchlist<true>},
     {"disable", nullptr, setWatchlist<false>},

@@ -1,4 +1,4 @@
-// The daemon's log files and problem reports, and its end.
+// The daemon's log files, problem reports and shutdown.
 #include <cstdlib>
 
 #include "cli/families/families.h"
@@ -9,7 +9,7 @@ namespace cli {
 
 namespace {
 
-/// The level goes out as its number.
+/// Prints the level as a number.
 void printSettings(const ZephlinkSDK_LogSettingsResult& record) {
   Json::Value value(Json::objectValue);
   Json::Value& daemon = value["daemon"];

@@ -54,7 +54,7 @@ Json::Value peerToJson(const ZephlinkSDK_NetworkSharingPeer& peer) {
   return value;
 }
 
-// The older form of `autoPairBehavior`, which no usage text shows.
+// The older form of `autoPairBehavior`, which no usage text mentions.
 bool parseSameUserAutoPair(const char* word, ZephlinkSDK_NetworkSharingAutoPairBehavior& behavior) {
   const auto enabled = valueOf<parseSwitch>(word);
   if (!enabled) return false;
@@ -67,7 +67,7 @@ int setDisplayName(Words words, const char*) {
   return finish(call<ZephlinkSDK_setNetworkSharingDisplayName>(words[0]), printSettings);
 }
 
-/// Changes a setting by the first argument. In this family arguments after a value are ignored.
+/// Sets a value from the first argument. In this family arguments after the value are ignored.
 template <auto& Parse, auto& Method>
 constexpr Handler& change = atLeast<1, setValue<Parse, Method, printSettings>>;
 
@@ -89,7 +89,7 @@ constexpr Action kSetRows[] = {
 
 constexpr char kUsage[] = "networksharing <availableshares|connect|discovery|peer|set|settings|startdiscovery>";
 
-/// Unlike the actions that read, this one refuses arguments, with the usage of the whole family.
+/// Unlike the reading actions, this one rejects arguments, with the usage of the whole family.
 int startDiscovery(Words words, const char*) {
   return words.empty() ? finish(call<ZephlinkSDK_startNetworkSharingDiscovery>(), printDiscovery) : invalid(kUsage);
 }

@@ -17,10 +17,10 @@ using Pair = ZephlinkSDK_NetworkSharingPairResult;
 
 constexpr std::size_t kConnectCodeSize = sizeof(ZephlinkSDK_NetworkSharingSettingsResult::hostConnectCode);
 
-/// Whether the word fits into a field of that size.
+/// Returns whether the argument fits into a field of `size` bytes, including its terminator.
 bool fits(const char* word, std::size_t size) { return std::strlen(word) < size; }
 
-// A stream also prints failed connections as records. An action prints the error object.
+// A stream prints failed connections as records too; an action prints the error object.
 void printConnection(const Connection& record) {
   Json::Value value(Json::objectValue);
   value["role"] = ZephlinkSDK_peerRoleText(record.role);
@@ -44,14 +44,13 @@ void printPair(const Pair& record) {
 
 bool isUuid(const char* word) { return fits(word, ZephlinkSDK_UuidSize); }
 
-/// Connects by one argument of fewer than `Size` bytes.
-/// REQUIRES: an argument.
+/// Connects with one argument of fewer than `Size` bytes. REQUIRES: an argument.
 template <auto& Method, std::size_t Size>
 int connectBy(Words words, const char* usage) {
   return fits(words[0], Size) ? finish(call<Method>(words[0]), printConnection) : invalid(usage);
 }
 
-/// Acts on the peer of a UUID. More arguments are ignored.
+/// Performs an action on the peer with a UUID. Ignores further arguments.
 template <auto& Method, auto... Arguments>
 int pair(Words words, const char* usage) {
   if (words.empty()) return missing(usage);
@@ -71,15 +70,14 @@ constexpr Action kPairRows[] = {
 /// REQUIRES: two arguments.
 bool isUuidAndSwitch(Words words) { return isUuid(words[0]) && valueOf<parseSwitch>(words[1]); }
 
-/// Changes a switch of the peer of a UUID. More arguments are ignored.
-/// REQUIRES: two arguments.
+/// Sets a switch of the peer with a UUID. Ignores further arguments. REQUIRES: two arguments.
 template <auto& Method>
 int changeSwitch(Words words, const char* usage) {
   if (!isUuidAndSwitch(words)) return invalid(usage);
   return finish(call<Method>(words[0], *valueOf<parseSwitch>(words[1])), printShares);
 }
 
-/// An unknown switch with valid arguments names the usage of `networksharing set <host|client>`.
+/// An unknown switch with valid arguments prints the usage of `networksharing set <host|client>`.
 int refuseSwitch(Words words, const char* usage) {
   if (words.size() < 3) return missing(usage);
   return invalid(isUuidAndSwitch(words.subspan(1)) ? kSharingSwitchUsage : usage);

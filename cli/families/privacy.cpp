@@ -32,7 +32,7 @@ void printCaptiveLogin(const ZephlinkSDK_CaptivePortalLoginResult& record) {
   writeJson(stdout, value);
 }
 
-/// Every fault is Missing here, also a refused value and too many arguments.
+/// All errors are Missing here, including invalid values and too many arguments.
 template <auto& Method>
 int changeSwitch(Words words, const char* usage) {
   const auto on = words.size() == 1 ? valueOf<parseSwitch>(words[0]) : std::nullopt;
@@ -51,8 +51,7 @@ constexpr Action kPrivacyRows[] = {
     {"ipleak", "privacy ipleak <on|off>", changeSwitch<ZephlinkSDK_setIPLeakProtection>},
 };
 
-/// Enabling requires an adapter, and only enabling takes one.
-/// REQUIRES: an argument.
+/// Enabling requires an adapter; disabling accepts none. REQUIRES: an argument.
 int captiveLogin(Words words, const char* usage) {
   const auto on = valueOf<parseSwitch>(words[0]);
   if (!on) return invalid(usage);
@@ -67,7 +66,7 @@ constexpr Action kCaptivePortalRows[] = {
     {"login", "captiveportal login <on|off> <adapter id>", atLeast<1, captiveLogin>},
 };
 
-/// Addresses that do not fit into the request are ignored.
+/// Ignores addresses that do not fit into the request.
 int setDnsServers(Words words, const char*) {
   char addresses[ZephlinkSDK_MaxDnsAddresses][ZephlinkSDK_AddressSize];
   const std::size_t count = std::min(words.size(), ZephlinkSDK_MaxDnsAddresses);

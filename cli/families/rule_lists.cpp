@@ -17,7 +17,7 @@ Json::Value toJson(const ZephlinkSDK_RuleLists& lists) {
 
 std::optional<int> readRules(Words words, RuleList<PortRule>& list, const char* usage) {
   if (words.size() > ZephlinkSDK_MaxRules) return tooMany(kTooManyPorts, ZephlinkSDK_MaxRules);
-  // Rule lists take low ports and ranges.
+  // Rule lists accept low ports and ranges.
   if (!parseProtocolPortList(static_cast<int>(words.size()), words.data(), list.fill().data(), true, true)) {
     return invalid(usage);
   }

@@ -1,4 +1,4 @@
-// Safe browsing. Only a missing subcommand is Missing, every other fault is Invalid: a missing or refused value names
+// Safe browsing. Only a missing subcommand is Missing; all other errors are Invalid. A missing or invalid value prints
 // the usage of the subcommand, a wrong number of arguments that of the family.
 #include "cli/families/families.h"
 #include "cli/handlers.h"
@@ -59,7 +59,8 @@ void printBlock(const ZephlinkSDK_SafeBrowsingBlockResult& record) {
   writeJson(stdout, value);
 }
 
-/// Finishes the actions that connect to the service: a connect error is printed instead of the settings and fails.
+/// Ends the actions that connect to the service: a connect error is printed instead of the settings and fails the
+/// action.
 int finishConnecting(const Settings& record) {
   if (record.hasError || !record.connectFailed) return finish(record, printSettings);
   printConnectError(record);
@@ -88,7 +89,8 @@ int refreshToken(Words words, const char*) {
   return finishConnecting(call<ZephlinkSDK_refreshSafeBrowsingToken>(words[0]));
 }
 
-/// Two calls. Only the second one counts; it prints the settings even if the service was not reached.
+/// Makes two calls. The status depends on the second one only; it prints the settings even if the service was not
+/// reached.
 int startOrStop(bool enabled, const char* serviceConfig) {
   call<ZephlinkSDK_setSafeBrowsingEnabled>(enabled);
   return finish(call<ZephlinkSDK_initSafeBrowsing>(serviceConfig), printSettings);
@@ -120,7 +122,8 @@ int homeNetwork(Words words, const char* usage) {
 constexpr char kErrorLabel[] = "safebrowsing_error";
 constexpr char kBlockLabel[] = "safebrowsing_block";
 
-/// Prints events until the given seconds have passed since the first of them; without end if none are given.
+/// Prints events until the given number of seconds has passed since the first event; without an end if no number is
+/// given.
 template <const char* Label, auto& Print, auto& Listen>
 int stream(Words words, const char* usage) {
   if (words.size() > 1) return invalid(kUsage);
@@ -133,7 +136,7 @@ int stream(Words words, const char* usage) {
   return kSuccess;
 }
 
-// `redirects` names it too.
+// Also printed by `redirects`.
 constexpr char kErrorsUsage[] = "safebrowsing errors [duration in seconds]";
 
 constexpr Action kSafeBrowsingRows[] = {

@@ -1,4 +1,4 @@
-// Settings of the tunnel as a whole.
+// Settings of the whole tunnel.
 #include "cli/families/settings.h"
 
 #include "cli/families/families.h"
@@ -35,17 +35,17 @@ bool parseTransport(const char* word, ZephlinkSDK_TransportMode& mode) {
   return ZephlinkSDK_transportModeFromText(word, &mode) && ZephlinkSDK_isTransportSetting(mode);
 }
 
-/// Changes a setting of one argument.
+/// Sets a value from exactly one argument.
 template <auto& Parse, auto& Method>
 constexpr Handler& changeOne = exactly<1, setValue<Parse, Method, printSettings>>;
 
-/// A missing argument is Invalid here.
+/// A missing argument is reported as Invalid here.
 template <auto& Method>
 int changeRetry(Words words, const char* usage) {
   return words.empty() ? invalid(usage) : changeOne<parseU32, Method>(words, usage);
 }
 
-/// Too many arguments are an unknown action here.
+/// Too many arguments are reported as an unknown action here.
 int changeMaxRedundant(Words words, const char* usage) {
   return words.size() > 1 ? unknownAction() : changeOne<parseU32, ZephlinkSDK_setMaxRedundantSends>(words, usage);
 }

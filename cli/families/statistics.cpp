@@ -88,7 +88,7 @@ void printStreamingStats(const ZephlinkSDK_StreamingStatsResult& record) {
   writeJson(stdout, value);
 }
 
-/// What the arguments of the stream request.
+/// The arguments of the stream.
 struct StreamChoice {
   std::int32_t duration = -1;
   std::vector<std::uint32_t> periods;
