@@ -22,7 +22,7 @@ std::string compact(const Json::Value& value) {
   return Json::writeString(builder, value);
 }
 
-/// Throws what jsoncpp throws, on nesting that is too deep.
+/// Throws Json::Exception if the text is nested too deeply.
 Json::Value parse(const std::string& text) {
   const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
   Json::Value root;
@@ -30,7 +30,7 @@ Json::Value parse(const std::string& text) {
   return root;
 }
 
-/// A message cut off in the middle: the event can be told, its members can't be parsed.
+/// Cuts a message off in the middle: its event can be read, but its members cannot be parsed.
 std::string garbled(const std::string& text) { return text.substr(0, text.size() - text.size() / 3); }
 
 Json::Value withoutSecrets(Json::Value members) {
@@ -137,7 +137,7 @@ void Daemon::deliver(const std::string& text) {
   }
 }
 
-/// False once the connection has had its share of messages; it is then ended behind what has been sent.
+/// Returns false once the connection has reached its number of messages; it is then ended after the queued messages.
 bool Daemon::count(Connection connection) {
   const std::uint32_t messages = ++connections[connection];
   if (options.dropAfter != 0 && messages >= options.dropAfter) {

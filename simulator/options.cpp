@@ -8,7 +8,7 @@
 namespace zephsim {
 namespace {
 
-/// One option. `set` gets the word behind the option, null when `argument` is; it returns false for a bad word.
+/// One option. `set` gets the option's value, or null if `argument` is null; it returns false for an invalid value.
 struct Option {
   const char* name;
   const char* argument;

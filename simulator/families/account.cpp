@@ -1,4 +1,4 @@
-// Signing in and out, the account's figures, and where the directory is found.
+// Signing in and out, the account's figures and the directory settings.
 #include <algorithm>
 
 #include "simulator/families.h"
@@ -19,7 +19,7 @@ constexpr char kDefaultGateway[] = "https://gateway.example.net/v1";
 
 struct Account {
   const char* name;
-  const char* password;  ///< null where no password signs in
+  const char* password;  ///< null if the account has no password
   std::int64_t bytesAvailable;
   bool isAutomatic;
   bool isTeam;
@@ -61,7 +61,7 @@ class AccountFamily {
     signIn(found, Fault::Credentials, "The token is not valid");
   }
 
-  /// A session with a good token goes on.
+  /// An established session continues with a valid token.
   void refreshOAuth(const Json::Value& members) {
     if (world.isLoggedIn() && wantedText(members, "oauth") == kGoodToken) return reportState(daemon);
     loginOAuth(members);
@@ -107,7 +107,7 @@ class AccountFamily {
   }
 
  private:
-  /// `found` is null if the sign-in is to fail, with `fault` and `text`.
+  /// If `found` is null, the sign-in fails with `fault` and `text`.
   void signIn(const Account* found, Fault fault, const char* text) {
     leaveTunnel(daemon, "USERINITIATED", [this, found, fault, text] {
       moveTo(daemon, TunnelState::LoggingIn);
@@ -130,7 +130,7 @@ class AccountFamily {
 
   Daemon& daemon;
   World& world;
-  const Account* account = nullptr;  ///< signed in
+  const Account* account = nullptr;  ///< the account that is signed in
   bool autoAllowed = false;
   bool retry = false;  ///< the last sign-in failed
   const SharedRecord directory = std::make_shared<Record>(Record{"report_directory_settings"});

@@ -53,7 +53,7 @@ Json::Value& wantedAdapter(Daemon& daemon, const Json::Value& members) {
   return *adapter;
 }
 
-/// A handler that changes one adapter and says them all.
+/// Makes a handler that changes one adapter and reports all.
 RequestHandler change(void (*apply)(Json::Value& adapter, const Json::Value& members)) {
   return [apply](Daemon& daemon, const Json::Value& members) {
     apply(wantedAdapter(daemon, members), members);
@@ -61,7 +61,7 @@ RequestHandler change(void (*apply)(Json::Value& adapter, const Json::Value& mem
   };
 }
 
-/// A limit of 0 is none, and isn't reported.
+/// A limit of 0 means no limit and is not reported.
 void setLimit(Json::Value& place, const char* key, const Json::Value& limit) {
   if (limit == 0) {
     place.removeMember(key);

@@ -57,7 +57,7 @@ class Connecting {
   }
 
  private:
-  /// "auto" is what the connect method says.
+  /// "auto" selects the configured connect method.
   std::string resolveAuto(const std::string& wanted) const {
     if (wanted != "auto") return wanted;
     const std::string place = serverSettings->value["connect_country"].asString();

@@ -1,4 +1,4 @@
-// The daemon's log files: their settings, erasing them, reports with a ticket.
+// The daemon's log files: settings, erasing, and problem reports with a ticket.
 #include "simulator/families.h"
 #include "simulator/json.h"
 #include "simulator/setters.h"
@@ -60,7 +60,7 @@ std::vector<Request> logsFamily(Daemon& daemon) {
       {"request_log_settings", method(family, &Logs::reportSettings)},
       {"set_daemon_log_settings", method(family, &Logs::setSettings)},
       {"send_log_report", method(family, &Logs::sendReport)},
-      {"erase_all_log_files", [](Daemon&, const Json::Value&) {}},  // there are none
+      {"erase_all_log_files", [](Daemon&, const Json::Value&) {}},  // there are no log files
   };
 }
 

@@ -1,4 +1,4 @@
-// Network sharing: this machine's settings, discovery, and peers that appear, pair, authenticate and drop.
+// Network sharing: this machine's settings, discovery, and peers that appear, pair, authenticate and disconnect.
 #include <json/reader.h>
 
 #include <array>
@@ -16,28 +16,28 @@ using namespace std::chrono_literals;
 constexpr char kOwnUuid[] = "5a9e0c4d-7b1f-4c62-8e35-d0a41f6b9c00";
 constexpr char kSharedAdapter[] = "share0";
 constexpr std::size_t kLongestName = 32;
-constexpr double kDropChance = 1.0 / 60;  ///< of each second that a peer is connected
+constexpr double kDropChance = 1.0 / 60;  ///< for each second that a peer is connected
 constexpr int kBytesASecond = 400'000;
 
 enum PeerStatus { kDisconnected, kUnauthenticated, kAuthenticated };
 enum TunnelStatus { kInactive, kActive, kDisabledOnClient, kDisabledOnHost };
 
-/// What a peer does when it is asked to pair, and whether it asks by itself.
+/// How a peer answers a request to pair, or that it requests to pair itself.
 enum class Manner { Accepts, Rejects, Asks };
 
 struct Peer {
   const char* uuid;
   const char* name;
   Manner manner;
-  bool known = false;  ///< the daemon has seen it
+  bool known = false;  ///< the daemon has discovered it
   bool paired = false;
   bool autoReconnect = false;
   bool allowedAsHost = true;
   bool allowedAsClient = false;
-  bool asking = false;  ///< its wish to pair waits for an answer
+  bool asking = false;  ///< its request to pair is not answered yet
   int status = kDisconnected;
   std::int64_t usage = 0;     ///< bytes today
-  std::uint64_t attempt = 0;  ///< so that a step that has been overtaken can tell
+  std::uint64_t attempt = 0;  ///< lets a delayed step detect that it is obsolete
 };
 
 std::array<Peer, 4> makePeers() {
@@ -56,7 +56,7 @@ std::array<Peer, 4> makePeers() {
 
 std::string connectCode(const char* uuid) { return encodeBase64(std::string("{\"u\":\"") + uuid + "\"}"); }
 
-/// The uuid in a connect code; empty if the code can't be read.
+/// Returns the uuid in a connect code; empty if the code is invalid.
 std::string uuidOf(const std::string& code) {
   const auto decoded = decodeBase64(code);
   Json::Value content;
@@ -185,7 +185,7 @@ class NetworkSharing {
     setPaired(*peer, false);
   }
 
-  /// A handler that sets one switch of a peer and says the shares.
+  /// Sets one switch of a peer and reports the shares.
   template <bool Peer::*Switch>
   void setSwitch(const Json::Value& members) {
     const bool value = wantedBool(members, "allow");
@@ -194,7 +194,7 @@ class NetworkSharing {
     updateSharedAdapter();
   }
 
-  /// A second in the life of the peers that are connected.
+  /// Simulates one second of the connected peers.
   void tick() {
     for (Peer& peer : peers) {
       if (peer.status != kAuthenticated) continue;
@@ -327,7 +327,7 @@ class NetworkSharing {
     updateSharedAdapter();
   }
 
-  /// The shared adapter is connected as long as a peer is.
+  /// The shared adapter is connected while any peer is.
   void updateSharedAdapter() {
     bool connected = false;
     for (const Peer& peer : peers) connected |= tunnelOf(peer) == kActive;
@@ -342,7 +342,8 @@ class NetworkSharing {
   const SharedRecord settings = std::make_shared<Record>(Record{"report_networksharing_settings"});
   std::array<Peer, 4> peers = makePeers();
   bool discovering = false;
-  std::uint64_t discovery = 0;  ///< counts starts and ends, so that what a discovery has planned can tell its end
+  std::uint64_t discovery = 0;  ///< incremented at each start and end, so that delayed steps of a discovery can detect
+                                ///< its end
 };
 
 }  // namespace

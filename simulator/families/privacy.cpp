@@ -11,7 +11,8 @@ using namespace std::chrono_literals;
 constexpr Json::ArrayIndex kMaxDnsServers = 3;
 constexpr char kCaptiveAdapter[] = "wlan0";
 
-/// One network has a captive portal, until somebody has logged in there: switched the login on and off again.
+/// One network has a captive portal until somebody has logged in, that is, has switched the login mode on and off
+/// again.
 class CaptivePortals {
  public:
   explicit CaptivePortals(Daemon& owner) : daemon(owner) {}
@@ -34,7 +35,7 @@ class CaptivePortals {
  private:
   Daemon& daemon;
   bool captive = true;
-  std::string network;  ///< in login mode; empty if none is
+  std::string network;  ///< in login mode; empty if the mode is off
 };
 
 }  // namespace

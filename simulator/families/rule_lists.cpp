@@ -1,4 +1,4 @@
-// Firewall, streaming and local proxy: three families of the same four rule lists.
+// The firewall, streaming and the local proxy: three families with the same four rule lists.
 #include "simulator/families.h"
 #include "simulator/json.h"
 #include "simulator/setters.h"
@@ -26,7 +26,7 @@ RequestHandler setPorts(const SharedRecord& record) {
   };
 }
 
-/// The read and the four lists of the family called `name`.
+/// Returns the requests to read and set the lists of the family `name`.
 std::vector<Request> listRequests(const std::string& name, const SharedRecord& record) {
   std::vector<Request> requests = {
       {"request_" + name + "_settings", sayRecord(record)},
@@ -64,7 +64,7 @@ std::vector<Request> streamingRequests() {
   return requests;
 }
 
-/// A title that isn't known changes nothing.
+/// An unknown title changes nothing.
 RequestHandler setService(const SharedRecord& proxy) {
   return [proxy](Daemon& daemon, const Json::Value& members) {
     const bool enabled = wantedBool(members, "enabled");

@@ -1,4 +1,4 @@
-// Safe browsing: its settings and counters, and the lookups that go wrong or are blocked while it is on.
+// Safe browsing: settings, counters, and the lookups that fail or are blocked while it is on.
 #include "simulator/families.h"
 #include "simulator/json.h"
 #include "simulator/setters.h"
@@ -8,10 +8,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A configuration or token that begins so is refused by the service.
+/// The service rejects a configuration or token with this prefix.
 constexpr char kBadPrefix[] = "bad";
 
-/// Codes of the service, in connect and lookup errors.
+/// The service's error codes, in connect and lookup errors.
 enum class ServiceError { Refused = 4, LookupTimeout = 8, NotInitialized = 17 };
 
 constexpr const char* kBlockedHosts[] = {"malware.example.net", "phishing.example.org", "tracker.example.com"};
@@ -38,7 +38,7 @@ class SafeBrowsing {
     };
   }
 
-  /// The service is reached with the configuration; an empty one leaves it.
+  /// Connects to the service with the configuration; an empty one disconnects.
   void initialize(const Json::Value& members) {
     const std::string config = wantedText(members, "config");
     daemon.after(300ms, [this, config] {

@@ -1,4 +1,4 @@
-// The settings of the tunnel as a whole.
+// The settings of the whole tunnel.
 #include "simulator/families.h"
 #include "simulator/json.h"
 #include "simulator/setters.h"
@@ -37,7 +37,7 @@ Json::Value defaultSettings() {
                  {"num_target_connections", object({{"upload", 3}, {"download", 3}})}});
 }
 
-/// With a `guid` it is the encryption of one adapter, else that of the tunnel.
+/// With a `guid`, sets the encryption of one adapter, otherwise that of the tunnel.
 void setEncryption(Daemon& daemon, const Json::Value& members) {
   Json::Value& settings = daemon.world.settings->value;
   const bool enable = wantedBool(members, "enable");
