@@ -11,7 +11,8 @@ namespace exporter {
 
 namespace {
 
-/// HOST:PORT, with a host that the library can take; nothing for any other text.
+/// Parses HOST:PORT. Returns nothing if the text has another form, the host is too long for the library, or the port is
+/// below `leastPort`.
 std::optional<Endpoint> parseEndpoint(std::string_view text, std::uint16_t leastPort) {
   const std::size_t colon = text.rfind(':');
   if (colon == std::string_view::npos || colon == 0 || colon >= ZephlinkSDK_AddressSize) return std::nullopt;

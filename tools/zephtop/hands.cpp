@@ -11,7 +11,7 @@ namespace {
 
 struct HelpRow {
   const char* text;
-  bool changes;  ///< the daemon; left out of a read-only program
+  bool changes;  ///< changes the daemon; omitted if read-only
 };
 constexpr HelpRow kHelp[] = {
     {"up, down    select an adapter", false},
@@ -35,7 +35,7 @@ Order connectTo(const char* text, ZephlinkSDK_ConnectMethod method) {
   return order;
 }
 
-/// The choices of connecting; the place of the last one is still to be found.
+/// Returns the orders for connecting. The last one still needs a place.
 std::vector<Order> connectChoices() {
   Order place;
   place.kind = Order::Kind::ConnectToPlace;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kMostEvents = 200;
 constexpr std::chrono::milliseconds kSamplePeriod{1000};
-// The daemon's statistics may come a little late before their absence shows.
+// How late the daemon's statistics may arrive before a gap is shown.
 constexpr std::chrono::milliseconds kSampleGrace{700};
 constexpr float kBitsPerMegabit = 1e6F;
 
@@ -55,7 +55,7 @@ Tone toneOf(ZephlinkSDK_AdapterState state) {
   }
 }
 
-/// "LOGGED_IN" as "logged in".
+/// Converts "LOGGED_IN" to "logged in".
 std::string spoken(std::string word) {
   for (char& letter : word) {
     if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
