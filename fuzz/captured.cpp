@@ -20,8 +20,7 @@ namespace {
 
 constexpr std::string_view kPrompts[] = {"Enter password : ", "Enter oauth token : "};
 
-/// A stream that the program writes to, kept in memory. Descriptors 1 and 2 stay as they are: the sanitizers report
-/// there.
+/// Captures an output stream of the program in memory. Does not redirect descriptors 1 and 2, which the sanitizers use.
 class Captured {
  public:
   explicit Captured(const char* name) : descriptor(::memfd_create(name, MFD_CLOEXEC)) {
@@ -46,9 +45,9 @@ class Captured {
   std::FILE* file;
 };
 
-/// Takes one JSON value off the front of `text`.
+/// Removes one JSON value from the start of `text`.
 bool takeJson(std::string_view& text, Json::Value& value) {
-  // The reader stops at the end of the first value and tells how far it came by the value's offset.
+  // The reader stops after the first value; the value's offset limit is the position.
   Json::CharReaderBuilder builder;
   builder["collectComments"] = false;
   builder["allowTrailingCommas"] = false;
@@ -64,7 +63,7 @@ bool isError(const Json::Value& value) {
          value["errorType"].isString() && value["errorCode"].asUInt() != 0;
 }
 
-/// The writer's "1e+9999" for what is beyond a double is JSON, but its own reader takes no such number.
+/// The writer's "1e+9999" for infinity is JSON, but its own reader rejects the number.
 std::string withFiniteNumbers(std::string text) {
   constexpr std::string_view kInfinite = "1e+9999";
   for (std::size_t at = text.find(kInfinite); at != std::string::npos; at = text.find(kInfinite, at)) {
@@ -73,7 +72,7 @@ std::string withFiniteNumbers(std::string text) {
   return text;
 }
 
-/// A record, or records of a stream, each an array of label and record with an empty line behind it.
+/// Checks one record, or the records of a stream: each is an array of label and record, followed by an empty line.
 void checkRecords(std::string_view printed, bool errors) {
   const std::string whole = withFiniteNumbers(std::string(printed));
   std::string_view text = whole;

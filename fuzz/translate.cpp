@@ -1,8 +1,8 @@
-// The translation of keys, with a table of its own beside the library's.
+// Fuzzes the translation of keys, with an additional table.
 //
-// What has no form of a key, or an unknown key, comes back unchanged; a text without places to fill comes out as it
-// stands, whatever arguments follow; a value that holds no brace stands exactly where its name stood; and no arguments
-// make a text of more than a few megabytes.
+// Texts that are not a key and unknown keys are returned unchanged. A text without placeholders is returned as it is,
+// whatever the arguments. A value without braces replaces exactly its placeholder. No arguments expand a text to more
+// than a few megabytes.
 #include "l10n/translate.h"
 
 #include "fuzz/check.h"
@@ -21,7 +21,7 @@ static_assert(zephlinksdk::isSorted(kGroups));
 constexpr zephlinksdk::TranslationLanguage kLanguages[] = {{"en", kGroups}};
 constexpr zephlinksdk::TranslationTable kTable{kLanguages};
 
-/// The text of FUZZ_FILLED for arguments that are an object of one text, "name"; nothing for any others.
+/// Checks the text of FUZZ_FILLED if the arguments are an object with the single text "name".
 void checkFilled(std::string_view arguments, const std::string& text) {
   Json::Value object;
   if (!fuzz::parseJson(arguments, object) || !object.isObject() || object.size() != 1 || !object["name"].isString())
@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::check(text == "<{name}|Zephlink|{name}|{}>", "without arguments only the product is filled in", text);
   }
   if (!key.starts_with("FUZZ_")) {
-    // One without places to fill, or an unknown one: nothing behind the braces counts but whether the key is known.
+    // For a key without placeholders, or an unknown key, only the key matters.
     const std::string bare = zephlinksdk::translate(input.substr(0, end + 2));
     fuzz::check(text == input || text == bare, "arguments change no text that has no place for them", text);
   }

@@ -1,7 +1,8 @@
-// Any words of a command line, a line each, through the whole dispatcher and through each argument parser.
+// Fuzzes the dispatcher and each argument parser with any arguments, one per line.
 //
-// The status is one of the five and the output goes with it (see captured.h), every request is one line of JSON, and
-// what a parser takes is what another reading of the word gives; a word that it refuses leaves the value alone.
+// The status must be one of the five and match the output (see captured.h), every request must be one line of JSON, and
+// a value that a parser accepts must equal that of an independent reading. A parser does not change the value for an
+// argument that it rejects.
 
 #include <algorithm>
 #include <cstring>
@@ -17,10 +18,11 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// More words than any list takes, and longer ones than any field holds.
+// More arguments than any list accepts.
 constexpr std::size_t kMostWords = 2000;
 
-/// The number of a word by hand: blanks, a sign, digits to the end. Nothing for any other word; without a bound.
+/// Reads a number by hand: white space, a sign, digits up to the end, without a bound. Returns nothing for any other
+/// text.
 std::optional<__int128> numberOf(const std::string& word) {
   std::size_t at = word.find_first_not_of(" \t\n\v\f\r");
   if (at == std::string::npos) return std::nullopt;
@@ -130,7 +132,7 @@ void checkParsers(const std::string& word) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view input = fuzz::textOf(data, size);
-  // No word of a command line holds a zero.
+  // Arguments cannot contain a zero byte.
   if (input.find('\0') != std::string_view::npos) return 0;
   const Words words = fuzz::piecesOf(input);
   if (words.size() > kMostWords) return 0;
