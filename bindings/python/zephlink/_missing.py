@@ -1,4 +1,4 @@
-"""What to do about a library that is not there."""
+"""The error message for a missing library."""
 
 from __future__ import annotations
 
@@ -6,7 +6,7 @@ import re
 
 
 def explained(error: ImportError) -> ImportError:
-    """The error of an extension module that did not load, with what it wants."""
+    """Returns the error of an extension module that failed to load, with the library that it needs."""
     found = re.match(r"(libzephlinksdk\.so\.(\d+)): ", str(error))
     if not found:
         if "cannot import name '_native'" not in str(error):
