@@ -11,7 +11,7 @@ namespace tests {
 
 namespace {
 
-/// What the program calls itself: the last piece of its path.
+/// The program's name in its messages: the last part of its path.
 std::string programName() { return std::filesystem::path(ZEPHCTL_PATH).filename().string(); }
 
 ProgramCase fault(const char* kind, std::vector<std::string> words, const std::string& usage, int status) {
@@ -39,7 +39,7 @@ void check(const ProgramCase& row) {
   if (row.endless) return;
   EXPECT_GE(std::chrono::steady_clock::now() - start, row.duration);
   EXPECT_EQ(run.status, row.status);
-  // What leaves at the very end may still be on its way.
+  // Requests sent at the very end may not have arrived yet.
   if (daemon.heard().size() < row.sent.size()) daemon.waitForRequests(row.sent.size());
   std::vector<std::string> heard = daemon.heard();
   for (std::size_t i = 0; i < std::min(heard.size(), row.sent.size()); ++i) {

@@ -1,4 +1,4 @@
-// A daemon on libwebsockets: lws ANSWERS, a file with a request and the text of its report on every two lines.
+// A daemon on libwebsockets: lws ANSWERS. The file contains pairs of lines: a request and the text of its report.
 #include <libwebsockets.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -11,7 +11,7 @@ struct answer {
   char* report;
 };
 
-// What a connection has to say, as indices of answers.
+// The queue of a connection, as indices of answers.
 struct link {
   int waiting[kMostAnswers];
   int count;

@@ -1,4 +1,4 @@
-// The cases of *.cases, each title a test of its own.
+// Runs the cases of *.cases; each title is a separate test.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Events that a daemon sends while the program runs: streams of safe browsing and of peers, and peers that take long.
+// Events that a daemon sends while the program runs: streams of safe browsing and of peers, and slow peers.
 #include <gtest/gtest.h>
 
 #include "tests/program_case.h"
@@ -23,7 +23,7 @@ TEST(SafeBrowsing, StreamsEachEventAsItComes) {
   const std::string firstBlock = printedBlock(R"({"host":"b.example","redirected":true})");
   ASSERT_TRUE(sendUntilPrinted(daemon, blocks, lookupBlock(R"({"redirected":true,"host":"b.example"})"), firstBlock));
 
-  // A member that is missing or of another kind reads as zero: nothing stays of the event before.
+  // Missing and mistyped members read as zero: no value of the previous event remains.
   const std::string tooLong = R"({"host":")" + longText + R"(","safebro_msg":")" + longText + "\"}";
   for (const char* data : {"null", R"({"error":"1","host":7,"safebro_msg":[]})", tooLong.c_str()}) {
     daemon.send(lookupError(data));
@@ -46,7 +46,7 @@ TEST(SafeBrowsing, StreamsEachEventAsItComes) {
   EXPECT_EQ(daemon.heard().size(), 0U);
 }
 
-/// The time counts from the first event, so a stream without one does not end: `errors` outlives `redirects`.
+/// The duration counts from the first event, so a stream without events does not end: `errors` outlives `redirects`.
 TEST(SafeBrowsing, StreamsEndWhenTheirTimeHasRunOut) {
   ScriptedDaemon daemon;
   Process errors(command(daemon.port(), {"safebrowsing", "errors", "1"}));
@@ -68,7 +68,7 @@ const std::string kAuthenticated = event("report_networksharing_peer_status_chan
                                          R"({"uuid":"p-1","peer_role":"host","peerStatus":2,"tunnelStatus":1})");
 constexpr const char* kConnection = R"({"peerStatus":"authenticated","role":"host","uuid":"p-1"})";
 
-/// The calls with a longer time-out still wait when another has given up.
+/// The calls with a longer time-out still wait when another one has timed out.
 TEST(Peers, SlowPeersAreWaitedForLonger) {
   ScriptedDaemon daemon;
   Process reconnecting(command(daemon.port(), {"networksharing", "reconnect", "p-1"}));
@@ -90,7 +90,7 @@ TEST(Peers, StatisticsStreamTheirEvents) {
       daemon, run, event("report_networksharing_new_peer_available", R"({"uuid":"p-1","display_name":"One"})"),
       newPeer));
   daemon.send(event("report_networkshare_auth_request", R"({"uuid":"p-2","display_name":"Two"})"));
-  daemon.send(kPaired);  // No stream tells of a pairing.
+  daemon.send(kPaired);  // No stream reports a pairing.
   daemon.send(event("report_networksharing_peer_status_change",
                     R"({"uuid":"p-1","peer_role":"host","peerStatus":0,"type":3,"msg":"refused by peer"})"));
   daemon.send(kAuthenticated);

@@ -1,4 +1,4 @@
-// Problem reports, and words that no report answers.
+// Problem reports, and requests that the daemon does not answer.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 namespace tests {
 namespace {
 
-/// A directory that lasts as long as its test.
+/// Creates a directory for the duration of a test.
 class LogReport : public testing::Test {
  protected:
   LogReport() {
@@ -21,7 +21,7 @@ class LogReport : public testing::Test {
   }
   ~LogReport() override { std::filesystem::remove_all(folder); }
 
-  /// The report of what stands at `path`, which the daemon must get as `sent`.
+  /// Returns the case of a report on `path`, which the daemon must receive as `sent`.
   static ProgramCase reportCase(const std::filesystem::path& path, const std::filesystem::path& sent,
                                 const std::string& answer, const std::string& out) {
     return {.words = {"log", "report", "a@b.example", "It is \"slow\"", path.string()},
@@ -41,7 +41,7 @@ TEST_F(LogReport, SendsTheCanonicalPathAndPrintsTheAnswer) {
   const std::string ticket = "{\n\t\"ticketId\" : \"T-1\"\n}";
   check(reportCase(file, file, answer, ticket));
   check(reportCase(folder / "inner" / ".." / "daemon.log", file, answer, ticket));
-  // A directory will do.
+  // A directory is accepted.
   check(reportCase(folder, folder, answer, ticket));
   check(reportCase(file, file, R"({"type":null,"ticket_id":")" + std::string(40, 't') + "\"}",
                    "{\n\t\"ticketId\" : \"" + std::string(31, 't') + "\"\n}"));
@@ -66,7 +66,7 @@ TEST_F(LogReport, RefusesWhatIsNotThere) {
   }
 }
 
-/// The process ends at once, and what it had to say has left all the same.
+/// The process ends at once, but its requests are still sent.
 TEST(Logs, LeaveBeforeTheProcessEnds) {
   ScriptedDaemon daemon;
   std::vector<std::string> sent;

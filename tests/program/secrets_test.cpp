@@ -1,4 +1,4 @@
-// Passwords and tokens go to the daemon and nowhere else.
+// Passwords and tokens are sent to the daemon and appear nowhere else.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -53,7 +53,7 @@ TEST(Secrets, NotInWhatIsPrintedWhenTheDaemonRefuses) {
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.err.find("errorCode"), std::string::npos);
     expectNoSecret(run);
-    // It did go to the daemon.
+    // It was sent to the daemon.
     ASSERT_EQ(daemon.heard().size(), 1U);
     EXPECT_NE(daemon.heard()[0].find(std::string("\"") + way.member + "\":\"" + kSecret), std::string::npos);
   }

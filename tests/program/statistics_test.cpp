@@ -1,4 +1,4 @@
-// stats: what it asks for, when it ends, and reports that come while it runs.
+// stats: its requests, its end, and reports that arrive while it runs.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -26,7 +26,7 @@ std::string connectionsBlock(int time) {
   return block("connection_stats", R"({"time":)" + std::to_string(time) + R"(,"connections":[]})");
 }
 
-/// Runs to its end, a second behind the first event. The keep-alive may fall between any two requests.
+/// Runs until one second after the first event. The keep-alive may be sent between any two requests.
 TEST(Stats, AsksForEverythingAndEndsByItsDuration) {
   ScriptedDaemon daemon({{"request_current_state", {kConnected}}});
   const ProgramRun run = zephctl(daemon.port(), {"stats", "1", "day", "networksharing", "week", "month", "total",
@@ -62,7 +62,7 @@ TEST(Stats, TakesPeriodsAsNumbersAndWords) {
   }
 }
 
-/// Errors come on the other stream, count as events, and change no status.
+/// Errors are printed on stderr, count as events, and do not change the status.
 TEST(Stats, PrintsTimeoutsInTheErrorForm) {
   ScriptedDaemon daemon;
   const auto start = std::chrono::steady_clock::now();
@@ -79,7 +79,7 @@ TEST(Stats, PrintsLaterReportsOfEachKindAsTheyComeAlsoBehindALostConnection) {
   ScriptedDaemon daemon({{"request_current_state", {kConnected}}});
   Process run(command(daemon.port(), {"stats"}));
   ASSERT_TRUE(run.waitForOutput(kConnectedBlock));
-  // The last subscription: what comes before it stands would be lost.
+  // The last subscription: reports that arrive before it is established would be lost.
   ASSERT_TRUE(daemon.waitForRequest(request("request_streaming_stats")));
   std::string shown = kConnectedBlock;
   const std::pair<std::string, std::string> events[] = {
@@ -93,7 +93,7 @@ TEST(Stats, PrintsLaterReportsOfEachKindAsTheyComeAlsoBehindALostConnection) {
   for (const auto& [text, printed] : events) {
     daemon.send(text);
     shown += printed;
-    // Each block stands there before the next event exists.
+    // Each block must be printed before the next event is sent.
     ASSERT_TRUE(run.waitForOutput(shown));
   }
   daemon.socket().drop(1);
@@ -105,7 +105,7 @@ TEST(Stats, PrintsLaterReportsOfEachKindAsTheyComeAlsoBehindALostConnection) {
   EXPECT_EQ(run.finish().out, shown);
 }
 
-/// All five requests are answered before the burst begins, so that none runs into its time-out on a slow machine.
+/// All five requests are answered before the burst, so that none of them times out on a slow machine.
 TEST(Stats, PrintsABurstWholeAndInOrder) {
   ProgramCase row{.words = {"stats"},
                   .answers = {{"request_current_state", {kConnected}},

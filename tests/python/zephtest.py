@@ -1,4 +1,4 @@
-"""What the tests that are scripts share: a daemon whose every byte is ours, and a runner of zephctl.
+"""Shared by the tests that are scripts: a daemon under full control, and a runner of zephctl.
 
 Standard library only. Everything is on loopback.
 """
@@ -38,7 +38,7 @@ ANSWERS = {
 
 
 def answers(name, members, table=ANSWERS):
-    """The reports that answer a request: always the same, with what the request sets."""
+    """Returns the reports that answer a request: always the same, with the values that the request sets."""
     if name not in table:
         return []
     event, data = table[name]
@@ -62,7 +62,7 @@ def frame(text, opcode=1):
 
 
 class Gone(Exception):
-    """The peer has left, or doesn't speak the protocol."""
+    """The peer has closed the connection, or does not follow the protocol."""
 
 
 class Connection:
@@ -89,7 +89,7 @@ class Connection:
         await self.writer.drain()
 
     async def text(self):
-        """The next text message, as it came."""
+        """Returns the next text message, unparsed."""
         while True:
             first, second = await self.reader.readexactly(2)
             size = second & 0x7F
@@ -107,7 +107,7 @@ class Connection:
                 return payload
 
     async def request(self):
-        """The next request: its name and members."""
+        """Returns the name and members of the next request."""
         text = await self.text()
         name, members, source = json.loads(text)
         if source != "zephlink_sdk" or not text.endswith(b"\n"):
@@ -116,7 +116,7 @@ class Connection:
 
 
 async def answer_all(link):
-    """The course of a daemon as it should be."""
+    """The behaviour of a correct daemon."""
     while True:
         name, members = await link.request()
         for event, data in answers(name, members):
@@ -124,8 +124,8 @@ async def answer_all(link):
 
 
 class Daemon:
-    """Upgrades each connection and plays `course` on it, then closes it. A client that doesn't finish its upgrade in
-    a second is dropped, as servers do."""
+    """Upgrades each connection, runs `course` on it, then closes it. Drops a client that does not finish its upgrade
+    within a second, as servers do."""
 
     def __init__(self, course=answer_all):
         self.course, self.port = course, 0
@@ -156,7 +156,7 @@ PARENT = os.getpid()
 
 
 def end_with_the_test():
-    """In the child: the system ends it when the test ends, however that is."""
+    """Runs in the child: the system ends it when the test ends in any way."""
     LIBC.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
     if os.getppid() != PARENT:
         os._exit(127)
@@ -170,7 +170,7 @@ async def start(program, *words, **streams):
 
 
 async def stop(process):
-    """Ends a program and what it started."""
+    """Ends a program and its children."""
     if process.returncode is None:
         try:
             os.killpg(process.pid, signal.SIGKILL)
@@ -183,8 +183,8 @@ Run = namedtuple("Run", "status out err seconds")
 
 
 async def run(program, port, words, limit, env=None):
-    """One run of zephctl. Its status is negative after a signal, None if it had to be killed at `limit` seconds. The
-    words may begin with -i and a host."""
+    """Runs zephctl once. The status is negative after a signal, and None if it was killed after `limit` seconds. The
+    arguments may start with -i and a host."""
     begin = time.monotonic()
     options = 2 if words[:1] == ("-i",) else 0
     process = await start(program, *words[:options], "-p", str(port), *words[options:], stdout=asyncio.subprocess.PIPE,
@@ -200,7 +200,7 @@ async def run(program, port, words, limit, env=None):
 
 
 def is_error_object(text):
-    """Whether the text is exactly one error object as zephctl prints it."""
+    """Returns whether the text is exactly one error object as zephctl prints it."""
     try:
         return json.loads(text).keys() == {"errorCode", "errorType", "errorMessage"}
     except (ValueError, AttributeError):

@@ -1,4 +1,4 @@
-// Calls, subscriptions and listeners as a host makes them.
+// Calls, subscriptions and listeners, used as by a host.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -42,7 +42,7 @@ TEST(Calls, ImmediateRecordOfAnAsynchronousCallIsMarked) {
   EXPECT_EQ(immediate.errorCode, ZephlinkSDK_Error_AsyncCall);
   EXPECT_STREQ(immediate.errorMessage, "Result is an async call SDK");
   ASSERT_TRUE(versions.waitFor(1));
-  // The mark stays in the record that the callback gets.
+  // The record in the callback keeps the mark of an asynchronous call.
   EXPECT_FALSE(versions.all()[0].hasError);
   EXPECT_EQ(versions.all()[0].errorCode, ZephlinkSDK_Error_AsyncCall);
   EXPECT_EQ(versions.all()[0].handle, immediate.handle);
@@ -53,7 +53,7 @@ TEST(Calls, OneShotCallEndsWithItsFirstAnswerWhateverTheCallbackReturns) {
   Collector<Version> versions;
   Host host({{"request_version_data", {kVersionReport, kVersionReport}}, {"request_current_state", {stateReport(0)}}});
   ZephlinkSDK_getVersion(host.sdk, versions.collect, &versions);
-  // Answered behind both version reports.
+  // Answered after both version reports.
   ZephlinkSDK_getState(host.sdk, nullptr, nullptr);
   EXPECT_EQ(versions.all().size(), 1U);
 }
@@ -125,7 +125,7 @@ TEST(Calls, CallbackMayRegisterAndRemove) {
   Host host(statesAndVersion({1}));
   second.answer = [](const State&) { return false; };
   first.answer = [&](const State& record) {
-    // Hears of the next report, not of the one under way: its request has not left yet.
+    // Receives the next report, not the current one: its request was not sent yet.
     ZephlinkSDK_getState(host.sdk, second.collect, &second);
     ZephlinkSDK_getVersion(host.sdk, versions.collect, &versions);
     ZephlinkSDK_removeListener(host.sdk, record.handle);
@@ -147,7 +147,7 @@ TEST(Calls, TimedOutSubscriptionStaysForLaterReports) {
   EXPECT_EQ(states.all()[0].errorCode, ZephlinkSDK_Error_Timeout);
   host.daemon.send(stateReport(2));
   ASSERT_TRUE(states.waitFor(2));
-  // Only the flag of the head is cleared.
+  // Only the head's error flag is cleared.
   EXPECT_FALSE(states.all()[1].hasError);
   EXPECT_EQ(states.all()[1].errorCode, ZephlinkSDK_Error_Timeout);
   EXPECT_EQ(states.all()[1].state, ZephlinkSDK_State_LoggedIn);
@@ -171,7 +171,7 @@ TEST(Calls, CallersAreServedWhileTheLinkIsClosing) {
   Host host;
   ASSERT_TRUE(host.daemon.waitForConnections(1));
   host.daemon.socket().close(1);
-  // The channel thread never sleeps now; registering and removing must get their turn all the same.
+  // The channel thread never sleeps here; other threads must still be able to register and remove.
   EXPECT_TRUE(within(std::chrono::seconds(4), [&] {
     for (int i = 0; i < 1000; ++i) {
       ZephlinkSDK_removeListener(host.sdk, ZephlinkSDK_getState(host.sdk, states.collect, &states).handle);
@@ -200,7 +200,7 @@ TEST(Calls, TextsQueuedJustBeforeTheEndLeave) {
   EXPECT_FALSE(ZephlinkSDK_subscribeStats(host.sdk, true, 6, periods).hasError);
   EXPECT_FALSE(ZephlinkSDK_subscribeStats(host.sdk, false, 6, periods).hasError);
   host.owner.reset();
-  // The keep-alive thread may have repeated the first in between.
+  // The keep-alive thread may have repeated the first request in between.
   EXPECT_TRUE(host.daemon.waitForRequest(R"(["stat_subscribe",{"enable":false},"zephlink_sdk"])"));
   EXPECT_EQ(host.daemon.heard().front(),
             R"(["stat_subscribe",{"enable":true,"periods":[24,168,720,1,2]},"zephlink_sdk"])");
@@ -214,7 +214,7 @@ TEST(Calls, KeepAliveRepeatsTheSubscriptionAtOnce) {
   EXPECT_EQ(host.daemon.heard()[1], R"(["stat_subscribe",{"enable":true},"zephlink_sdk"])");
 }
 
-/// The repetition has no periods: amid the requests of a host it would undo the first one's.
+/// The repetition has no periods: between the requests of a host it would undo the first one.
 TEST(Calls, KeepAliveFollowsTheRequestsOfTheHost) {
   const std::vector<std::string> own{
       R"(["stat_subscribe",{"enable":true,"periods":[24]},"zephlink_sdk"])",
@@ -242,7 +242,7 @@ TEST(Calls, KeepAliveFollowsTheRequestsOfTheHost) {
 TEST(Calls, EndsAtOnceInEveryStateOfTheLink) {
   ScriptedDaemon daemon;
   const ClosedPort closedPort;
-  // Twenty pauses waited to their ends would take five.
+  // Twenty full pauses would take five seconds.
   EXPECT_TRUE(within(std::chrono::seconds(5), [&] {
     for (int i = 0; i < 20; ++i) {
       connectTo(daemon.port());

@@ -1,5 +1,5 @@
-// What a host finds in records and the program does not show, most of all in those of a subscription: later reports
-// go into the same record.
+// Record contents that a host sees but the program does not print, mostly in subscriptions: later reports are read into
+// the same record.
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -11,7 +11,7 @@
 namespace tests {
 namespace {
 
-/// The records that `call` hears of when these reports answer its request.
+/// Returns the records that `call` receives when these reports answer its request.
 template <class Record>
 std::vector<Record> recordsOf(Record (&call)(zephlinksdk::ZephlinkSDK*, zephlinksdk::Callback<Record>, void*),
                               const std::string& request, const std::string& report,
@@ -38,7 +38,7 @@ TEST(Directory, ReachesACallbackAgainAndAgain) {
   EXPECT_STREQ(all[1].servers[0].publicIP[0], "c");
 }
 
-/// Setting a value reports the whole record and is no subscription; reading it is one.
+/// Setting a value reports the whole record and does not subscribe; reading it does.
 TEST(DirectorySettings, StaySubscribedUnderBothNames) {
   const std::string report = event("report_directory_settings", R"({"domain":"d"})");
   Collector<ZephlinkSDK_DirectorySettingsResult> set;
@@ -78,7 +78,7 @@ TEST(Peers, StatusListenerTellsOfFailuresWithoutAnError) {
   ZephlinkSDK_listenForNetworkSharePeerStatusChange(host.sdk, changes.collect, &changes);
   ASSERT_TRUE(host.daemon.waitForConnections(1));
   for (const char* change : {R"({"uuid":"a","peer_role":"host","peerStatus":1,"tunnelStatus":9,"type":3,"msg":"no"})",
-                             // A role that is none leaves the one before.
+                             // An unknown role keeps the previous value.
                              R"({"uuid":"b","peer_role":"guest","peerStatus":2,"tunnelStatus":10})"}) {
     host.daemon.send(event("report_networksharing_peer_status_change", change));
   }
@@ -197,7 +197,7 @@ TEST(Settings, KeepListsThatAReportLeavesOut) {
   EXPECT_EQ(records[1].perConnectionEncryptionCount, 1);
   EXPECT_EQ(records[2].forwardedPortCount, 0);
   EXPECT_EQ(records[2].perConnectionEncryptionCount, 0);
-  // An entry is read whole.
+  // An entry is read completely.
   EXPECT_EQ(records[3].forwardedPorts[0].port, 81);
   EXPECT_EQ(records[3].forwardedPorts[0].protocol, ZephlinkSDK_PortProtocol_Tcp);
 }

@@ -1,5 +1,5 @@
-// The session: what it makes of daemons that die, restart, close, hang or say nothing. The clock is turned where the
-// session waits by its own periods; time-outs of the library, five seconds, are real.
+// The session with daemons that die, restart, close, hang or stay silent. Tests control the clock where the session
+// waits for its own periods; the library's time-outs, five seconds, are real.
 #include "zephlinksdk/session.hpp"
 
 #include <gmock/gmock.h>
@@ -43,7 +43,8 @@ Answers script(int state = 2) {
           {"request_networks", {event("report_networks", R"({"networks":[]})")}}};
 }
 
-/// A session with a turned clock, subscribed to the state and the adapters, and what its handlers got.
+/// A session with a controlled clock, subscribed to the state and the adapters, and the data that its handlers
+/// received.
 struct Kept {
   Watched<Statuses> statuses;
   Watched<std::vector<std::uint32_t>> states;
@@ -65,7 +66,7 @@ struct Kept {
     });
   }
 
-  /// Waits for this status to be the latest.
+  /// Waits until this is the latest status.
   bool waitFor(SessionStatus status) {
     return statuses.waitUntil([&](const Statuses& heard) { return !heard.empty() && heard.back() == status; });
   }
@@ -74,7 +75,7 @@ struct Kept {
     return states.waitUntil([&](const auto& heard) { return heard.size() >= count; });
   }
 
-  /// Waits until the requests were answered for the n-th time and the session sleeps until it will ask again.
+  /// Waits until the requests were answered for the n-th time and the session sleeps until its next request.
   bool waitForRest(std::size_t nth = 1) {
     return waitForStates(nth) && adapters.waitUntil([&](std::size_t count) { return count >= nth; }) && waitFor(Live) &&
            clock->waitForSleep(1500ms);
@@ -86,7 +87,7 @@ std::ptrdiff_t timesAsked(ScriptedDaemon& daemon, const std::string& request) {
   return std::ranges::count(heard, request);
 }
 
-/// Entries of a folder of /proc; 0 where the system has none.
+/// Returns the number of entries of a folder of /proc; 0 on systems without it.
 std::ptrdiff_t entriesOf(const char* folder) {
   std::error_code failed;
   return std::distance(std::filesystem::directory_iterator(folder, failed), {});
@@ -152,7 +153,7 @@ TEST(Session, SubscribesAnewAfterARestartThatNobodyNoticed) {
   Kept kept(port);
   ASSERT_TRUE(kept.waitForStates(1));
   ASSERT_TRUE(kept.waitForRest());
-  daemon->send(stateReport(6));  // what comes by itself has to go on
+  daemon->send(stateReport(6));  // unsolicited reports must continue
   ASSERT_TRUE(kept.waitForStates(2));
   daemon.reset();
   daemon.emplace(script(3), port);
@@ -192,7 +193,7 @@ TEST(Session, BacksOffFromADaemonThatEndsEveryConnection) {
     EXPECT_EQ(kept.session->status(), Quiet);
     kept.clock->turn(pause);
   }
-  // A minute of life clears the record.
+  // A minute of life resets the pause.
   ASSERT_TRUE(kept.waitForRest(10));
   for (int i = 0; i < 45; ++i) {
     kept.clock->turn(1500ms);
@@ -239,7 +240,7 @@ TEST(Session, IsBackAMinuteAfterAMuteDaemon) {
   EXPECT_EQ(kept.session->call(&ZephlinkSDK_getState).state, 2U);
 }
 
-/// Answers each connection with a text and ends it.
+/// Answers each connection with a text and closes it.
 class RefusingServer {
  public:
   RefusingServer() {
@@ -305,7 +306,7 @@ TEST(Session, ACallOutlivesTheObjectThatItUses) {
   ScriptedDaemon daemon(script());
   Kept kept(daemon.port());
   ASSERT_TRUE(kept.waitForRest());
-  // A request that the session does not make by itself: once it is heard, the call uses the first object.
+  // A request that the session itself never sends: once it has arrived, the call uses the first object.
   auto settings = std::async(std::launch::async, [&] { return kept.session->call(&ZephlinkSDK_getSettings); });
   ASSERT_TRUE(daemon.waitForRequest(R"(["request_connection_settings",null,"zephlink_sdk"])"));
   daemon.socket().close(1);
@@ -387,7 +388,7 @@ TEST(Session, LeavesNothingOverManyRestarts) {
     ASSERT_TRUE(
         kept.statuses.waitUntil([n](const Statuses& all) { return all.size() >= 2 * static_cast<std::size_t>(n); }));
   }
-  // The server may not have noticed the end of the last connections yet.
+  // The server may not have detected the end of the last connections yet.
   EXPECT_LE(entriesOf("/proc/self/fd"), descriptors + 10);
   EXPECT_LE(entriesOf("/proc/self/task"), threads);
 }
@@ -419,7 +420,7 @@ TEST(Session, ManyThreadsMayUseItThroughRestarts) {
         if (gone) ++late;
       });
       if (thread == 0) session.subscribeStats({24});
-      // Asynchronous: one that is lost would take five seconds.
+      // Asynchronous: a lost synchronous call would take five seconds.
       session.call([](zephlinksdk::ZephlinkSDK* sdk) {
         return ZephlinkSDK_getVersion(
             sdk, [](auto, void*) { return false; }, nullptr);

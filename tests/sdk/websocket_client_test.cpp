@@ -1,4 +1,4 @@
-// The WebSocket client against Boost.Beast, and against raw sockets for what a sane server never sends.
+// The WebSocket client with Boost.Beast, and with raw sockets for data that a WebSocket server must not send.
 #include "sdk/link/websocket_client.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ std::string urlOf(std::uint16_t port, const std::string& path = "/") {
   return "ws://127.0.0.1:" + std::to_string(port) + path;
 }
 
-/// A connected client and what it got.
+/// A connected client and its received messages.
 struct Connected {
   std::unique_ptr<WebSocketClient> client;
   std::vector<std::string> messages;
@@ -33,7 +33,7 @@ struct Connected {
     if (client == nullptr) throw std::runtime_error("no upgrade");
   }
 
-  /// Pumps until `done`, for 20 seconds at most.
+  /// Polls until `done`, at most 20 seconds.
   template <class Done>
   bool pumpUntil(Done done) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
@@ -50,7 +50,7 @@ struct Connected {
   }
 };
 
-/// A client at a raw server that sends `greeting` in one piece with the answer to the upgrade, then runs `script`.
+/// A client of a raw server that sends `greeting` together with the answer to the upgrade, then runs `script`.
 class Session {
  public:
   using Script = std::function<std::string(RawConnection&)>;
@@ -67,7 +67,7 @@ class Session {
   Connected* operator->() { return &connected; }
   WebSocketClient& client() { return *connected.client; }
 
-  /// Closes the connection; what the script returned.
+  /// Closes the connection. Returns the result of the script.
   std::string end() {
     client().close();
     EXPECT_TRUE(connected.pumpUntilClosed());
@@ -81,7 +81,7 @@ class Session {
   Connected connected;
 };
 
-/// A frame as a server sends it.
+/// Returns a frame from a server.
 std::string frame(unsigned opcode, const std::string& payload, bool fin = true) {
   std::string bytes(1, static_cast<char>((fin ? 0x80U : 0U) | opcode));
   const int lengthBytes = payload.size() < 126 ? 0 : payload.size() < 65536 ? 2 : 8;
@@ -207,7 +207,7 @@ TEST(Sending, WritesEachKindOfFrame) {
   client.sendPing();
   EXPECT_TRUE(client.hasUnsent());
   EXPECT_TRUE(session->pumpUntil([&] { return !session->messages.empty(); }));
-  // The pong goes out behind them, the close frame is the last, and once.
+  // The pong is sent after them; one close frame is the last.
   client.close();
   client.sendText("dropped");
   EXPECT_EQ(client.getReadyState(), WebSocketClient::CLOSING);
@@ -264,7 +264,7 @@ TEST(Receiving, GivesTheMessagesOfAStreamThatComesWithTheHandshake) {
 
 TEST(Receiving, GivesTheSameHoweverTheStreamIsCut) {
   for (const Received& row : kReceived) {
-    // Once closing, a poll may end the connection before the rest has come.
+    // Once closing, a poll may end the connection before the rest has arrived.
     if (row.bytes.size() > 1000 || row.state != WebSocketClient::OPEN) continue;
     for (const std::size_t piece : {1U, 2U, 3U, 7U}) {
       SCOPED_TRACE(std::string(row.name) + ", pieces of " + std::to_string(piece));

@@ -1,4 +1,4 @@
-// zephtop without its screen: what its graphs look like, what it makes of records, and how a session feeds it.
+// zephtop without its screen: graphs, conversion of records, and a session that feeds the model.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -155,7 +155,7 @@ zephtop::Picture pictureForHands() {
   return picture;
 }
 
-/// Presses the keys, with the second adapter selected.
+/// Presses the keys with the second adapter selected. Returns the order.
 std::optional<zephtop::Order> orderOf(zephtop::Hands& hands, const std::vector<int>& keys) {
   const zephtop::Picture picture = pictureForHands();
   for (const int key : keys) hands.press(key, picture, 1);
@@ -250,7 +250,7 @@ TEST(ZephtopModel, EncryptionByAdapterOverridesTheTunnels) {
   EXPECT_EQ(model.picture().adapters[0].encrypted, false);
 }
 
-/// The picture of a model, once `done` is true of it; the last one after 30 seconds.
+/// Returns the picture of a model once `done` is true for it; the last one after 30 seconds.
 template <class Condition>
 zephtop::Picture pictureWhen(const Model& model, Condition done) {
   const auto end = std::chrono::steady_clock::now() + kPatience;

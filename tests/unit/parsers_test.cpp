@@ -1,4 +1,4 @@
-// Numbers as words; what other words mean is told by the cases of the actions that take them.
+// Parsers of numbers. The cases of the actions test the other parsers.
 #include "cli/parsers.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ namespace {
 
 using namespace cli;
 
-/// The parser's value, or none if it refused the word; a refused word must leave the place untouched.
+/// Returns the parsed value, or nothing if the argument is invalid; in this case the value must be unchanged.
 template <typename Value>
 std::optional<Value> parsed(bool (*parser)(const char*, Value&), const std::string& word) {
   constexpr Value kUntouched = static_cast<Value>(77);

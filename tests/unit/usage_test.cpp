@@ -34,7 +34,7 @@ TEST(Usage, LeavesOutSomeActions) {
   EXPECT_THAT(unlisted, ElementsAre("esni", "firewall", "help", "localproxy", "safebrowsing"));
 }
 
-// A second row of the same path would never run.
+// A second row with the same path would never run.
 TEST(Actions, HaveTheirWordsOnce) {
   std::set<std::string> paths;
   cli::forEachAction([&paths](const std::string& path, const cli::Action&, const char*) {
@@ -43,7 +43,7 @@ TEST(Actions, HaveTheirWordsOnce) {
   EXPECT_GT(paths.size(), std::size(cli::kListedActions));
 }
 
-// All faults name their usage text, but for those of esni.
+// All errors print their usage text, except those of esni.
 TEST(Actions, HaveAUsageTextAndAHandlerOrSubcommands) {
   cli::forEachAction([](const std::string& path, const cli::Action& action, const char* usage) {
     EXPECT_TRUE(action.handle != nullptr || action.subcommands != nullptr) << path;

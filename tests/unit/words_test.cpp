@@ -14,7 +14,8 @@ namespace {
 
 using namespace zephlinksdk;
 
-/// A table whose rows are the whole enumeration: 0, 1, 2 ... without a gap, every word once, both ways.
+/// Checks that the rows contain the whole enumeration, 0, 1, 2 ... without a gap, and every word once, in both
+/// directions.
 template <typename Table>
 void expectWhole(const Table& table) {
   std::set<std::string_view> words;

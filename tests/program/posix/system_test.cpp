@@ -1,4 +1,4 @@
-// What only these systems have: links, zones of time, bounds of stacks, pipes that close, devices that are full.
+// POSIX only: symbolic links, time zones, stack limits, closed pipes, full devices.
 #include <gtest/gtest.h>
 
 #include <cinttypes>
@@ -44,7 +44,7 @@ TEST(LogReportOnPosix, ResolvesLinksAndTellsFailures) {
   fs::remove_all(folder);
 }
 
-/// Counts a text in the memory of a process, which must be a child of this one. Throws where the system refuses that.
+/// Counts the occurrences of a text in the memory of a child process. Throws if the system refuses access.
 int countInMemory(const std::string& process, const std::string& text) {
   std::ifstream regions("/proc/" + process + "/maps");
   std::ifstream memory("/proc/" + process + "/mem", std::ios::binary);
@@ -55,7 +55,7 @@ int countInMemory(const std::string& process, const std::string& text) {
     std::uint64_t end = 0;
     char access[5] = {};
     if (std::sscanf(line.c_str(), "%" SCNx64 "-%" SCNx64 " %4s", &begin, &end, access) != 3) continue;
-    // What is larger is a sanitizer's own.
+    // Larger regions belong to a sanitizer.
     constexpr std::uint64_t kLargest = std::uint64_t{256} << 20;
     if (std::string_view(access).substr(0, 2) != "rw" || end - begin > kLargest) continue;
     std::string bytes(end - begin, '\0');
@@ -66,7 +66,7 @@ int countInMemory(const std::string& process, const std::string& text) {
   return count;
 }
 
-/// While the call waits, the buffer of the prompt is the only copy.
+/// While the call waits, the prompt's buffer is the only copy.
 TEST(SecretsOnPosix, StayInOnePlace) {
   const std::string secret = "hush-5e2a-0123456789-abcdefghijklmnopqrstuvwxyz";
   for (const std::string words : {"login user", "login oauth", "refresh oauth"}) {
@@ -81,7 +81,7 @@ TEST(SecretsOnPosix, StayInOnePlace) {
   }
 }
 
-/// Elsewhere an argument cannot contain such bytes.
+/// On other systems an argument cannot contain such bytes.
 TEST(WordsOnPosix, AreSentAsUtf8WhateverTheirBytes) {
   check({.words = {"networksharing", "set", "displayname", "a\xE2\x82\"b\xFF\xC3\xA9"},
          .answers = {{"set_networksharing_display_name",
@@ -104,7 +104,7 @@ TEST(SpeedTestsOnPosix, AreDatedInLocalTimeWithItsSummer) {
   EXPECT_NE(run.out.find("\"time\" : 1719903845,"), std::string::npos) << run.out;
 }
 
-/// A second behind the start of a system; only some let a test set its own clock.
+/// One second after system start; only some systems let a test set its clock.
 TEST(StatsOnPosix, AsksForHistoryFromTheClocksBeginningAtTheEarliest) {
   const auto seconds = static_cast<std::int64_t>(zephlinksdk::monotonicMs() / 1000);
   const std::vector<std::string> young{"/usr/bin/unshare", "--time", "--monotonic", std::to_string(1 - seconds)};
@@ -119,7 +119,7 @@ TEST(StatsOnPosix, AsksForHistoryFromTheClocksBeginningAtTheEarliest) {
             std::vector<std::string>{request("request_historic_connection_stats", R"({"dataSince":0})")});
 }
 
-/// The limit holds for the main thread and, as their default, for all others. One directory takes three quarters of it.
+/// The limit applies to the main thread and is the default for all others. One directory takes three quarters of it.
 TEST(StackOnPosix, NeedsNoMoreThanAMebibyteForTheDirectory) {
   ScriptedDaemon daemon({{"request_directory", {event("report_directory", R"([{"country":"us"}])")}}});
   const std::string line = std::string("ulimit -s 1024 && exec '") + ZEPHCTL_PATH + "' -p " +
@@ -130,7 +130,7 @@ TEST(StackOnPosix, NeedsNoMoreThanAMebibyteForTheDirectory) {
   EXPECT_NE(run.out.find("\"tag\" : \"us--0\""), std::string::npos);
 }
 
-/// A stream ends by the signal; an action that ends by itself keeps its status.
+/// The signal ends a stream; an action that ends without it keeps its status.
 TEST(ClosedPipe, EndsStreamsAlone) {
   const struct {
     std::string words, report;
@@ -149,7 +149,7 @@ TEST(ClosedPipe, EndsStreamsAlone) {
     ScriptedDaemon daemon;
     const std::string command =
         std::string("'") + ZEPHCTL_PATH + "' -p " + std::to_string(daemon.port()) + " " + row.words;
-    // The action starts once its reader has closed the pipe.
+    // The action starts after its reader has closed the pipe.
     Process run({"/bin/sh", "-c",
                  "exec 3>&1; gone=$(mktemp -u) && mkfifo $gone; (read -r _ <$gone; " + command +
                      R"( 2>&1; echo "status $?" >&3) | { exec <&-; echo >$gone; }; rm $gone)"});
@@ -158,7 +158,7 @@ TEST(ClosedPipe, EndsStreamsAlone) {
   }
 }
 
-/// A standard output that takes nothing is no reason to end, nor to fail.
+/// A failing standard output neither ends the program nor fails it.
 TEST(StatsOnPosix, IgnoresAFullDevice) {
   ScriptedDaemon daemon({{"request_current_state", {event("report_current_state", R"({"state":6})")}}});
   const std::string stats = std::string("'") + ZEPHCTL_PATH + "' -p " + std::to_string(daemon.port()) + " stats 1";

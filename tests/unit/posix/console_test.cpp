@@ -19,7 +19,7 @@ TEST(Console, WaitsUntilANonBlockingPipeTakesMore) {
     zephlinksdk::writeText(stream, text);
     std::fclose(stream);
   });
-  // The reader starts when the pipe is full.
+  // Start the reader when the pipe is full.
   pollfd writable{ends[1], POLLOUT, 0};
   while (poll(&writable, 1, 0) == 1 && (writable.revents & POLLNVAL) == 0) std::this_thread::yield();
   std::string read;
