@@ -23,7 +23,7 @@ namespace {
 constexpr std::string_view kPrivatePrefix = "private";
 
 /// The rule that all numbers share: at least one character was converted and none remains.
-bool usedWhole(const char* word, const char* end) { return end != word && *end == '\0'; }
+bool isWholeNumber(const char* word, const char* end) { return end != word && *end == '\0'; }
 
 template <typename Integer>
 bool parseInteger(const char* word, Integer& value) {
@@ -36,7 +36,7 @@ bool parseInteger(const char* word, Integer& value) {
   } else {
     wide = std::strtoll(word, &end, 10);
   }
-  if (!usedWhole(word, end) || errno == ERANGE || !std::in_range<Integer>(wide)) return false;
+  if (!isWholeNumber(word, end) || errno == ERANGE || !std::in_range<Integer>(wide)) return false;
   value = static_cast<Integer>(wide);
   return true;
 }
@@ -100,7 +100,7 @@ bool parseU64(const char* word, std::uint64_t& value) { return parseInteger(word
 bool parseI64(const char* word, std::int64_t& value) {
   char* end = nullptr;
   const long long number = std::strtoll(word, &end, 10);
-  if (!usedWhole(word, end)) return false;
+  if (!isWholeNumber(word, end)) return false;
   value = number;
   return true;
 }
@@ -111,7 +111,7 @@ bool parseMbps(const char* word, double& value) {
   char* end = nullptr;
   const double number = std::strtod(word, &end);
   // NaN fails both comparisons.
-  if (!usedWhole(word, end) || !(number >= 0.0 && number <= 4294967295.0)) return false;
+  if (!isWholeNumber(word, end) || !(number >= 0.0 && number <= 4294967295.0)) return false;
   value = number;
   return true;
 }

@@ -42,7 +42,7 @@ class RuleList {
   /// Returns the list's whole capacity, to fill. New rules are all zero.
   std::span<Rule> fill() { return {rules.get(), count = capacity}; }
 
-  bool holds(const Rule& wanted) const {
+  bool contains(const Rule& wanted) const {
     return std::ranges::any_of(all(),
                                [&wanted](const Rule& rule) { return std::memcmp(&rule, &wanted, sizeof(Rule)) == 0; });
   }
@@ -110,11 +110,11 @@ template <class Rule>
 RuleList<Rule> edited(std::span<const Rule> rules, Edit edit, const RuleList<Rule>& given) {
   RuleList<Rule> list(ZephlinkSDK_MaxRules);
   for (const Rule& rule : rules) {
-    if (edit == Edit::Add || !given.holds(rule)) list.append(rule);
+    if (edit == Edit::Add || !given.contains(rule)) list.append(rule);
   }
   if (edit == Edit::Remove) return list;
   for (const Rule& rule : given.all()) {
-    if (!list.holds(rule)) list.append(rule);
+    if (!list.contains(rule)) list.append(rule);
   }
   return list;
 }

@@ -344,7 +344,7 @@ class Session {
     static bool onRecord(Record record, void* userData) noexcept {
       auto& self = *static_cast<SubscriptionTo*>(userData);
       if (timedOut(record)) return true;
-      self.session.heard(self.unanswered);
+      self.session.noteReport(self.unanswered);
       {
         const std::lock_guard lock(self.delivery);
         if (!self.ended && self.handler) self.handler(record);
@@ -406,12 +406,12 @@ class Session {
   // ---- The channel thread ------------------------------------------------------------------------------------------
 
   /// `unanswered` is that of the subscription: a report that answers no request is unsolicited.
-  void heard(std::atomic<int>& unanswered) {
+  void noteReport(std::atomic<int>& unanswered) {
     const time_point now = clock->now();
     if (unanswered > 0) {
       --unanswered;
     } else {
-      lastUnasked = now;
+      lastUnsolicited = now;
     }
     lastReport = now;
   }
@@ -470,15 +470,15 @@ class Session {
     }
     if (currentStatus != SessionStatus::Live) liveSince = now;
     setStatus(SessionStatus::Live);
-    const time_point unasked = lastUnasked;
-    const bool ceased = unasked != kNever && now - unasked >= periods.renewAfter;
+    const time_point unsolicited = lastUnsolicited;
+    const bool ceased = unsolicited != kNever && now - unsolicited >= periods.renewAfter;
     if (ceased || now - renewed >= periods.refreshEvery) {
       repeatRequests(now);
     } else if (now - last >= periods.probeAfter && !probing) {
       probe();
     }
     const time_point due = last + (now - last >= periods.probeAfter ? periods.quietAfter : periods.probeAfter);
-    const time_point ceases = unasked == kNever || ceased ? due : unasked + periods.renewAfter;
+    const time_point ceases = unsolicited == kNever || ceased ? due : unsolicited + periods.renewAfter;
     return std::min({due, ceases, renewed + periods.refreshEvery});
   }
 
@@ -512,7 +512,7 @@ class Session {
     retired.reserve(retired.size() + 1);  // so that close() allocates no memory
     auto opened = std::make_shared<Object>();
     lastReport = kNever;
-    lastUnasked = kNever;
+    lastUnsolicited = kNever;
     renewed = now;
     opened->sdk = ZephlinkSDK_create(daemon);
     {
@@ -605,7 +605,7 @@ class Session {
 
   void repeatRequests(time_point now) {
     renewed = now;
-    lastUnasked = kNever;
+    lastUnsolicited = kNever;
     for (const auto& subscription : served) {
       remove(subscription->repeated, current->sdk);
       subscription->repeated = subscription->repeat(current->sdk);
@@ -639,7 +639,7 @@ class Session {
   std::atomic<SessionStatus> currentStatus{SessionStatus::Connecting};
   std::atomic<time_point> lastReport{kNever};
   /// The time of the last unsolicited report.
-  std::atomic<time_point> lastUnasked{kNever};
+  std::atomic<time_point> lastUnsolicited{kNever};
   std::atomic<bool> probing{false};
   std::atomic<std::uint32_t> failure{ZephlinkSDK_Error_None};
 

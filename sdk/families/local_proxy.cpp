@@ -29,9 +29,9 @@ void readLocalProxy(const Json::Value& data, Record& record) {
   readEntries(member(data, "domain_watchlist"), record.services, record.serviceCount, readService);
 }
 
-Record change(const Channel& channel, const char* request, const Member& wish, Callback<Record> callback,
+Record change(const Channel& channel, const char* request, const Member& setting, Callback<Record> callback,
               void* userData) {
-  return changeSetting(channel, request, {wish}, kReport, readLocalProxy, callback, userData);
+  return changeSetting(channel, request, {setting}, kReport, readLocalProxy, callback, userData);
 }
 
 }  // namespace

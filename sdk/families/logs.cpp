@@ -32,7 +32,7 @@ void readSettings(const Json::Value& data, Settings& record) {
 }
 
 void readTicket(const Json::Value& data, Ticket& record) {
-  if (tellsOfFailure(data)) return readDaemonError(data, record.head);
+  if (reportsFailure(data)) return readDaemonError(data, record.head);
   readMember(data, "ticket_id", record.ticketId);
 }
 
@@ -55,7 +55,7 @@ std::optional<std::string> canonicalPath(const char* file) {
 bool isEmpty(const char* text) { return text == nullptr || *text == '\0'; }
 
 /// Sends a request that the daemon does not answer.
-ZephlinkSDK_Result tell(const Channel& channel, const char* request) {
+ZephlinkSDK_Result sendUnanswered(const Channel& channel, const char* request) {
   if (!channel) return refused<ZephlinkSDK_Result>(ZephlinkSDK_Error_Sdk);
   channel->send(request);
   return {};
@@ -100,8 +100,8 @@ Ticket ZephlinkSDK::sendLogReport(const char* email, const char* message, const 
              callback, userData);
 }
 
-ZephlinkSDK_Result ZephlinkSDK::eraseLogs() { return tell(channel, "erase_all_log_files"); }
+ZephlinkSDK_Result ZephlinkSDK::eraseLogs() { return sendUnanswered(channel, "erase_all_log_files"); }
 
-ZephlinkSDK_Result ZephlinkSDK::exitDaemon() { return tell(channel, "exit"); }
+ZephlinkSDK_Result ZephlinkSDK::exitDaemon() { return sendUnanswered(channel, "exit"); }
 
 }  // namespace zephlinksdk

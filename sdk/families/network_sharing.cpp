@@ -63,9 +63,9 @@ void readPeer(const Json::Value& data, ZephlinkSDK_NetworkSharingPeer& peer) {
   readRole(member(data, "peer_as_host"), peer.peerAsHost);
 }
 
-Settings changeSharing(const Channel& channel, const char* request, const Member& wanted, Callback<Settings> callback,
+Settings changeSharing(const Channel& channel, const char* request, const Member& setting, Callback<Settings> callback,
                        void* userData) {
-  return changeSetting(channel, request, {wanted}, kSettingsReport, readSettings, callback, userData);
+  return changeSetting(channel, request, {setting}, kSettingsReport, readSettings, callback, userData);
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ void readConnection(const Json::Value& data, Connection& record) {
 /// Connecting ends when the peer is authenticated or on a failure. Other changes are skipped.
 bool readConnectionEnd(const Json::Value& data, Connection& record) {
   const bool authenticated = asInt(member(data, "peerStatus")) == ZephlinkSDK_PeerStatus_Authenticated;
-  if (!authenticated && !tellsOfFailure(data)) return false;
+  if (!authenticated && !reportsFailure(data)) return false;
   readConnection(data, record);
   return true;
 }
@@ -49,7 +49,7 @@ void readPair(const Json::Value& data, Pair& record) {
 
 /// While waiting for a pairing, skips status changes that report no failure.
 bool readPairFailure(const Json::Value& data, Pair& record) {
-  if (!tellsOfFailure(data)) return false;
+  if (!reportsFailure(data)) return false;
   readPair(data, record);
   record.haveAuthToken = false;
   readDaemonError(data, record.head);

@@ -68,7 +68,7 @@ std::uint32_t daemonErrorCode(const Json::Value& data) {
 
 }  // namespace
 
-bool tellsOfFailure(const Json::Value& data) { return daemonErrorCode(data) != ZephlinkSDK_Error_None; }
+bool reportsFailure(const Json::Value& data) { return daemonErrorCode(data) != ZephlinkSDK_Error_None; }
 
 void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& head) {
   setError(head, daemonErrorCode(data), asString(member(data, "msg")).c_str());

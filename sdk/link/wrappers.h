@@ -76,7 +76,7 @@ struct lockedResult : lockedHead {
 };
 
 /// Returns whether a report contains a failure: a `type` other than 0 that fits 32 bits, signed or unsigned.
-bool tellsOfFailure(const Json::Value& data);
+bool reportsFailure(const Json::Value& data);
 
 /// Stores the daemon's failure, `type` and `msg`, in the head. A negative code is converted to unsigned.
 void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& head);
