@@ -47,7 +47,7 @@ Daemon::Daemon(const Options& daemonOptions)
     : options(daemonOptions),
       generator(daemonOptions.seed),
       server(daemonOptions.port, {.onOpen = [this](Connection connection) { connections[connection] = 0; },
-                                  .onText = [this](Connection from, const std::string& text) { hear(from, text); },
+                                  .onText = [this](Connection from, const std::string& text) { receive(from, text); },
                                   .onClose = [this](Connection connection) { connections.erase(connection); }}) {
   for (const Family family : kFamilies) {
     for (Request& request : family(*this)) requests[request.event] = std::move(request.handle);
@@ -67,7 +67,7 @@ void Daemon::quit() {
   ended.set_value();
 }
 
-void Daemon::hear(Connection connection, const std::string& text) {
+void Daemon::receive(Connection connection, const std::string& text) {
   Json::Value root;
   try {
     root = parse(text);
@@ -99,11 +99,11 @@ void Daemon::dispatch(const std::string& event, const Json::Value& members) {
   }
 }
 
-void Daemon::report(const char* event, const Json::Value& data) { say(event, data, 1); }
+void Daemon::report(const char* event, const Json::Value& data) { send(event, data, 1); }
 
-void Daemon::flood(const char* event, const Json::Value& data) { say(event, data, options.flood); }
+void Daemon::flood(const char* event, const Json::Value& data) { send(event, data, options.flood); }
 
-void Daemon::say(const char* event, const Json::Value& data, std::uint32_t times) {
+void Daemon::send(const char* event, const Json::Value& data, std::uint32_t times) {
   if (options.silent) return;
   const std::string whole = compact(array({event, data, kSourceTag}));
   const std::string text = options.garble ? garbled(whole) : whole;

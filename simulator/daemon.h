@@ -86,10 +86,10 @@ class Daemon {
   World world;
 
  private:
-  void hear(Connection connection, const std::string& text);
+  void receive(Connection connection, const std::string& text);
   void refuse(const std::string& setting, const Refusal& refusal);
   void dispatch(const std::string& event, const Json::Value& members);
-  void say(const char* event, const Json::Value& data, std::uint32_t times);
+  void send(const char* event, const Json::Value& data, std::uint32_t times);
   void deliverInTime(const std::string& text);
   void deliver(const std::string& text);
   bool count(Connection connection);

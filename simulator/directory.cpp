@@ -106,17 +106,18 @@ Json::Value makeDirectory() {
   return servers;
 }
 
-Json::Value chooseServer(const ServerWish& wish) {
-  const std::string& text = wish.text;
+Json::Value chooseServer(const ServerChoice& choice) {
+  const std::string& text = choice.text;
   if (text == "proxy") return makeProxy();
-  if (text == "auto" || text == "user") return firstOf(wish.all, [](const Json::Value&) { return true; });
-  if (text == "userpublic") return firstOf(wish.all, [](const Json::Value& server) { return !isPrivate(server); });
-  if (text == "userprivate") return firstOf(wish.all, isPrivate);
-  if (text == "p2p") return firstOf(wish.all, [](const Json::Value& server) { return server["torrent"] == "yes"; });
-  if (text == "last" && !wish.last.isNull()) return wish.last;
-  if (text == "last") return chooseServer({"user", wish.all, wish.last});
-  if (text == "ignorelast") return firstOf(wish.all, [&](const Json::Value& server) { return server != wish.last; });
-  return serverAt(wish.all, text.substr(0, 1) == "#" ? text.substr(1) : text);
+  if (text == "auto" || text == "user") return firstOf(choice.all, [](const Json::Value&) { return true; });
+  if (text == "userpublic") return firstOf(choice.all, [](const Json::Value& server) { return !isPrivate(server); });
+  if (text == "userprivate") return firstOf(choice.all, isPrivate);
+  if (text == "p2p") return firstOf(choice.all, [](const Json::Value& server) { return server["torrent"] == "yes"; });
+  if (text == "last" && !choice.last.isNull()) return choice.last;
+  if (text == "last") return chooseServer({"user", choice.all, choice.last});
+  if (text == "ignorelast")
+    return firstOf(choice.all, [&](const Json::Value& server) { return server != choice.last; });
+  return serverAt(choice.all, text.substr(0, 1) == "#" ? text.substr(1) : text);
 }
 
 }  // namespace zephsim

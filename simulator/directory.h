@@ -11,13 +11,13 @@ namespace zephsim {
 Json::Value makeDirectory();
 
 /// A request for a server, and the servers to choose from.
-struct ServerWish {
+struct ServerChoice {
   std::string text;         ///< a keyword, or country, city and number joined by "|", optionally with a leading "#"
   const Json::Value& all;   ///< from `makeDirectory`
   const Json::Value& last;  ///< the server of the last session, or null
 };
 
 /// Returns the server that fits best; null if none does.
-Json::Value chooseServer(const ServerWish& wish);
+Json::Value chooseServer(const ServerChoice& choice);
 
 }  // namespace zephsim

@@ -208,25 +208,25 @@ std::string Upgrade::field(std::string_view name) const {
 struct WsServer::Impl {
   explicit Impl(WsHandlers serverHandlers) : handlers(std::move(serverHandlers)) {}
 
-  static void bind(tcp::acceptor& socket, std::uint16_t wantedPort) {
-    const tcp::endpoint endpoint(asio::ip::address_v4::loopback(), wantedPort);
+  static void bind(tcp::acceptor& socket, std::uint16_t requestedPort) {
+    const tcp::endpoint endpoint(asio::ip::address_v4::loopback(), requestedPort);
     socket.open(endpoint.protocol());
     socket.set_option(asio::socket_base::reuse_address(ZEPHSIM_REUSE_ADDRESS));
     socket.bind(endpoint);
   }
 
-  void listen(std::uint16_t wantedPort) {
-    bind(acceptor, wantedPort);
+  void listen(std::uint16_t requestedPort) {
+    bind(acceptor, requestedPort);
     acceptor.listen();
   }
 
   /// Keeps the port bound while not listening: otherwise another process could get the port and the returning clients.
-  void holdPort() {
+  void reservePort() {
     try {
-      bind(holder, port);
+      bind(reservation, port);
     } catch (const std::runtime_error&) {
       error_code ignored;
-      holder.close(ignored);
+      reservation.close(ignored);
     }
   }
 
@@ -256,7 +256,7 @@ struct WsServer::Impl {
   WsHandlers handlers;
   asio::io_context context{1};
   tcp::acceptor acceptor{context};
-  tcp::acceptor holder{context};
+  tcp::acceptor reservation{context};
   asio::signal_set signals{context};
   std::uint16_t port = 0;
   Connection lastId = 0;
@@ -330,7 +330,7 @@ void WsServer::pauseAccepting() {
   asio::post(impl->context, [this] {
     error_code ignored;
     impl->acceptor.close(ignored);
-    impl->holdPort();
+    impl->reservePort();
   });
 }
 
@@ -338,7 +338,7 @@ void WsServer::resumeAccepting() {
   asio::post(impl->context, [this] {
     if (impl->acceptor.is_open()) return;
     error_code ignored;
-    impl->holder.close(ignored);
+    impl->reservation.close(ignored);
     try {
       impl->listen(impl->port);
       impl->accept();

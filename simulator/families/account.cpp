@@ -50,12 +50,12 @@ class AccountFamily {
   }
 
   void login(const Json::Value& members) {
-    const Account* found = findAccount(wantedText(members, "username"), wantedText(members, "password"));
+    const Account* found = findAccount(requiredText(members, "username"), requiredText(members, "password"));
     signIn(found, Fault::Credentials, "The user name or the password is wrong");
   }
 
   void loginOAuth(const Json::Value& members) {
-    const std::string token = wantedText(members, "oauth");
+    const std::string token = requiredText(members, "oauth");
     const Account* found = token == kGoodToken ? &kTokenAccount : nullptr;
     if (token == kExpiredToken) return signIn(nullptr, Fault::OAuthExpired, "The token is expired");
     signIn(found, Fault::Credentials, "The token is not valid");
@@ -63,7 +63,7 @@ class AccountFamily {
 
   /// An established session continues with a valid token.
   void refreshOAuth(const Json::Value& members) {
-    if (world.isLoggedIn() && wantedText(members, "oauth") == kGoodToken) return reportState(daemon);
+    if (world.isLoggedIn() && requiredText(members, "oauth") == kGoodToken) return reportState(daemon);
     loginOAuth(members);
   }
 
@@ -97,12 +97,12 @@ class AccountFamily {
   void reportDirectory(const Json::Value&) { daemon.report(*directory); }
 
   void setDomain(const Json::Value& members) {
-    directory->value["domain"] = members.isNull() ? kDefaultDomain : wantedText(members, "domain");
+    directory->value["domain"] = members.isNull() ? kDefaultDomain : requiredText(members, "domain");
     daemon.report(*directory);
   }
 
   void setGateway(const Json::Value& members) {
-    directory->value["gatewayUri"] = members.isNull() ? kDefaultGateway : wantedText(members, "url");
+    directory->value["gatewayUri"] = members.isNull() ? kDefaultGateway : requiredText(members, "url");
     daemon.report(*directory);
   }
 

@@ -90,7 +90,7 @@ class NetworkSharing {
 
   std::vector<Request> plainRequests() const {
     return {
-        {"request_networksharing_settings", sayRecord(settings)},
+        {"request_networksharing_settings", reportRecord(settings)},
         {"set_networksharing_client_enabled", setMember(settings, "client_enabled", "client_enabled", Kind::Bool)},
         {"set_networksharing_pair_request_behavior",
          setWord(settings, "pair_request_behavior", "pair_request_behavior", {"ask", "accept", "reject"})},
@@ -100,7 +100,7 @@ class NetworkSharing {
   }
 
   void setDisplayName(const Json::Value& members) {
-    const std::string name = wantedText(members, "display_name");
+    const std::string name = requiredText(members, "display_name");
     if (name.empty() || name.size() > kLongestName) {
       throw Refusal{Fault::InvalidArgument, "A display name has 1 to 32 characters"};
     }
@@ -109,7 +109,7 @@ class NetworkSharing {
   }
 
   void setAlwaysOnDiscovery(const Json::Value& members) {
-    settings->value["always_on_discovery"] = wantedBool(members, "always_on_discovery");
+    settings->value["always_on_discovery"] = requiredBool(members, "always_on_discovery");
     daemon.report(*settings);
     if (isAlwaysOn() && !discovering) discover();
     if (!isAlwaysOn()) endDiscovery();
@@ -133,7 +133,7 @@ class NetworkSharing {
   }
 
   void connectByCode(const Json::Value& members) {
-    const std::string uuid = uuidOf(wantedText(members, "connect_code"));
+    const std::string uuid = uuidOf(requiredText(members, "connect_code"));
     if (uuid.empty()) return reportFailure("", Fault::InvalidArgument, "The connect code is not valid");
     Peer* peer = find(uuid);
     if (!peer) return failLater(uuid, "The peer can't be reached");
@@ -143,7 +143,7 @@ class NetworkSharing {
   }
 
   void reconnect(const Json::Value& members) {
-    const std::string uuid = wantedText(members, "uuid");
+    const std::string uuid = requiredText(members, "uuid");
     Peer* peer = find(uuid);
     if (!peer || !peer->known) return failLater(uuid, "The peer can't be reached");
     if (!peer->paired) return reportFailure(uuid, Fault::Credentials, "The peer is not paired");
@@ -151,7 +151,7 @@ class NetworkSharing {
   }
 
   void requestPair(const Json::Value& members) {
-    const std::string uuid = wantedText(members, "uuid");
+    const std::string uuid = requiredText(members, "uuid");
     Peer* peer = find(uuid);
     if (!peer || !peer->known) return failLater(uuid, "The peer can't be reached");
     daemon.after(1500ms, [this, peer] {
@@ -163,8 +163,8 @@ class NetworkSharing {
   }
 
   void allowPair(const Json::Value& members) {
-    const std::string uuid = wantedText(members, "uuid");
-    const bool allow = wantedBool(members, "allow");
+    const std::string uuid = requiredText(members, "uuid");
+    const bool allow = requiredBool(members, "allow");
     Peer* peer = find(uuid);
     if (!peer || !peer->asking) {
       return reportFailure(uuid, Fault::InvalidArgument, "The peer has not asked to pair");
@@ -175,7 +175,7 @@ class NetworkSharing {
   }
 
   void unpair(const Json::Value& members) {
-    const std::string uuid = wantedText(members, "uuid");
+    const std::string uuid = requiredText(members, "uuid");
     Peer* peer = find(uuid);
     if (!peer) {
       const Json::Value stranger = object({{"uuid", uuid}, {"display_name", ""}, {"have_auth_token", false}});
@@ -188,8 +188,8 @@ class NetworkSharing {
   /// Sets one switch of a peer and reports the shares.
   template <bool Peer::*Switch>
   void setSwitch(const Json::Value& members) {
-    const bool value = wantedBool(members, "allow");
-    if (Peer* peer = find(wantedText(members, "uuid"))) peer->*Switch = value;
+    const bool value = requiredBool(members, "allow");
+    if (Peer* peer = find(requiredText(members, "uuid"))) peer->*Switch = value;
     reportShares(Json::nullValue);
     updateSharedAdapter();
   }

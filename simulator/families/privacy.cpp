@@ -25,9 +25,9 @@ class CaptivePortals {
   }
 
   void setLogin(const Json::Value& members) {
-    const bool enable = wantedBool(members, "enable");
+    const bool enable = requiredBool(members, "enable");
     if (!enable && network == kCaptiveAdapter) captive = false;
-    network = enable ? wantedText(members, "network") : "";
+    network = enable ? requiredText(members, "network") : "";
     const bool enabled = enable && daemon.world.adapter(network);
     daemon.report("report_cplogin_network", object({{"enabled", enabled}, {"network", network}}));
   }
@@ -51,7 +51,7 @@ std::vector<Request> privacyFamily(Daemon& daemon) {
                            {"api_protection", false}});
   const auto portals = std::make_shared<CaptivePortals>(daemon);
   return {
-      {"request_privacy_settings", sayRecord(privacy)},
+      {"request_privacy_settings", reportRecord(privacy)},
       {"set_privacy_killswitch", setMember(privacy, "killswitch", "killswitch", Kind::Bool)},
       {"set_privacy_dnsleak", setMember(privacy, "dnsleak", "dnsleak", Kind::Bool)},
       {"set_privacy_ipleak", setMember(privacy, "ipleak", "ipleak", Kind::Bool)},

@@ -29,7 +29,7 @@ class SafeBrowsing {
 
   std::vector<Request> plainRequests() const {
     return {
-        {"request_safe_browsing_settings", sayRecord(settings)},
+        {"request_safe_browsing_settings", reportRecord(settings)},
         {"enable_safe_browsing", setMember(settings, "enable", "enabled", Kind::Bool)},
         {"set_safe_browsing_log_level",
          setWord(settings, "log_level", "log_level", {"debug", "info", "error", "trace", "warning"})},
@@ -40,7 +40,7 @@ class SafeBrowsing {
 
   /// Connects to the service with the configuration; an empty one disconnects.
   void initialize(const Json::Value& members) {
-    const std::string config = wantedText(members, "config");
+    const std::string config = requiredText(members, "config");
     daemon.after(300ms, [this, config] {
       const bool good = !isBad(config);
       settings->value["config_set"] = good && !config.empty();
@@ -50,12 +50,12 @@ class SafeBrowsing {
   }
 
   void setConfig(const Json::Value& members) {
-    settings->value["config_set"] = !wantedText(members, "config").empty();
+    settings->value["config_set"] = !requiredText(members, "config").empty();
     daemon.report(*settings);
   }
 
   void refreshToken(const Json::Value& members) {
-    if (isBad(wantedText(members, "token"))) return connectError(ServiceError::Refused, "The token is refused");
+    if (isBad(requiredText(members, "token"))) return connectError(ServiceError::Refused, "The token is refused");
     answerIfInitialized();
   }
 

@@ -104,7 +104,7 @@ std::vector<Request> speedTestsFamily(Daemon& daemon) {
       {"speedtest", method(family, &SpeedTests::startSpeedTest)},
       {"streamtest", method(family, &SpeedTests::startStreamTest)},
       {"request_speedtest_results", method(family, &SpeedTests::report)},
-      {"request_disconnect_reason", sayRecord(daemon.world.lastDisconnect)},
+      {"request_disconnect_reason", reportRecord(daemon.world.lastDisconnect)},
   };
 }
 

@@ -55,7 +55,7 @@ class Statistics {
         traffic([&owner](double low, double high) { return owner.random(low, high); }) {}
 
   void subscribe(const Json::Value& members) {
-    if (!wantedBool(members, "enable")) {
+    if (!requiredBool(members, "enable")) {
       subscriptions.erase(daemon.asker());
       return;
     }
@@ -73,7 +73,7 @@ class Statistics {
   }
 
   void reportHistory(const Json::Value& members) {
-    const std::uint64_t since = wanted(members, "dataSince", Kind::Natural).asUInt64();
+    const std::uint64_t since = required(members, "dataSince", Kind::Natural).asUInt64();
     daemon.report("report_historic_connection_stats", traffic.history(since));
   }
 
