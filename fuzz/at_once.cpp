@@ -19,7 +19,7 @@ void keepRequest(const std::string& text) {
   fuzz::parseJson(text, request);
   const bool formed = request.isArray() && request.size() == 3 && request[0].isString() &&
                       (request[1].isObject() || request[1].isNull()) && request[2] == "zephlink_sdk";
-  fuzz::check(formed, "a request is its event, an object or nothing, and where it comes from", text);
+  fuzz::check(formed, "a request consists of event, object or null, and source", text);
   g_sent.push_back(text);
 }
 

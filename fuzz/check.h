@@ -14,8 +14,8 @@ namespace fuzz {
 /// Prints the failed check and aborts, which libFuzzer records as a finding.
 [[noreturn]] void broken(const char* promise, const std::string& details);
 
-inline void check(bool holds, const char* promise, std::string_view details = {}) {
-  if (!holds) broken(promise, std::string(details));
+inline void check(bool condition, const char* promise, std::string_view details = {}) {
+  if (!condition) broken(promise, std::string(details));
 }
 
 /// Returns the pieces of `input` between dividers. A divider at the end starts no further piece.

@@ -186,7 +186,7 @@ struct Link {
     for (const std::string& message : messages) bytes += frameOf(message);
     bytes += frameOf(std::string("[\"") + kEnd + "\",{}]");
     asio::write(daemon, asio::buffer(bytes));
-    fuzz::check(ended.try_acquire_for(std::chrono::seconds(20)), "the channel goes on whatever came");
+    fuzz::check(ended.try_acquire_for(std::chrono::seconds(20)), "the channel keeps working after any input");
   }
 };
 
@@ -219,7 +219,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   for (const std::string& message : messages) model.receive(message);
   link.play(messages);
-  fuzz::check(table.log == model.log, "entries get what the model gives them",
+  fuzz::check(table.log == model.log, "entries receive what the model delivers",
               "expected:\n" + model.log + "delivered:\n" + table.log);
   return 0;
 }

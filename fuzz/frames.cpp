@@ -103,7 +103,7 @@ Answers readAnswers(std::string_view bytes) {
   while (!bytes.empty() && bytes != kCloseFrame) {
     const auto frame = takeFrame(bytes);
     fuzz::check(frame && !frame->lengthIsIllegal && !frame->key.empty(), "a client's frames are whole and masked");
-    fuzz::check(frame->head == 0x8A, "a client answers with pongs, and closes with an empty frame behind them");
+    fuzz::check(frame->head == 0x8A, "a client answers with pongs, followed by an empty close frame");
     answers.pongs.push_back(frame->payload);
   }
   answers.closes = !bytes.empty();
@@ -115,7 +115,7 @@ class Link {
  public:
   Link() {
     int ends[2];
-    fuzz::check(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends) == 0, "a socket pair is made");
+    fuzz::check(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends) == 0, "the socket pair is created");
     peer = ends[0];
     client.emplace(ends[1], true);
   }
@@ -173,17 +173,17 @@ void runCut(std::string_view stream, std::size_t step, unsigned variation, const
     stream.remove_prefix(size);
   }
   fuzz::check(link.open() != expected.messagesToClose.has_value(),
-              "a connection closes by what the stream holds alone");
+              "only the stream determines whether the connection closes");
   // Answers to the last piece, and a close frame, are written in the next round.
   link.pump({});
   link.end();
 
   fuzz::check(link.messages.size() >= expected.messagesToClose.value_or(expected.messages.size()),
               "every message before the close is shown");
-  fuzz::check(isPrefix(link.messages, expected.messages), "messages come whole and in order");
+  fuzz::check(isPrefix(link.messages, expected.messages), "messages arrive complete and in order");
   const Answers answers = readAnswers(link.written);
   fuzz::check(answers.pongs == expected.pongs, "every ping before the close is answered with its payload");
-  fuzz::check(answers.closes == expected.messagesToClose.has_value(), "a closing client says so once");
+  fuzz::check(answers.closes == expected.messagesToClose.has_value(), "a closing client sends one close frame");
 }
 
 }  // namespace

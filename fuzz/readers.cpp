@@ -76,7 +76,7 @@ std::size_t g_checked = 0;
 template <class Entry, std::size_t N, class Count>
 void bounded(Count count, const Entry (&)[N]) {
   ++g_checked;
-  fuzz::check(count <= N, "a count stays within the room of its list", std::to_string(count));
+  fuzz::check(count <= N, "a count does not exceed its array", std::to_string(count));
 }
 
 template <class Record>
