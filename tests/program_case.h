@@ -58,6 +58,6 @@ ProgramCase unknownCase(std::vector<std::string> words, const std::string& statu
 bool sendUntilPrinted(ScriptedDaemon& daemon, Process& run, const std::string& text, const std::string& printed);
 
 /// Returns the rest of `out` after all repetitions of `printed` at its start.
-std::string behindRepeated(const std::string& printed, std::string out);
+std::string afterRepeated(const std::string& printed, std::string out);
 
 }  // namespace tests

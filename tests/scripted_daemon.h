@@ -42,7 +42,7 @@ class ScriptedDaemon {
   void send(std::string text) { server.broadcast(std::move(text)); }
 
   /// Returns the requests so far without the hello and without the line feeds at their ends.
-  std::vector<std::string> heard() { return requests.get(); }
+  std::vector<std::string> received() { return requests.get(); }
 
   /// Wait for that many requests after the hello, or for that many connections; return false after 30 seconds.
   bool waitForRequests(std::size_t count);

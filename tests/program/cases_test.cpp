@@ -14,7 +14,7 @@ namespace {
 
 class Cases : public testing::TestWithParam<CaseGroup> {};
 
-TEST_P(Cases, Hold) {
+TEST_P(Cases, Pass) {
   const std::vector<ProgramCase> cases = casesOf(GetParam());
   ASSERT_FALSE(cases.empty()) << "a title without a run";
   for (const ProgramCase& each : cases) {

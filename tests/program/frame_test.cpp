@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* kLoggedIn = "{\n\t\"state\" : \"LOGGED_IN\"\n}";
 
-TEST(Frame, TakesAMessageOfFiveMebibytes) {
+TEST(Frame, AcceptsAMessageOfFiveMebibytes) {
   const std::string padding(std::size_t{5} * 1024 * 1024, 'x');
   check({.words = {"state"},
          .answers = {{"request_current_state",
@@ -39,7 +39,7 @@ TEST(Frame, PrintsTheUsage) {
   }
 }
 
-TEST(Frame, TakesAddressThenPort) {
+TEST(Frame, AcceptsAddressThenPort) {
   ScriptedDaemon daemon({{"request_current_state", {event("report_current_state", R"({"state":2})")}}});
   const std::string port = std::to_string(daemon.port());
   // A port is truncated to 16 bits.
@@ -59,7 +59,7 @@ TEST(Frame, TakesAddressThenPort) {
 const std::string kUnableToConnect =
     errorObject(3845, "Not able to establish connection to daemon", "Unable to connect");
 
-TEST(Frame, TellsWhenThereIsNoDaemon) {
+TEST(Frame, ReportsAMissingDaemon) {
   const ClosedPort port;
   const auto start = std::chrono::steady_clock::now();
   Process notListening(command(port.number(), {"state"}));
@@ -79,7 +79,7 @@ TEST(Frame, TellsWhenThereIsNoDaemon) {
   }
 }
 
-TEST(Frame, TimesOutBehindACloseFrame) {
+TEST(Frame, TimesOutAfterACloseFrame) {
   ScriptedDaemon daemon;
   Process run(command(daemon.port(), {"state"}));
   ASSERT_TRUE(daemon.waitForRequests(1));
@@ -89,7 +89,7 @@ TEST(Frame, TimesOutBehindACloseFrame) {
   EXPECT_EQ(ended.status, 1);
 }
 
-TEST(Frame, NamesTheSituationOfTheLinkWhenItIsLost) {
+TEST(Frame, ReportsTheStateOfALostLink) {
   ScriptedDaemon daemon;
   Process run(command(daemon.port(), {"state"}));
   ASSERT_TRUE(daemon.waitForRequests(1));
@@ -97,7 +97,7 @@ TEST(Frame, NamesTheSituationOfTheLinkWhenItIsLost) {
   daemon.socket().drop(1);
   EXPECT_EQ(run.finish().err, kUnableToConnect);
   // Neither the request nor the hello is sent again.
-  EXPECT_EQ(daemon.heard().size(), 1U);
+  EXPECT_EQ(daemon.received().size(), 1U);
 }
 
 }  // namespace

@@ -55,7 +55,7 @@ TEST_F(LogReport, SendsTheCanonicalPathAndPrintsTheAnswer) {
   isRefused("-1", 4294967295, "Unknown error");
 }
 
-TEST_F(LogReport, RefusesWhatIsNotThere) {
+TEST_F(LogReport, RefusesMissingFiles) {
   for (const auto& [email, path] : {std::pair<std::string, std::string>{"a@b.example", (folder / "none.log").string()},
                                     {"a@b.example", (folder / "none" / "daemon.log").string()},
                                     {"a@b.example", ""},
@@ -67,7 +67,7 @@ TEST_F(LogReport, RefusesWhatIsNotThere) {
 }
 
 /// The process ends at once, but its requests are still sent.
-TEST(Logs, LeaveBeforeTheProcessEnds) {
+TEST(Logs, AreSentBeforeTheProcessEnds) {
   ScriptedDaemon daemon;
   std::vector<std::string> sent;
   for (int i = 0; i < 200; ++i) {
@@ -79,9 +79,9 @@ TEST(Logs, LeaveBeforeTheProcessEnds) {
     sent.push_back(request(erase ? "erase_all_log_files" : "exit"));
   }
   ASSERT_TRUE(daemon.waitForRequests(sent.size()));
-  const auto heard = daemon.heard();
-  EXPECT_EQ(std::count(heard.begin(), heard.end(), sent[0]), 20);
-  EXPECT_EQ(std::count(heard.begin(), heard.end(), sent[1]), 180);
+  const auto received = daemon.received();
+  EXPECT_EQ(std::count(received.begin(), received.end(), sent[0]), 20);
+  EXPECT_EQ(std::count(received.begin(), received.end(), sent[1]), 180);
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ std::string connectionsBlock(int time) {
 }
 
 /// Runs until one second after the first event. The keep-alive may be sent between any two requests.
-TEST(Stats, AsksForEverythingAndEndsByItsDuration) {
+TEST(Stats, RequestsEverythingAndEndsAfterItsDuration) {
   ScriptedDaemon daemon({{"request_current_state", {kConnected}}});
   const ProgramRun run = zephctl(daemon.port(), {"stats", "1", "day", "networksharing", "week", "month", "total",
                                                  "networksharing", "current", "networksharing"});
@@ -35,18 +35,18 @@ TEST(Stats, AsksForEverythingAndEndsByItsDuration) {
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.status, 0);
   ASSERT_TRUE(daemon.waitForRequests(8));
-  std::vector<std::string> heard = daemon.heard();
-  const auto repeated = std::find(heard.begin(), heard.end(), kSubscribe);
-  ASSERT_NE(repeated, heard.end());
-  heard.erase(repeated);
-  EXPECT_EQ(heard,
+  std::vector<std::string> received = daemon.received();
+  const auto repeated = std::find(received.begin(), received.end(), kSubscribe);
+  ASSERT_NE(repeated, received.end());
+  received.erase(repeated);
+  EXPECT_EQ(received,
             (std::vector<std::string>{
                 request("stat_subscribe", R"({"enable":true,"periods":[24,168,720,4294967295,0]})"),
                 request("request_current_state"), request("request_networks"), request("request_connection_stats"),
                 request("request_session_stats"), request("request_streaming_stats"), kUnsubscribe}));
 }
 
-TEST(Stats, TakesPeriodsAsNumbersAndWords) {
+TEST(Stats, AcceptsPeriodsAsNumbersAndNames) {
   const std::pair<std::vector<std::string>, const char*> rows[] = {
       {{"stats"}, ""},
       {{"stats", "0"}, ""},
@@ -58,7 +58,7 @@ TEST(Stats, TakesPeriodsAsNumbersAndWords) {
     ScriptedDaemon daemon;
     Process run(command(daemon.port(), words));
     ASSERT_TRUE(daemon.waitForRequests(1));
-    EXPECT_EQ(daemon.heard()[0], request("stat_subscribe", std::string(R"({"enable":true)") + periods + "}"));
+    EXPECT_EQ(daemon.received()[0], request("stat_subscribe", std::string(R"({"enable":true)") + periods + "}"));
   }
 }
 
@@ -75,7 +75,7 @@ TEST(Stats, PrintsTimeoutsInTheErrorForm) {
   EXPECT_EQ(run.status, 0);
 }
 
-TEST(Stats, PrintsLaterReportsOfEachKindAsTheyComeAlsoBehindALostConnection) {
+TEST(Stats, PrintsLaterReportsOfEachKindAlsoAfterReconnecting) {
   ScriptedDaemon daemon({{"request_current_state", {kConnected}}});
   Process run(command(daemon.port(), {"stats"}));
   ASSERT_TRUE(run.waitForOutput(kConnectedBlock));
@@ -123,12 +123,12 @@ TEST(Stats, PrintsABurstWholeAndInOrder) {
   check(row);
 }
 
-TEST(Stats, AsksForFiveMinutesOfHistoryOnTheMonotonicClock) {
+TEST(Stats, RequestsFiveMinutesOfHistoryOnTheMonotonicClock) {
   ScriptedDaemon daemon({{"request_historic_connection_stats", {event("report_historic_connection_stats", "[]")}}});
   const std::uint64_t before = zephlinksdk::monotonicMs();
   EXPECT_EQ(zephctl(daemon.port(), {"stats", "historic"}).status, 0);
-  ASSERT_EQ(daemon.heard().size(), 1U);
-  const Json::Value members = parsed(daemon.heard()[0])[1];
+  ASSERT_EQ(daemon.received().size(), 1U);
+  const Json::Value members = parsed(daemon.received()[0])[1];
   ASSERT_EQ(members.getMemberNames(), std::vector<std::string>{"dataSince"});
   EXPECT_GE(members["dataSince"].asUInt64(), before - 300000);
   EXPECT_LE(members["dataSince"].asUInt64(), zephlinksdk::monotonicMs() - 300000);

@@ -61,7 +61,7 @@ def frame(text, opcode=1):
     return head + payload
 
 
-class Gone(Exception):
+class Disconnected(Exception):
     """The peer has closed the connection, or does not follow the protocol."""
 
 
@@ -73,7 +73,7 @@ class Connection:
         head = (await self.reader.readuntil(b"\r\n\r\n")).decode()
         fields = dict(line.split(": ", 1) for line in head.split("\r\n")[1:] if ": " in line)
         if not head.startswith("GET / HTTP/1.1\r\n") or "Sec-WebSocket-Key" not in fields:
-            raise Gone
+            raise Disconnected
         digest = hashlib.sha1((fields["Sec-WebSocket-Key"] + "258EAFA5-E914-47DA-95CA-C5AB0DC85B11").encode())
         self.write(
             "HTTP/1.1 101 Switching Protocols\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
@@ -98,11 +98,11 @@ class Connection:
             elif size == 127:
                 (size,) = struct.unpack("!Q", await self.reader.readexactly(8))
             if not second & 0x80 or not first & 0x80:
-                raise Gone
+                raise Disconnected
             key = await self.reader.readexactly(4)
             payload = bytes(byte ^ key[at % 4] for at, byte in enumerate(await self.reader.readexactly(size)))
             if first & 0x0F == 8:
-                raise Gone
+                raise Disconnected
             if first & 0x0F == 1:
                 return payload
 
@@ -111,7 +111,7 @@ class Connection:
         text = await self.text()
         name, members, source = json.loads(text)
         if source != "zephlink_sdk" or not text.endswith(b"\n"):
-            raise Gone
+            raise Disconnected
         return name, members
 
 
@@ -143,7 +143,7 @@ class Daemon:
         try:
             await asyncio.wait_for(link.upgrade(), 1)
             await self.course(link)
-        except (Gone, OSError, EOFError, ValueError, asyncio.TimeoutError, asyncio.LimitOverrunError,
+        except (Disconnected, OSError, EOFError, ValueError, asyncio.TimeoutError, asyncio.LimitOverrunError,
                 asyncio.CancelledError):
             pass
         finally:

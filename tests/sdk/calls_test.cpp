@@ -79,7 +79,7 @@ TEST(Calls, ListenerStaysUntilItsCallbackReturnsFalse) {
   EXPECT_EQ(peers.all().size(), 1U);
 }
 
-TEST(Calls, RemovedListenerHearsNoMore) {
+TEST(Calls, RemovedListenerReceivesNothing) {
   Collector<State> states;
   Host host(statesAndVersion({1}));
   const auto handle = ZephlinkSDK_getState(host.sdk, states.collect, &states).handle;
@@ -90,7 +90,7 @@ TEST(Calls, RemovedListenerHearsNoMore) {
   EXPECT_EQ(states.all().size(), 1U);
 }
 
-TEST(Calls, OneReportAnswersAllThatWaitForIt) {
+TEST(Calls, OneReportAnswersAllWaitingCalls) {
   Host host;
   std::atomic<int> answered{0};
   std::thread reporter([&] {
@@ -115,7 +115,7 @@ TEST(Calls, SynchronousCallFromACallbackIsRefused) {
   EXPECT_TRUE(inner.hasError);
   EXPECT_EQ(inner.errorCode, ZephlinkSDK_Error_SyncCallInCallback);
   EXPECT_STREQ(inner.errorMessage, "Synchronous call used from within asynchronous callback. Not supported");
-  EXPECT_EQ(host.daemon.heard().size(), 1U);
+  EXPECT_EQ(host.daemon.received().size(), 1U);
 }
 
 TEST(Calls, CallbackMayRegisterAndRemove) {
@@ -135,7 +135,7 @@ TEST(Calls, CallbackMayRegisterAndRemove) {
   ASSERT_TRUE(versions.waitFor(1));
   EXPECT_EQ(first.all().size(), 1U);
   EXPECT_EQ(second.all().size(), 1U);
-  EXPECT_EQ(host.daemon.heard().size(), 3U);
+  EXPECT_EQ(host.daemon.received().size(), 3U);
 }
 
 TEST(Calls, TimedOutSubscriptionStaysForLaterReports) {
@@ -163,7 +163,7 @@ TEST(Calls, SubscriptionOutlivesTheConnection) {
   EXPECT_EQ(ZephlinkSDK_getVersion(host.sdk, nullptr, nullptr).build, 4);
   host.daemon.send(stateReport(2));
   ASSERT_TRUE(states.waitFor(2));
-  EXPECT_EQ(host.daemon.heard().size(), 2U);
+  EXPECT_EQ(host.daemon.received().size(), 2U);
 }
 
 TEST(Calls, CallersAreServedWhileTheLinkIsClosing) {
@@ -180,21 +180,21 @@ TEST(Calls, CallersAreServedWhileTheLinkIsClosing) {
   EXPECT_EQ(states.all().size(), 0U);
 }
 
-TEST(Calls, HelloComesFirstAndOnce) {
+TEST(Calls, HelloIsSentFirstAndOnce) {
   const std::string request = R"(["request_current_state",null,"zephlink_sdk"])";
   const std::pair<std::string, std::vector<std::string>> cases[] = {
       {"A host of my own, with a long name",
        {R"(["set_app_name",{"name":"A host of my own, with a long n"},"zephlink_sdk"])", request}},
       {"", {request}}};
-  for (const auto& [name, heard] : cases) {
+  for (const auto& [name, received] : cases) {
     ScriptedDaemon daemon(statesAndVersion({1}));
     const Sdk sdk(ZephlinkSDK_create(configFor(daemon.port(), name)));
     ZephlinkSDK_getState(sdk.get(), nullptr, nullptr);
-    EXPECT_EQ(daemon.heard(), heard);
+    EXPECT_EQ(daemon.received(), received);
   }
 }
 
-TEST(Calls, TextsQueuedJustBeforeTheEndLeave) {
+TEST(Calls, TextsQueuedJustBeforeDestructionAreSent) {
   Host host;
   const unsigned int periods[] = {24, 168, 720, 1, 2, 3};
   EXPECT_FALSE(ZephlinkSDK_subscribeStats(host.sdk, true, 6, periods).hasError);
@@ -202,7 +202,7 @@ TEST(Calls, TextsQueuedJustBeforeTheEndLeave) {
   host.owner.reset();
   // The keep-alive thread may have repeated the first request in between.
   EXPECT_TRUE(host.daemon.waitForRequest(R"(["stat_subscribe",{"enable":false},"zephlink_sdk"])"));
-  EXPECT_EQ(host.daemon.heard().front(),
+  EXPECT_EQ(host.daemon.received().front(),
             R"(["stat_subscribe",{"enable":true,"periods":[24,168,720,1,2]},"zephlink_sdk"])");
 }
 
@@ -211,7 +211,7 @@ TEST(Calls, KeepAliveRepeatsTheSubscriptionAtOnce) {
   const unsigned int day = 24;
   ZephlinkSDK_subscribeStats(host.sdk, true, 1, &day);
   ASSERT_TRUE(host.daemon.waitForRequests(2));
-  EXPECT_EQ(host.daemon.heard()[1], R"(["stat_subscribe",{"enable":true},"zephlink_sdk"])");
+  EXPECT_EQ(host.daemon.received()[1], R"(["stat_subscribe",{"enable":true},"zephlink_sdk"])");
 }
 
 /// The repetition has no periods: between the requests of a host it would undo the first one.
@@ -233,13 +233,13 @@ TEST(Calls, KeepAliveFollowsTheRequestsOfTheHost) {
     ZephlinkSDK_getConnectionStats(host.sdk, connections.collect, &connections);
     ZephlinkSDK_getSessionStats(host.sdk, sessions.collect, &sessions);
     ASSERT_TRUE(host.daemon.waitForRequests(own.size()));
-    auto heard = host.daemon.heard();
-    heard.resize(own.size());
-    ASSERT_EQ(heard, own) << "in round " << round;
+    auto received = host.daemon.received();
+    received.resize(own.size());
+    ASSERT_EQ(received, own) << "in round " << round;
   }
 }
 
-TEST(Calls, EndsAtOnceInEveryStateOfTheLink) {
+TEST(Calls, DestructionIsPromptInEveryStateOfTheLink) {
   ScriptedDaemon daemon;
   const ClosedPort closedPort;
   // Twenty full pauses would take five seconds.

@@ -25,7 +25,7 @@ std::chrono::milliseconds timeOf(const std::function<void()>& work) {
   return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
 }
 
-TEST(SilentPeer, LeavesCallsTheirTimeouts) {
+TEST(SilentPeer, LetsCallsTimeOut) {
   const SilentPeer peer;
   const Sdk sdk = connectTo(peer.port());
   ZephlinkSDK_StateResult record{};
@@ -36,7 +36,7 @@ TEST(SilentPeer, LeavesCallsTheirTimeouts) {
   EXPECT_LT(elapsed, 7s);
 }
 
-TEST(SilentPeer, DoesNotHoldUpTheEndOfAnObject) {
+TEST(SilentPeer, DoesNotDelayDestruction) {
   const SilentPeer peer;
   for (int i = 0; i < 5; ++i) {
     Sdk sdk = connectTo(peer.port());
@@ -46,7 +46,7 @@ TEST(SilentPeer, DoesNotHoldUpTheEndOfAnObject) {
 }
 
 /// The client waits for a peer that sends its answer byte by byte, but not for one that stops within it.
-TEST(SilentPeer, MayComeBackInTheMiddleOfItsAnswer) {
+TEST(SilentPeer, MayResumeItsAnswer) {
   std::promise<void> timedOut;
   RawServer server([&](RawConnection& connection) {
     readRequest(connection);

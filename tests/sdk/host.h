@@ -70,13 +70,13 @@ class Collector {
   static bool collect(Record record, void* userData) {
     auto* self = static_cast<Collector*>(userData);
     const bool more = self->answer(record);
-    self->records.change([&](auto& heard) { heard.push_back(record); });
+    self->records.change([&](auto& received) { received.push_back(record); });
     return more;
   }
 
   /// Waits for that many records; returns false after 30 seconds.
   bool waitFor(std::size_t count) {
-    return records.waitUntil([&](const auto& heard) { return heard.size() >= count; });
+    return records.waitUntil([&](const auto& received) { return received.size() >= count; });
   }
 
   std::vector<Record> all() { return records.get(); }

@@ -33,7 +33,7 @@ struct Number {
   }
 };
 
-TEST(Refusals, TakeNoNullHandle) {
+TEST(Refusals, IncludeANullObject) {
   expectRefused(ZephlinkSDK_getState(nullptr, nullptr, nullptr));
   expectRefused(ZephlinkSDK_getAdapters(nullptr, nullptr, nullptr));
   expectRefused(ZephlinkSDK_connectToProxy(nullptr, nullptr, nullptr));
@@ -119,15 +119,16 @@ TEST(Refusals, ComeBeforeAnythingIsSent) {
   expectRefused(ZephlinkSDK_listenForSafeBrowsingBlock(sdk, nullptr, nullptr), kNoCallback);
   // Sent after everything before it.
   EXPECT_FALSE(ZephlinkSDK_getState(sdk, nullptr, nullptr).hasError);
-  EXPECT_EQ(host.daemon.heard(), std::vector<std::string>{request("request_current_state")});
+  EXPECT_EQ(host.daemon.received(), std::vector<std::string>{request("request_current_state")});
 }
 
-TEST(Requests, TakeEveryOtherConnectMethodForAuto) {
+TEST(Requests, SendOtherConnectMethodsAsAuto) {
   Host host({{"server_auto_connect", {stateReport(6)}}});
   for (const unsigned method : {ZephlinkSDK_ConnectMethod_Auto + 0U, ZephlinkSDK_ConnectMethod_Proxy + 0U, 10U}) {
     EXPECT_FALSE(ZephlinkSDK_connect(host.sdk, Number{method}, nullptr, nullptr).hasError);
   }
-  EXPECT_EQ(host.daemon.heard(), std::vector<std::string>(3, request("server_auto_connect", R"({"server":"auto"})")));
+  EXPECT_EQ(host.daemon.received(),
+            std::vector<std::string>(3, request("server_auto_connect", R"({"server":"auto"})")));
 }
 
 /// Returns `text` repeated `times` times, separated by commas.
@@ -137,7 +138,7 @@ std::string repeated(int times, const std::string& text) {
   return all;
 }
 
-TEST(Requests, HoldNoMoreThanTheDaemonTakes) {
+TEST(Requests, AreCutToTheDaemonsLimits) {
   const std::string settings = event("report_connection_settings", "{}");
   Host host({{"set_connection_forward_ports", {settings}},
              {"set_downstream_subnets", {settings}},
@@ -152,7 +153,7 @@ TEST(Requests, HoldNoMoreThanTheDaemonTakes) {
   const auto expectSent = [&](const auto& record, const std::string& name, const std::string& members) {
     EXPECT_FALSE(record.hasError) << name;
     sent.push_back(request(name, members));
-    EXPECT_EQ(host.daemon.heard(), sent);
+    EXPECT_EQ(host.daemon.received(), sent);
   };
 
   // Port 0 and ranges are skipped, but count among the first 20.
@@ -200,7 +201,7 @@ TEST(Numbers, AreTheSameUnderEveryLocale) {
               {event("report_speedtest_results", R"([{"time":"2024-01-02T03:04:05","download":12.5,"msg":0.25}])")}}});
   const CommaLocale locale;
   const auto settings = ZephlinkSDK_setOverflowThreshold(host.sdk, 12.5, nullptr, nullptr);
-  EXPECT_EQ(host.daemon.heard(), std::vector<std::string>{request("set_overflow_threshold", R"({"speed":12.5})")});
+  EXPECT_EQ(host.daemon.received(), std::vector<std::string>{request("set_overflow_threshold", R"({"speed":12.5})")});
   EXPECT_FALSE(settings.hasError);
   EXPECT_EQ(settings.overflowThreshold, 1234567.5);
   EXPECT_EQ(settings.maxRedundant, 1000U);

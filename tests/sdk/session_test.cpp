@@ -18,8 +18,8 @@
 #include <vector>
 
 #include "tests/sdk/host.h"
+#include "tests/sdk/manual_clock.h"
 #include "tests/sdk/raw_server.h"
-#include "tests/sdk/turned_clock.h"
 
 namespace tests {
 namespace {
@@ -49,17 +49,18 @@ struct Kept {
   Watched<Statuses> statuses;
   Watched<std::vector<std::uint32_t>> states;
   Watched<std::size_t> adapters;
-  std::shared_ptr<TurnedClock> clock = std::make_shared<TurnedClock>();
+  std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
   std::optional<Session> session;
 
   explicit Kept(std::uint16_t port, SessionOptions options = {}) {
     options.clock = clock;
     session.emplace(
         configFor(port),
-        [this](SessionStatus status) { statuses.change([&](auto& heard) { heard.push_back(status); }); }, options);
+        [this](SessionStatus status) { statuses.change([&](auto& received) { received.push_back(status); }); },
+        options);
     session->subscribeStats({0, 24});
     session->subscribe(&ZephlinkSDK_getState, [this](const ZephlinkSDK_StateResult& record) {
-      states.change([&](auto& heard) { heard.push_back(record.state); });
+      states.change([&](auto& received) { received.push_back(record.state); });
     });
     session->subscribe(&ZephlinkSDK_getAdapters, [this](const ZephlinkSDK_AdaptersResult&) {
       adapters.change([](std::size_t& count) { ++count; });
@@ -68,11 +69,11 @@ struct Kept {
 
   /// Waits until this is the latest status.
   bool waitFor(SessionStatus status) {
-    return statuses.waitUntil([&](const Statuses& heard) { return !heard.empty() && heard.back() == status; });
+    return statuses.waitUntil([&](const Statuses& received) { return !received.empty() && received.back() == status; });
   }
 
   bool waitForStates(std::size_t count) {
-    return states.waitUntil([&](const auto& heard) { return heard.size() >= count; });
+    return states.waitUntil([&](const auto& received) { return received.size() >= count; });
   }
 
   /// Waits until the requests were answered for the n-th time and the session sleeps until its next request.
@@ -83,8 +84,8 @@ struct Kept {
 };
 
 std::ptrdiff_t timesAsked(ScriptedDaemon& daemon, const std::string& request) {
-  const auto heard = daemon.heard();
-  return std::ranges::count(heard, request);
+  const auto received = daemon.received();
+  return std::ranges::count(received, request);
 }
 
 /// Returns the number of entries of a folder of /proc; 0 on systems without it.
@@ -93,7 +94,7 @@ std::ptrdiff_t entriesOf(const char* folder) {
   return std::distance(std::filesystem::directory_iterator(folder, failed), {});
 }
 
-TEST(Session, AsksForAllAndAgainWhenNothingComes) {
+TEST(Session, RepeatsAllRequestsWhenReportsCease) {
   ScriptedDaemon daemon(script());
   Kept kept(daemon.port());
   ASSERT_TRUE(kept.waitForRest());
@@ -101,7 +102,7 @@ TEST(Session, AsksForAllAndAgainWhenNothingComes) {
     EXPECT_TRUE(daemon.waitForRequest(request)) << request;
   }
   const auto before = timesAsked(daemon, kAskVersion);
-  kept.clock->turn(1500ms);
+  kept.clock->advance(1500ms);
   ASSERT_TRUE(daemon.waitForRequest(kAskVersion, before + 1));
   ASSERT_TRUE(kept.waitForRest());
   EXPECT_EQ(timesAsked(daemon, kAskAdapters), 1);
@@ -122,7 +123,7 @@ TEST(Session, RepeatsAllRequestsInAPeriodAndDeliversOnce) {
     }
     ASSERT_TRUE(versions.waitUntil([times](int count) { return count >= times; }));
     ASSERT_TRUE(kept.clock->waitForSleep(30s));
-    if (times < 3) kept.clock->turn(30s);
+    if (times < 3) kept.clock->advance(30s);
   }
   EXPECT_EQ(timesAsked(daemon, kAskState), 3);
   EXPECT_EQ(kept.states.get().size(), 3U);
@@ -130,13 +131,13 @@ TEST(Session, RepeatsAllRequestsInAPeriodAndDeliversOnce) {
   kept.session.reset();
 }
 
-TEST(Session, SubscribesAnewWhereADaemonWasKilledAndStartedAgain) {
+TEST(Session, ResubscribesAfterADaemonIsKilledAndRestarted) {
   std::optional<ScriptedDaemon> daemon(std::in_place, script());
   const std::uint16_t port = daemon->port();
   Kept kept(port);
   ASSERT_TRUE(kept.waitForRest());
   daemon.reset();
-  kept.clock->turn(3s);
+  kept.clock->advance(3s);
   ASSERT_TRUE(kept.waitFor(Quiet));
   daemon.emplace(script(6), port);
   ASSERT_TRUE(kept.waitForRest(2));
@@ -147,7 +148,7 @@ TEST(Session, SubscribesAnewWhereADaemonWasKilledAndStartedAgain) {
   EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
 }
 
-TEST(Session, SubscribesAnewAfterARestartThatNobodyNoticed) {
+TEST(Session, ResubscribesAfterAnUndetectedRestart) {
   std::optional<ScriptedDaemon> daemon(std::in_place, script());
   const std::uint16_t port = daemon->port();
   Kept kept(port);
@@ -158,7 +159,7 @@ TEST(Session, SubscribesAnewAfterARestartThatNobodyNoticed) {
   daemon.reset();
   daemon.emplace(script(3), port);
   ASSERT_TRUE(daemon->waitForConnections(1));
-  kept.clock->turn(2500ms);
+  kept.clock->advance(2500ms);
   ASSERT_TRUE(daemon->waitForRequest(kAskAdapters));
   ASSERT_TRUE(daemon->waitForRequest(kAskStats));
   ASSERT_TRUE(kept.waitForStates(3));
@@ -166,12 +167,12 @@ TEST(Session, SubscribesAnewAfterARestartThatNobodyNoticed) {
   EXPECT_EQ(kept.statuses.get(), Statuses{Live});
 }
 
-TEST(Session, ConnectsAnewAfterAGoodbye) {
+TEST(Session, ReconnectsAfterACloseFrame) {
   ScriptedDaemon daemon(script());
   Kept kept(daemon.port());
   ASSERT_TRUE(kept.waitForRest());
   daemon.socket().close(1);
-  kept.clock->turn(3s);
+  kept.clock->advance(3s);
   ASSERT_TRUE(daemon.waitForConnections(2));
   ASSERT_TRUE(kept.waitForRest(2));
   EXPECT_TRUE(daemon.waitForRequest(kAskAdapters, 2));
@@ -184,19 +185,19 @@ TEST(Session, BacksOffFromADaemonThatEndsEveryConnection) {
   auto endAgain = [&, connection = zephsim::Connection{0}]() mutable {
     ASSERT_TRUE(kept.waitForRest(++connection));
     daemon.socket().close(connection);
-    kept.clock->turn(4s);
+    kept.clock->advance(4s);
   };
   endAgain();  // no pause after the first
   for (const auto pause : {1s, 2s, 4s, 8s, 16s, 32s, 60s, 60s}) {
     endAgain();
     ASSERT_TRUE(kept.clock->waitForSleep(pause)) << pause.count();
     EXPECT_EQ(kept.session->status(), Quiet);
-    kept.clock->turn(pause);
+    kept.clock->advance(pause);
   }
   // A minute of life resets the pause.
   ASSERT_TRUE(kept.waitForRest(10));
   for (int i = 0; i < 45; ++i) {
-    kept.clock->turn(1500ms);
+    kept.clock->advance(1500ms);
     ASSERT_TRUE(kept.clock->waitForSleep(1500ms));
   }
   endAgain();
@@ -204,7 +205,7 @@ TEST(Session, BacksOffFromADaemonThatEndsEveryConnection) {
   EXPECT_TRUE(kept.waitForRest(11));
 }
 
-TEST(Session, KeepsNothingQueuedForADaemonThatCannotBeReached) {
+TEST(Session, KeepsNoQueueForAnUnreachableDaemon) {
   ScriptedDaemon daemon(script());
   daemon.socket().pauseAccepting();
   std::promise<void> paused;
@@ -219,11 +220,11 @@ TEST(Session, KeepsNothingQueuedForADaemonThatCannotBeReached) {
   daemon.socket().resumeAccepting();
   ASSERT_TRUE(kept.waitForRest());
   EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
-  EXPECT_THAT(daemon.heard(), testing::Not(testing::Contains(testing::HasSubstr("logout"))));
+  EXPECT_THAT(daemon.received(), testing::Not(testing::Contains(testing::HasSubstr("logout"))));
   EXPECT_EQ(timesAsked(daemon, kAskAdapters), 1);
 }
 
-TEST(Session, IsBackAMinuteAfterAMuteDaemon) {
+TEST(Session, ReconnectsAMinuteAfterAMuteDaemon) {
   std::optional<ScriptedDaemon> daemon(std::in_place, Answers{});
   const std::uint16_t port = daemon->port();
   Kept kept(port, {.leastPause = 60s});
@@ -231,11 +232,11 @@ TEST(Session, IsBackAMinuteAfterAMuteDaemon) {
   ASSERT_TRUE(kept.clock->waitForSleep(60s));
   daemon.reset();
   daemon.emplace(script(), port);
-  kept.clock->turn(59s);
+  kept.clock->advance(59s);
   ASSERT_TRUE(kept.clock->waitForSleep(1s));
   EXPECT_EQ(kept.session->call(&ZephlinkSDK_getState).errorCode, ZephlinkSDK_Error_NotConnected);
-  EXPECT_TRUE(daemon->heard().empty());
-  kept.clock->turn(1s);
+  EXPECT_TRUE(daemon->received().empty());
+  kept.clock->advance(1s);
   ASSERT_TRUE(kept.waitFor(Live));
   EXPECT_EQ(kept.session->call(&ZephlinkSDK_getState).state, 2U);
 }
@@ -270,7 +271,7 @@ class RefusingServer {
   std::thread thread;
 };
 
-TEST(Session, ComesThroughADaemonThatRefusesTheUpgrade) {
+TEST(Session, SurvivesADaemonThatRefusesTheUpgrade) {
   std::optional<RefusingServer> refusing(std::in_place);
   const std::uint16_t port = refusing->port();
   Kept kept(port);
@@ -281,7 +282,7 @@ TEST(Session, ComesThroughADaemonThatRefusesTheUpgrade) {
   EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
 }
 
-TEST(Session, ComesThroughADaemonThatHangs) {
+TEST(Session, SurvivesADaemonThatHangs) {
   std::optional<SilentPeer> hanging(std::in_place);
   const std::uint16_t port = hanging->port();
   Kept kept(port);
@@ -292,7 +293,7 @@ TEST(Session, ComesThroughADaemonThatHangs) {
   EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
 }
 
-TEST(Session, EndsAtOnceBesideADaemonThatHangs) {
+TEST(Session, EndsAtOnceWhileTheDaemonHangs) {
   const SilentPeer hanging;
   for (int i = 0; i < 5; ++i) {
     Kept kept(hanging.port());
@@ -310,7 +311,7 @@ TEST(Session, ACallOutlivesTheObjectThatItUses) {
   auto settings = std::async(std::launch::async, [&] { return kept.session->call(&ZephlinkSDK_getSettings); });
   ASSERT_TRUE(daemon.waitForRequest(R"(["request_connection_settings",null,"zephlink_sdk"])"));
   daemon.socket().close(1);
-  kept.clock->turn(3s);
+  kept.clock->advance(3s);
   ASSERT_TRUE(daemon.waitForConnections(2));
   ASSERT_TRUE(kept.waitForRest(2));
   EXPECT_EQ(settings.wait_for(0s), std::future_status::timeout);
@@ -318,7 +319,7 @@ TEST(Session, ACallOutlivesTheObjectThatItUses) {
   EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
 }
 
-TEST(Session, TakesCallsAtOnce) {
+TEST(Session, AcceptsCallsAtOnce) {
   ScriptedDaemon daemon(script());
   for (int i = 0; i < 20; ++i) {
     Session session(configFor(daemon.port()));
@@ -353,7 +354,7 @@ TEST(Session, EndsSubscriptions) {
   EXPECT_EQ(never, before);
 }
 
-TEST(Session, PassesFailuresOfTheDaemonOn) {
+TEST(Session, ForwardsFailuresOfTheDaemon) {
   ScriptedDaemon daemon({{"request_current_state", {stateReport(2)}},
                          {"request_session_stats", {event("report_session_stats", R"({"no number":{}})")}}});
   Kept kept(daemon.port());
@@ -371,7 +372,7 @@ int rounds(int otherwise) {
   return text != nullptr ? std::atoi(text) : otherwise;
 }
 
-TEST(Session, LeavesNothingOverManyRestarts) {
+TEST(Session, LeaksNothingOverManyRestarts) {
   ScriptedDaemon daemon(script());
   Kept kept(daemon.port(), {.leastPause = 0ms, .mostPause = 0ms});
   std::ptrdiff_t descriptors = 0;
@@ -384,7 +385,7 @@ TEST(Session, LeavesNothingOverManyRestarts) {
     if (n == 3) threads = entriesOf("/proc/self/task");
     if (n == wanted) break;
     daemon.socket().close(static_cast<zephsim::Connection>(n));
-    kept.clock->turn(3s);
+    kept.clock->advance(3s);
     ASSERT_TRUE(
         kept.statuses.waitUntil([n](const Statuses& all) { return all.size() >= 2 * static_cast<std::size_t>(n); }));
   }

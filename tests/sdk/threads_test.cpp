@@ -62,7 +62,7 @@ struct Owned {
   std::atomic<bool> mine{false};
   std::atomic<int>* touched;
 
-  static bool hear(ZephlinkSDK_StateResult, void* userData) {
+  static bool onRecord(ZephlinkSDK_StateResult, void* userData) {
     auto* owned = static_cast<Owned*>(userData);
     if (owned->mine) ++*owned->touched;
     return true;
@@ -83,7 +83,7 @@ TEST(Threads, ListenersAreRemovedFromOtherThreadsDuringDelivery) {
     for (int n = 0; n < perThread; ++n) {
       Owned owned;
       owned.touched = &touched;
-      const auto handle = ZephlinkSDK_getState(host.sdk, Owned::hear, &owned).handle;
+      const auto handle = ZephlinkSDK_getState(host.sdk, Owned::onRecord, &owned).handle;
       if (n % 2 == 0) std::this_thread::yield();
       ZephlinkSDK_removeListener(host.sdk, handle);
       owned.mine = true;

@@ -60,7 +60,7 @@ class Session {
                [this, greeting, script](RawConnection& connection) {
                  readRequest(connection);
                  connection << kAccepted + greeting;
-                 heard = script(connection);
+                 received = script(connection);
                }),
         connected(server->port(), masked) {}
 
@@ -72,11 +72,11 @@ class Session {
     client().close();
     EXPECT_TRUE(connected.pumpUntilClosed());
     server.reset();
-    return heard;
+    return received;
   }
 
  private:
-  std::string heard;
+  std::string received;
   std::optional<RawServer> server;
   Connected connected;
 };
@@ -92,7 +92,7 @@ std::string frame(unsigned opcode, const std::string& payload, bool fin = true) 
 
 // ---- The handshake ----
 
-TEST(Handshake, SendsItsLinesToTheByte) {
+TEST(Handshake, SendsTheExactBytes) {
   const struct {
     const char* path;
     const char* origin;
@@ -138,7 +138,7 @@ TEST(Handshake, RefusesOtherUrls) {
   }
 }
 
-TEST(Handshake, LooksAtTheStatusLineOnly) {
+TEST(Handshake, ChecksTheStatusLineOnly) {
   const struct {
     const char* name;
     std::string bytes;
@@ -253,7 +253,7 @@ void expectReceived(Session& session, const Received& row) {
   EXPECT_EQ(session->messages, row.messages);
 }
 
-TEST(Receiving, GivesTheMessagesOfAStreamThatComesWithTheHandshake) {
+TEST(Receiving, DeliversMessagesThatArriveWithTheHandshake) {
   for (const Received& row : kReceived) {
     SCOPED_TRACE(row.name);
     Session session(row.bytes);
@@ -262,7 +262,7 @@ TEST(Receiving, GivesTheMessagesOfAStreamThatComesWithTheHandshake) {
   }
 }
 
-TEST(Receiving, GivesTheSameHoweverTheStreamIsCut) {
+TEST(Receiving, DeliversTheSameHoweverTheStreamIsSplit) {
   for (const Received& row : kReceived) {
     // Once closing, a poll may end the connection before the rest has arrived.
     if (row.bytes.size() > 1000 || row.state != WebSocketClient::OPEN) continue;
@@ -281,7 +281,7 @@ TEST(Receiving, GivesTheSameHoweverTheStreamIsCut) {
   }
 }
 
-TEST(Receiving, NoticesTheEndOfThePeer) {
+TEST(Receiving, DetectsTheEndOfThePeer) {
   for (const bool resets : {false, true}) {
     SCOPED_TRACE(resets);
     Session session(frame(1, "last"), [&](RawConnection& connection) {
@@ -336,7 +336,7 @@ TEST(Beast, ExchangesMessagesOfEverySize) {
   EXPECT_TRUE(connected.pumpUntilClosed());
 }
 
-TEST(Beast, TakesFragmentsAndAnswersPings) {
+TEST(Beast, AcceptsFragmentsAndAnswersPings) {
   Watched<std::string> pong;
   zephsim::WsServer* running = nullptr;
   zephsim::WsHandlers handlers;
@@ -345,7 +345,7 @@ TEST(Beast, TakesFragmentsAndAnswersPings) {
     running->sendFragments(to, {"a", "", "b", "c"});
   };
   handlers.onPong = [&](zephsim::Connection, const std::string& payload) {
-    pong.change([&](std::string& heard) { heard = payload; });
+    pong.change([&](std::string& received) { received = payload; });
   };
   zephsim::WsServer server(nextPort(), handlers);
   running = &server;

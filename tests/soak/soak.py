@@ -138,7 +138,7 @@ async def large(program, megabytes):
     small = zephtest.frame(zephtest.text_of("report_current_state", {"state": 6}))
     big = [
         zephtest.frame(b'["report_current_state",{"state":6,"more":"' + payload + b'"}]'),
-        zephtest.frame(b'["report_nobody_waits_for",{"more":"' + payload + b'"}]'),
+        zephtest.frame(b'["report_unawaited",{"more":"' + payload + b'"}]'),
         zephtest.frame(payload, 9),
     ]
     begin, memory = asyncio.Event(), []

@@ -194,7 +194,7 @@ TEST(ExporterMetrics, AreInBaseUnitsWithBoundedLabels) {
   EXPECT_THAT(text, Not(HasSubstr(kSecret)));
 }
 
-TEST(ExporterMetrics, ShowNothingOldWithoutADaemon) {
+TEST(ExporterMetrics, OmitOldValuesWithoutADaemon) {
   Snapshot snapshot = fullSnapshot();
   using enum SessionStatus;
   for (const SessionStatus link : {Connecting, Quiet, Unreachable, Mute}) {
@@ -229,7 +229,7 @@ std::set<std::string> documentedNames() {
   return names;
 }
 
-TEST(ExporterMetrics, AreThoseOfThePage) { EXPECT_EQ(namesOf(fullSnapshot()), documentedNames()); }
+TEST(ExporterMetrics, AreDocumented) { EXPECT_EQ(namesOf(fullSnapshot()), documentedNames()); }
 
 // ---- The program ---------------------------------------------------------------------------------------------------
 
@@ -249,7 +249,7 @@ TEST(Exporter, PrintsOnce) {
   EXPECT_EQ(run.err, "");
 }
 
-TEST(Exporter, PrintsThatThereIsNoDaemon) {
+TEST(Exporter, ReportsAMissingDaemon) {
   const ClosedPort port;
   const ProgramRun run = Process(exporterWith({"--daemon", endpoint(port.number()), "--once"})).finish();
   EXPECT_EQ(run.status, 1);
@@ -257,7 +257,7 @@ TEST(Exporter, PrintsThatThereIsNoDaemon) {
   EXPECT_EQ(run.err, "zephlink-exporter: no daemon answers at " + endpoint(port.number()) + "\n");
 }
 
-TEST(Exporter, NamesWhatItCannotUse) {
+TEST(Exporter, ReportsUnusableArguments) {
   const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{"--bogus"}, "unknown option --bogus"},
       {{"--daemon"}, "--daemon needs an argument"},

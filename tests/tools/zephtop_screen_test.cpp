@@ -143,12 +143,12 @@ TEST_F(ZephtopScreen, AsksBeforeAChangeAndShowsTheRefusal) {
   ASSERT_TRUE(terminal.shows("Priority of Adapter 2"));
   terminal.press("Down Enter");
   ASSERT_TRUE(terminal.shows("Really set the priority of Adapter 2 to always?"));
-  EXPECT_TRUE(std::ranges::none_of(daemon.heard(), [](const std::string& request) {
+  EXPECT_TRUE(std::ranges::none_of(daemon.received(), [](const std::string& request) {
     return request.find("set_network_priority") != std::string::npos;
   }));
   terminal.press("y");
   EXPECT_TRUE(terminal.shows("to always: That is locked"));
-  EXPECT_TRUE(std::ranges::any_of(daemon.heard(), [](const std::string& request) {
+  EXPECT_TRUE(std::ranges::any_of(daemon.received(), [](const std::string& request) {
     return request.find("set_network_priority") != std::string::npos;
   }));
 }
@@ -163,7 +163,7 @@ TEST_F(ZephtopScreen, ReadOnlyHasNoKeysThatChange) {
   EXPECT_EQ(terminal.screen().find("disconnect"), std::string::npos);
 }
 
-TEST_F(ZephtopScreen, DoesWithoutUtf8AndColours) {
+TEST_F(ZephtopScreen, WorksWithoutUtf8AndColours) {
   const std::regex colour("\x1B\\[[0-9;]*3[0-8]");  // except 39, the default colour
   ScriptedDaemon daemon(answersWith(1));
   {
@@ -178,7 +178,7 @@ TEST_F(ZephtopScreen, DoesWithoutUtf8AndColours) {
   EXPECT_TRUE(std::regex_search(coloured.colours(), colour));
 }
 
-TEST_F(ZephtopScreen, NeedsMoreThanADumbTerminal) {
+TEST_F(ZephtopScreen, RefusesADumbTerminal) {
   const Terminal terminal(80, 24, "sh -c \"TERM=dumb " ZEPHTOP_PATH "; echo status \\$?; sleep 100\"");
   EXPECT_TRUE(terminal.shows("dumb terminal"));
   EXPECT_TRUE(terminal.shows("status 1"));

@@ -25,7 +25,7 @@ TEST(Base64, DecodesWholeTexts) {
 }
 
 /// Only the groups before the first invalid one are decoded.
-TEST(Base64, EndsAtTheFirstBrokenGroup) {
+TEST(Base64, StopsAtTheFirstInvalidGroup) {
   for (const char* text : {"Zm9", "Zg=", "Zg", "Z", "=", "====", "Z===", "Zm=v", "Z=9v", " Zm9v"}) {
     EXPECT_EQ(decodeBase64(text), "") << text;
   }

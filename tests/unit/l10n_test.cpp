@@ -37,7 +37,7 @@ class Translate : public testing::Test {
 };
 
 // Runs in its own process, in which no table was registered before.
-TEST(TranslateDeathTest, GivesKeysBackBeforeAnyRegistration) {
+TEST(TranslateDeathTest, ReturnsKeysBeforeAnyRegistration) {
   testing::FLAGS_gtest_death_test_style = "threadsafe";
   const auto check = [] {
     const bool unchanged = zephlinksdk::countryName("us") == "{{LOCATION.COUNTRY.us}}";
@@ -110,7 +110,7 @@ TEST_F(Translate, TextsOfItsForms) {
   for (const auto& [input, expected] : cases) EXPECT_EQ(translate(input), expected) << input.substr(0, 80);
 }
 
-TEST_F(Translate, WhatIsNoKnownKeyComesBackAsItIs) {
+TEST_F(Translate, ReturnsUnknownKeysUnchanged) {
   for (const char* text :
        {"", "Wi-Fi", "{{", "{{LOCATION.CITY.nyc", "{{LOCATION.CITY.nyc}", "{{}}", "{{LOCATION.CITY.}}",
         "{{LOCATION.CITY.NYC}}", "{{LOCATION.CITY.zz}}", "{{NO.KEY}}|{\"a\":1}", "eth {{LOCATION.CITY.nyc}}"}) {
@@ -118,7 +118,7 @@ TEST_F(Translate, WhatIsNoKnownKeyComesBackAsItIs) {
   }
 }
 
-TEST_F(Translate, TheApplicationsNameReachesTexts) {
+TEST_F(Translate, InsertsTheApplicationName) {
   zephlinksdk::setApplicationName("Host");
   EXPECT_EQ(translate("{{TEST.name}}"), "by Host");
 }

@@ -48,7 +48,7 @@ TEST(Text, IsCutAfterTheLastWholeCharacterThatFits) {
   EXPECT_STREQ(small, "");
 }
 
-TEST(Utf8, EachByteOfNoCharacterIsReplacedByItself) {
+TEST(Utf8, EachInvalidByteIsReplacedSeparately) {
   const struct {
     std::string text, valid, escaped;
   } rows[] = {

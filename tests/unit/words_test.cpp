@@ -41,7 +41,7 @@ TEST(Words, TablesCoverTheirEnumerations) {
 template <typename Value>
 constexpr Value kOutside = static_cast<Value>(99);
 
-TEST(Words, AValueOutsideHasATextOfItsOwn) {
+TEST(Words, ValuesOutsideHaveAText) {
   const std::pair<const char*, const char*> cases[] = {
       {ZephlinkSDK_stateText(8), "UNKNOWN"},
       {ZephlinkSDK_adapterStateText(kOutside<ZephlinkSDK_AdapterState>), "disconnected"},
@@ -67,7 +67,7 @@ TEST(Words, AValueOutsideHasATextOfItsOwn) {
   EXPECT_EQ(kConnectionPriorityNumbers.text(kOutside<ZephlinkSDK_ConnectionPriority>), 0);
 }
 
-TEST(Words, TextsReadBackAndOthersAreRefused) {
+TEST(Words, TextsRoundTripAndOthersAreRefused) {
   ZephlinkSDK_BondingMode mode = ZephlinkSDK_BondingMode_Redundant;
   for (const char* refused : {"Streaming", "stream", "", static_cast<const char*>(nullptr)}) {
     EXPECT_FALSE(ZephlinkSDK_bondingModeFromText(refused, &mode));

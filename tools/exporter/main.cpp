@@ -86,7 +86,7 @@ int serve(const Options& options, const sigset_t& signals) {
       "/metrics of the daemon at " + daemon);
   int signal = 0;
   sigwait(&signals, &signal);
-  log("ends by signal " + std::to_string(signal));
+  log("exiting on signal " + std::to_string(signal));
   return EXIT_SUCCESS;
 }
 

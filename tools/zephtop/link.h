@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "tools/zephtop/hands.h"
+#include "tools/zephtop/dialogs.h"
 #include "tools/zephtop/model.h"
 #include "zephlinksdk/session.hpp"
 

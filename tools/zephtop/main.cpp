@@ -11,7 +11,7 @@
 #include <limits>
 #include <string>
 
-#include "tools/zephtop/hands.h"
+#include "tools/zephtop/dialogs.h"
 #include "tools/zephtop/link.h"
 #include "tools/zephtop/model.h"
 #include "tools/zephtop/options.h"
@@ -87,7 +87,7 @@ void watch(const View& view, Model& model, Link& link, bool readOnly) {
   std::uint64_t drawn = 0;
   Picture picture = model.picture();
   Display display;
-  Hands hands(readOnly);
+  Dialogs dialogs(readOnly);
   bool redraw = true;
   while (stopSignal == 0) {
     model.passTime();
@@ -99,21 +99,21 @@ void watch(const View& view, Model& model, Link& link, bool readOnly) {
       redraw = true;
     }
     display.clampTo(picture);
-    if (redraw) view.draw(picture, display, hands.dialog(picture));
+    if (redraw) view.draw(picture, display, dialogs.dialog(picture));
     redraw = false;
     if (!awaitKey()) return;
     while (const int key = View::readKey()) {
       redraw = true;
       model.clearNotice();
-      if (!hands.press(key, picture, display.selected)) {
+      if (!dialogs.press(key, picture, display.selected)) {
         if (key == 'q') return;
         if (key == 'e') model.clearEvents();
         changeDisplay(key, display);
         display.clampTo(picture);
       }
-      if (hands.dialog(picture)) display.paused = false;  // show the result of the dialog's order
-      if (hands.takeDirectoryRequest()) link.requestDirectory();
-      if (const auto order = hands.takeOrder()) link.perform(*order);
+      if (dialogs.dialog(picture)) display.paused = false;  // show the result of the dialog's order
+      if (dialogs.takeDirectoryRequest()) link.requestDirectory();
+      if (const auto order = dialogs.takeOrder()) link.perform(*order);
     }
   }
 }

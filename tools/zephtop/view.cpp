@@ -145,12 +145,12 @@ struct Cell {
   Colour colour = kNormal;
 };
 
-bool standsBy(const Adapter& adapter) {
+bool isStandby(const Adapter& adapter) {
   return adapter.state == ZephlinkSDK_AdapterState_Connected && adapter.now && adapter.now->asleep;
 }
 
 Colour colourOf(const Adapter& adapter) {
-  if (standsBy(adapter)) return kDim;
+  if (isStandby(adapter)) return kDim;
   switch (adapter.state) {
     case ZephlinkSDK_AdapterState_Connected:
       return kGood;
@@ -166,7 +166,7 @@ Cell idCell(const Adapter& adapter) { return {adapter.id, kDim}; }
 Cell networkCell(const Adapter& adapter) { return {adapter.network, kDim}; }
 
 Cell stateCell(const Adapter& adapter) {
-  return {standsBy(adapter) ? "standby" : adapterStateWord(adapter.state), colourOf(adapter)};
+  return {isStandby(adapter) ? "standby" : adapterStateWord(adapter.state), colourOf(adapter)};
 }
 
 Cell priorityCell(const Adapter& adapter) {
@@ -256,7 +256,7 @@ void drawTitles(int row) {
 
 /// `stale`: the record may be outdated.
 void drawAdapterLine(int row, const Adapter& adapter, bool selected, bool stale) {
-  const bool up = adapter.state == ZephlinkSDK_AdapterState_Connected && !standsBy(adapter) && !stale;
+  const bool up = adapter.state == ZephlinkSDK_AdapterState_Connected && !isStandby(adapter) && !stale;
   put(row, kMargin, 1, up ? characters().full : characters().empty, stale ? kDim : colourOf(adapter));
   forEachColumn([row, &adapter, selected, stale](const Column& column, int at, int width) {
     const Cell cell = stale && column.cell == stateCell ? Cell{"unknown"} : column.cell(adapter);

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "tools/zephtop/hands.h"
+#include "tools/zephtop/dialogs.h"
 #include "tools/zephtop/model.h"
 
 namespace zephtop {

@@ -11,9 +11,10 @@ namespace zephlink {
 
 namespace {
 
-/// An object of a session, which the session keeps until the holder is destroyed.
-struct Holder {
-  explicit Holder(std::shared_ptr<zephlinksdk::Session> ofSession) : session(std::move(ofSession)), lease(*session) {}
+/// An object of a session, which the session keeps until this lease ends.
+struct LeasedObject {
+  explicit LeasedObject(std::shared_ptr<zephlinksdk::Session> ofSession)
+      : session(std::move(ofSession)), lease(*session) {}
 
   std::shared_ptr<zephlinksdk::Session> session;
   zephlinksdk::Session::Lease lease;
@@ -36,8 +37,8 @@ Object Link::object() noexcept {
     return sdk;
   }
   try {
-    const auto holder = std::make_shared<Holder>(current);
-    return {holder, holder->lease.sdk()};
+    const auto leased = std::make_shared<LeasedObject>(current);
+    return {leased, leased->lease.sdk()};
   } catch (const std::bad_alloc&) {
     return nullptr;
   }

@@ -36,7 +36,7 @@ def test_ten_thousand_events_in_order(daemon, client):
     assert events.dropped == 0
 
 
-def test_a_full_queue_drops_the_oldest_and_says_so(daemon, client, caplog):
+def test_a_full_queue_drops_the_oldest_and_logs_it(daemon, client, caplog):
     events = connected(client, client.listen_for_safe_browsing_block(maxsize=10))
     daemon.send(BLOCK, *hosts(1000))
     wait_until(lambda: events.dropped == 990)
@@ -51,7 +51,7 @@ def test_a_full_queue_drops_the_oldest_and_says_so(daemon, client, caplog):
         wait_until(lambda: large.dropped >= 50 - 21)
 
 
-def test_get_waits_no_longer_than_told(client):
+def test_get_times_out(client):
     events = connected(client, client.listen_for_safe_browsing_block())
     for timeout in (0, 0.05, 0.3):
         start = time.monotonic()
@@ -62,7 +62,7 @@ def test_get_waits_no_longer_than_told(client):
         client.subscribe_state(maxsize=0)
 
 
-def test_statistics_are_asked_for(daemon, client):
+def test_statistics_are_requested(daemon, client):
     with client.subscribe_connection_stats() as stats:
         assert next(stats).connections[0].adapter_id == "adapter1"
         wait_until(lambda: "stat_subscribe" in daemon.requests)

@@ -218,7 +218,7 @@ def test_the_end_of_the_interpreter_under_load(daemon):
     assert finished(process) == (0, "", "")
 
 
-def test_a_stopped_daemon_does_not_hold_up_the_end():
+def test_a_stopped_daemon_does_not_delay_the_end():
     scripted = Daemon(answer=lambda name, members: [])
     scripted.stop()
     code = "import sys, zephlink\nclient = zephlink.Client(port=int(sys.argv[1]))\nclient.erase_logs()\n"

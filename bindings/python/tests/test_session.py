@@ -30,7 +30,7 @@ def drop(daemon):
     daemon.loop.call_soon_threadsafe(lambda: [link.writer.transport.abort() for link in daemon.links])
 
 
-def say_goodbye(daemon):
+def send_close(daemon):
     daemon.loop.call_soon_threadsafe(lambda: [link.write(zephtest.frame(b"", 8)) for link in daemon.links])
 
 
@@ -42,7 +42,7 @@ def test_calls_are_those_of_a_client(session):
     session.erase_logs()
 
 
-@pytest.mark.parametrize("lose", [drop, say_goodbye])
+@pytest.mark.parametrize("lose", [drop, send_close])
 def test_subscriptions_outlive_a_connection(daemon, session, lose):
     states, stats = session.subscribe_state(), session.subscribe_connection_stats()
     assert states.get(10).state is z.State.CONNECTED and stats.get(10).connections

@@ -16,7 +16,7 @@
 namespace tests {
 namespace {
 
-TEST(LogReportOnPosix, ResolvesLinksAndTellsFailures) {
+TEST(LogReportOnPosix, ResolvesLinksAndReportsFailures) {
   namespace fs = std::filesystem;
   const fs::path folder =
       fs::canonical(fs::temp_directory_path()) / ("zephctl_" + std::to_string(std::random_device()()));
@@ -67,7 +67,7 @@ int countInMemory(const std::string& process, const std::string& text) {
 }
 
 /// While the call waits, the prompt's buffer is the only copy.
-TEST(SecretsOnPosix, StayInOnePlace) {
+TEST(SecretsOnPosix, HaveOneCopyInMemory) {
   const std::string secret = "hush-5e2a-0123456789-abcdefghijklmnopqrstuvwxyz";
   for (const std::string words : {"login user", "login oauth", "refresh oauth"}) {
     SCOPED_TRACE(words);
@@ -75,14 +75,14 @@ TEST(SecretsOnPosix, StayInOnePlace) {
     const std::string line = std::string("echo $$; exec '") + ZEPHCTL_PATH + "' -p " + std::to_string(daemon.port());
     Process run({"/bin/sh", "-c", line + " " + words}, secret + "\n");
     ASSERT_TRUE(daemon.waitForRequests(1));
-    EXPECT_NE(daemon.heard()[0].find(secret), std::string::npos);
+    EXPECT_NE(daemon.received()[0].find(secret), std::string::npos);
     const std::string out = run.outputSoFar();
     EXPECT_EQ(countInMemory(out.substr(0, out.find('\n')), secret), 1);
   }
 }
 
 /// On other systems an argument cannot contain such bytes.
-TEST(WordsOnPosix, AreSentAsUtf8WhateverTheirBytes) {
+TEST(ArgumentsOnPosix, AreSentAsUtf8) {
   check({.words = {"networksharing", "set", "displayname", "a\xE2\x82\"b\xFF\xC3\xA9"},
          .answers = {{"set_networksharing_display_name",
                       {event(
@@ -93,7 +93,7 @@ TEST(WordsOnPosix, AreSentAsUtf8WhateverTheirBytes) {
          .status = 1});
 }
 
-TEST(SpeedTestsOnPosix, AreDatedInLocalTimeWithItsSummer) {
+TEST(SpeedTestsOnPosix, UseLocalTimeWithDaylightSaving) {
   ScriptedDaemon daemon(
       {{"request_speedtest_results",
         {event("report_speedtest_results", R"([{"time":"2024-01-02T03:04:05"},{"time":"2024-07-02T03:04:05"}])")}}});
@@ -105,7 +105,7 @@ TEST(SpeedTestsOnPosix, AreDatedInLocalTimeWithItsSummer) {
 }
 
 /// One second after system start; only some systems let a test set its clock.
-TEST(StatsOnPosix, AsksForHistoryFromTheClocksBeginningAtTheEarliest) {
+TEST(StatsOnPosix, RequestsNoHistoryBeforeTheClocksZero) {
   const auto seconds = static_cast<std::int64_t>(zephlinksdk::monotonicMs() / 1000);
   const std::vector<std::string> young{"/usr/bin/unshare", "--time", "--monotonic", std::to_string(1 - seconds)};
   const auto onYoungSystem = [&young](std::vector<std::string> words) {
@@ -115,12 +115,12 @@ TEST(StatsOnPosix, AsksForHistoryFromTheClocksBeginningAtTheEarliest) {
   if (!std::filesystem::exists(young[0]) || onYoungSystem({"/bin/true"}).status != 0) GTEST_SKIP() << "no clock to set";
   ScriptedDaemon daemon({{"request_historic_connection_stats", {event("report_historic_connection_stats", "[]")}}});
   EXPECT_EQ(onYoungSystem(command(daemon.port(), {"stats", "historic"})).status, 0);
-  EXPECT_EQ(daemon.heard(),
+  EXPECT_EQ(daemon.received(),
             std::vector<std::string>{request("request_historic_connection_stats", R"({"dataSince":0})")});
 }
 
 /// The limit applies to the main thread and is the default for all others. One directory takes three quarters of it.
-TEST(StackOnPosix, NeedsNoMoreThanAMebibyteForTheDirectory) {
+TEST(StackOnPosix, OneMebibyteSufficesForTheDirectory) {
   ScriptedDaemon daemon({{"request_directory", {event("report_directory", R"([{"country":"us"}])")}}});
   const std::string line = std::string("ulimit -s 1024 && exec '") + ZEPHCTL_PATH + "' -p " +
                            std::to_string(daemon.port()) + " show servers";
@@ -131,7 +131,7 @@ TEST(StackOnPosix, NeedsNoMoreThanAMebibyteForTheDirectory) {
 }
 
 /// The signal ends a stream; an action that ends without it keeps its status.
-TEST(ClosedPipe, EndsStreamsAlone) {
+TEST(ClosedPipe, EndsStreamsOnly) {
   const struct {
     std::string words, report;
     int status;

@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(Console, WaitsUntilANonBlockingPipeTakesMore) {
+TEST(Console, WaitsUntilANonBlockingPipeAcceptsMore) {
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
   std::FILE* stream = fdopen(ends[1], "w");

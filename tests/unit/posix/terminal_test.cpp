@@ -99,12 +99,12 @@ class Session {
 
 // ThreadSanitizer defers signals while a thread waits in read(2).
 #ifdef __SANITIZE_THREAD__
-constexpr bool kSignalsStrike = false;
+constexpr bool kSignalsInterrupt = false;
 #else
-constexpr bool kSignalsStrike = true;
+constexpr bool kSignalsInterrupt = true;
 #endif
 
-TEST(HiddenInput, AnswersAtATerminal) {
+TEST(HiddenInput, ReadsFromATerminal) {
   const std::pair<std::string, std::string> cases[] = {
       {"s3cret\n", "accepted [s3cret]"},
       {" two words \n", "accepted [ two words ]"},
@@ -114,15 +114,15 @@ TEST(HiddenInput, AnswersAtATerminal) {
       {std::string(128, 'x') + "\n", "accepted [" + std::string(128, 'x') + "]"},
       {std::string(129, 'x') + "\n", "refused []"},
   };
-  for (const auto& [keys, told] : cases) {
+  for (const auto& [keys, printed] : cases) {
     Session session;
     session.type(keys);
-    EXPECT_EQ(session.nextLine(), told + "; exited, echo on\r\n");
+    EXPECT_EQ(session.nextLine(), printed + "; exited, echo on\r\n");
   }
 }
 
-TEST(HiddenInput, LeavesTheEchoOnWhenASignalEndsIt) {
-  if (!kSignalsStrike) GTEST_SKIP() << "ThreadSanitizer holds the signals back";
+TEST(HiddenInput, RestoresEchoWhenASignalEndsIt) {
+  if (!kSignalsInterrupt) GTEST_SKIP() << "ThreadSanitizer defers signals";
   // A signal sent from outside could overtake keys on their way through the terminal, and these would be echoed.
   const struct {
     const char* keys;
@@ -137,8 +137,8 @@ TEST(HiddenInput, LeavesTheEchoOnWhenASignalEndsIt) {
   }
 }
 
-TEST(HiddenInput, GoesOnAfterAStop) {
-  if (!kSignalsStrike) GTEST_SKIP() << "ThreadSanitizer holds the signals back";
+TEST(HiddenInput, ContinuesAfterAStop) {
+  if (!kSignalsInterrupt) GTEST_SKIP() << "ThreadSanitizer defers signals";
   Session session;
   session.type("\x1a");  // Ctrl-Z
   EXPECT_EQ(session.nextLine(), "; stopped, echo on\r\n");
@@ -147,10 +147,10 @@ TEST(HiddenInput, GoesOnAfterAStop) {
   EXPECT_EQ(session.nextLine(), "accepted [s3cret]; exited, echo on\r\n");
 }
 
-TEST(HiddenInput, ReadsALineOfWhatIsNoTerminal) {
+TEST(HiddenInput, ReadsALineWithoutATerminal) {
   const struct {
     std::string input;
-    std::string told;
+    std::string printed;
     std::string left;
   } cases[] = {
       {"first\nsecond\n", "accepted [first]", "second\n"},
@@ -172,7 +172,7 @@ TEST(HiddenInput, ReadsALineOfWhatIsNoTerminal) {
       ask(512);
     }
     close(output[1]);
-    EXPECT_EQ(readUntil(output[0], "\n"), kPrompt + each.told);
+    EXPECT_EQ(readUntil(output[0], "\n"), kPrompt + each.printed);
     EXPECT_EQ(readUntil(input[0], "\n"), each.left);
     waitpid(process, nullptr, 0);
     close(input[0]);

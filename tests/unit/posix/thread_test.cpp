@@ -23,7 +23,7 @@ void look(void* argument) {
   pthread_attr_destroy(&attributes);
 }
 
-TEST(Thread, LeavesSignalsToTheHostAndHasAStatedStack) {
+TEST(Thread, LeavesSignalsToTheHostAndHasAFixedStackSize) {
   sigset_t before;
   pthread_sigmask(SIG_BLOCK, nullptr, &before);
   Seen seen;

@@ -10,7 +10,7 @@
 
 namespace tests {
 
-class TurnedClock : public zephlinksdk::SessionClock {
+class ManualClock : public zephlinksdk::SessionClock {
  public:
   time_point now() override {
     const std::lock_guard lock(mutex);
@@ -32,7 +32,7 @@ class TurnedClock : public zephlinksdk::SessionClock {
     changed.notify_all();
   }
 
-  void turn(std::chrono::milliseconds forward) {
+  void advance(std::chrono::milliseconds forward) {
     const std::lock_guard lock(mutex);
     time += forward;
     changed.notify_all();

@@ -31,9 +31,9 @@ struct Dialog {
 };
 
 /// Handles the keys of the dialogs. Independent of the terminal, so that tests can send keys.
-class Hands {
+class Dialogs {
  public:
-  explicit Hands(bool forReadOnly) : readOnly(forReadOnly) {}
+  explicit Dialogs(bool forReadOnly) : readOnly(forReadOnly) {}
 
   /// Handles a key. Returns false if the key does not belong to a dialog. `selected` is the index of an adapter in the
   /// picture.
