@@ -20,7 +20,7 @@ namespace cli {
 extern zephlinksdk::ZephlinkSDK* g_sdk;
 
 /// Arguments of the command line. Some parsers cut them in place.
-using Words = std::span<char*>;
+using Arguments = std::span<char*>;
 
 enum Status : int {
   kSuccess = 0,
@@ -30,7 +30,7 @@ enum Status : int {
   kUnknownAction = 4,
 };
 
-using Handler = int(Words words, const char* usage);
+using Handler = int(Arguments arguments, const char* usage);
 
 struct Action;
 using Actions = std::span<const Action>;
@@ -77,7 +77,7 @@ void forEachAction(const Visit& visit, const Actions& rows = kActions, const std
 }
 
 /// Runs the action that the first argument names. Reports an unknown action if there is none.
-int dispatch(Words words);
+int dispatch(Arguments arguments);
 
 /// Prints the general usage to stderr. Returns the status of an unknown action.
 int unknownAction();
@@ -90,12 +90,12 @@ int missing(const char* usage);
 /// instead of the usage text.
 int tooMany(const char* format, std::size_t bound);
 
-inline bool equal(const char* word, const char* other) { return std::strcmp(word, other) == 0; }
+inline bool equal(const char* text, const char* other) { return std::strcmp(text, other) == 0; }
 
 /// Calls a function of the library without a callback: waits for the answer.
-template <auto& Method, class... Arguments>
-auto call(Arguments... arguments) {
-  return Method(g_sdk, arguments..., nullptr, nullptr);
+template <auto& Method, class... Values>
+auto call(Values... values) {
+  return Method(g_sdk, values..., nullptr, nullptr);
 }
 
 /// Prints the record, or its error. Returns the exit status.

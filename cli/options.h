@@ -8,6 +8,6 @@ namespace cli {
 
 /// Fills in the configuration from the defaults and the options before the action: `[-i|--ip <address>] [-p|--port
 /// <port>]`, in this order. Returns the remaining arguments.
-Words readOptions(Words words, ZephlinkSDK_Config& config);
+Arguments readOptions(Arguments arguments, ZephlinkSDK_Config& config);
 
 }  // namespace cli

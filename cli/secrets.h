@@ -26,15 +26,15 @@ class Secret {
 
 /// A secret argument of the command line, wiped in place on destruction: process listings and memory dumps no longer
 /// contain it.
-class WordOfSecret {
+class SecretArgument {
  public:
-  explicit WordOfSecret(char* text) : word(text) {}
-  ~WordOfSecret() { zephlinksdk::wipe(word, std::strlen(word)); }
-  WordOfSecret(const WordOfSecret&) = delete;
-  WordOfSecret& operator=(const WordOfSecret&) = delete;
+  explicit SecretArgument(char* text) : argument(text) {}
+  ~SecretArgument() { zephlinksdk::wipe(argument, std::strlen(argument)); }
+  SecretArgument(const SecretArgument&) = delete;
+  SecretArgument& operator=(const SecretArgument&) = delete;
 
  private:
-  char* word;
+  char* argument;
 };
 
 }  // namespace cli

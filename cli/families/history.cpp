@@ -90,7 +90,7 @@ void printSessionStats(const ZephlinkSDK_SessionStatsResult& record) {
   writeJson(stdout, value);
 }
 
-int printHistory(Words, const char*) {
+int printHistory(Arguments, const char*) {
   Stream samples;
   samples.open<kConnectionStatsLabel, printConnectionStats, ZephlinkSDK_getHistoricConnectionStats>();
   samples.clock.waitForStart();

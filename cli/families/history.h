@@ -7,7 +7,7 @@
 namespace cli {
 
 /// The handler of `stats historic`. Ignores its arguments.
-int printHistory(Words words, const char* usage);
+int printHistory(Arguments arguments, const char* usage);
 
 void printSessionStats(const ZephlinkSDK_SessionStatsResult& record);
 

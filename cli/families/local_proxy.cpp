@@ -38,14 +38,14 @@ constexpr EditUsages kPortUsages = {
 };
 
 template <bool Enable>
-int setWatchlist(Words, const char*) {
+int setWatchlist(Arguments, const char*) {
   return finish(call<ZephlinkSDK_setLocalProxyGlobalDomainWatchlistEnable>(Enable), printBypass);
 }
 
-int setService(Words words, const char* usage) {
-  const auto enable = valueOf<parseSwitch>(words[1]);
+int setService(Arguments arguments, const char* usage) {
+  const auto enable = valueOf<parseSwitch>(arguments[1]);
   if (!enable) return invalid(usage);
-  return finish(call<ZephlinkSDK_setLocalProxyDomainWatchlistEnable>(words[0], *enable), printBypass);
+  return finish(call<ZephlinkSDK_setLocalProxyDomainWatchlistEnable>(arguments[0], *enable), printBypass);
 }
 
 // `enable` and `disable` are matched before service titles: services with these titles cannot be switched individually.

@@ -86,23 +86,23 @@ using EditUsages = std::array<const char*, 3>;
 inline constexpr EditUsages kNoUsages{};
 
 /// An invalid address reads as all zeros; a long domain is cut.
-inline void readRule(const char* word, Domain& domain) { zephlinksdk::copyText(domain, word); }
+inline void readRule(const char* argument, Domain& domain) { zephlinksdk::copyText(domain, argument); }
 template <class Address>
-void readRule(const char* word, Address& address) {
-  address = zephlinksdk::addressFromText<Address>(word);
+void readRule(const char* argument, Address& address) {
+  address = zephlinksdk::addressFromText<Address>(argument);
 }
 
 /// Reads one rule from each argument. If an argument is invalid, prints the error and returns the status.
 template <class Rule>
-std::optional<int> readRules(Words words, RuleList<Rule>& list, const char*) {
-  for (const char* word : words) {
+std::optional<int> readRules(Arguments arguments, RuleList<Rule>& list, const char*) {
+  for (const char* argument : arguments) {
     Rule rule;
-    readRule(word, rule);
+    readRule(argument, rule);
     list.append(rule);
   }
   return std::nullopt;
 }
-std::optional<int> readRules(Words words, RuleList<PortRule>& list, const char* usage);
+std::optional<int> readRules(Arguments arguments, RuleList<PortRule>& list, const char* usage);
 
 /// Returns `rules` with the rules of `given` appended or removed. Compares all of `given`; the result is cut to the
 /// number of rules that the daemon accepts.
@@ -138,12 +138,12 @@ auto changeList(Edit edit, const RuleList<Rule>& given) {
 
 /// The handler of one list: its arguments are `set`, `add` or `rem`, and the rules.
 template <const auto& Kind, auto& Get, auto& Set, auto& Print, const EditUsages& Usages>
-int editList(Words words, const char* usage) {
-  if (words.empty()) return missing(usage);
-  const auto edit = kEditWords.find(words[0]);
+int editList(Arguments arguments, const char* usage) {
+  if (arguments.empty()) return missing(usage);
+  const auto edit = kEditWords.find(arguments[0]);
   if (!edit) return invalid(usage);
-  typename std::remove_cvref_t<decltype(Kind)>::List given(words.size() - 1);
-  if (const auto fault = readRules(words.subspan(1), given, Usages[static_cast<std::size_t>(*edit)])) return *fault;
+  typename std::remove_cvref_t<decltype(Kind)>::List given(arguments.size() - 1);
+  if (const auto fault = readRules(arguments.subspan(1), given, Usages[static_cast<std::size_t>(*edit)])) return *fault;
   return finish(changeList<Kind, Get, Set>(*edit, given), Print);
 }
 

@@ -73,20 +73,22 @@ constexpr char kUsage[] =
 
 /// Requires exactly one argument.
 template <Handler& Handle>
-int withValue(Words words, const char* usage) {
-  if (words.size() > 1) return invalid(kUsage);
-  return words.empty() ? invalid(usage) : Handle(words, usage);
+int withValue(Arguments arguments, const char* usage) {
+  if (arguments.size() > 1) return invalid(kUsage);
+  return arguments.empty() ? invalid(usage) : Handle(arguments, usage);
 }
 
-int initialize(Words words, const char*) { return finishConnecting(call<ZephlinkSDK_initSafeBrowsing>(words[0])); }
-
-int setConfig(Words words, const char*) {
-  return finish(call<ZephlinkSDK_setSafeBrowsingConfig>(words[0]), printSettings);
+int initialize(Arguments arguments, const char*) {
+  return finishConnecting(call<ZephlinkSDK_initSafeBrowsing>(arguments[0]));
 }
 
-int refreshToken(Words words, const char*) {
-  const WordOfSecret token(words[0]);
-  return finishConnecting(call<ZephlinkSDK_refreshSafeBrowsingToken>(words[0]));
+int setConfig(Arguments arguments, const char*) {
+  return finish(call<ZephlinkSDK_setSafeBrowsingConfig>(arguments[0]), printSettings);
+}
+
+int refreshToken(Arguments arguments, const char*) {
+  const SecretArgument token(arguments[0]);
+  return finishConnecting(call<ZephlinkSDK_refreshSafeBrowsingToken>(arguments[0]));
 }
 
 /// Makes two calls. The status depends on the second one only; it prints the settings even if the service was not
@@ -96,9 +98,9 @@ int startOrStop(bool enabled, const char* serviceConfig) {
   return finish(call<ZephlinkSDK_initSafeBrowsing>(serviceConfig), printSettings);
 }
 
-int start(Words words, const char*) { return startOrStop(true, words[0]); }
+int start(Arguments arguments, const char*) { return startOrStop(true, arguments[0]); }
 
-int stop(Words, const char*) { return startOrStop(false, ""); }
+int stop(Arguments, const char*) { return startOrStop(false, ""); }
 
 // A connect error with one of these codes means that the home network was reported.
 constexpr bool isHomeNetworkReported(std::int32_t connectError) { return connectError == 0 || connectError == 17; }
@@ -109,12 +111,12 @@ int reportHomeNetwork(std::uint32_t retries, std::uint64_t delay, std::uint64_t 
   return record.connectFailed && isHomeNetworkReported(record.connectError) ? kSuccess : status;
 }
 
-int homeNetwork(Words words, const char* usage) {
-  if (words.empty()) return reportHomeNetwork(0, 0, 0);
-  if (words.size() != 3) return invalid(kUsage);
-  const auto retries = valueOf<parseU32>(words[0]);
-  const auto delay = valueOf<parseU64>(words[1]);
-  const auto timeout = valueOf<parseU64>(words[2]);
+int homeNetwork(Arguments arguments, const char* usage) {
+  if (arguments.empty()) return reportHomeNetwork(0, 0, 0);
+  if (arguments.size() != 3) return invalid(kUsage);
+  const auto retries = valueOf<parseU32>(arguments[0]);
+  const auto delay = valueOf<parseU64>(arguments[1]);
+  const auto timeout = valueOf<parseU64>(arguments[2]);
   if (!retries || !delay || !timeout) return invalid(usage);
   return reportHomeNetwork(*retries, *delay, *timeout);
 }
@@ -125,9 +127,9 @@ constexpr char kBlockLabel[] = "safebrowsing_block";
 /// Prints events until the given number of seconds has passed since the first event; without an end if no number is
 /// given.
 template <const char* Label, auto& Print, auto& Listen>
-int stream(Words words, const char* usage) {
-  if (words.size() > 1) return invalid(kUsage);
-  const auto seconds = words.empty() ? 0 : valueOf<parseI32>(words[0]);
+int stream(Arguments arguments, const char* usage) {
+  if (arguments.size() > 1) return invalid(kUsage);
+  const auto seconds = arguments.empty() ? 0 : valueOf<parseI32>(arguments[0]);
   if (!seconds || *seconds < -1) return invalid(usage);
   zephlinksdk::endOnClosedPipe();
   Stream events;
