@@ -66,9 +66,9 @@ void printRuns(int runs) {
 /// A daemon that sends `before` before the version. It answers the requests of all `listeners` at once, when the last
 /// one has arrived.
 RequestServer::OnRequest eventsBeforeVersion(int listeners, std::string before) {
-  auto heard = std::make_shared<int>(0);
-  return [listeners, heard, before = std::move(before)](auto& server, auto to, std::string_view name) {
-    if (name == "request_current_state" && ++*heard == listeners) server.send(to, kState);
+  auto requests = std::make_shared<int>(0);
+  return [listeners, requests, before = std::move(before)](auto& server, auto to, std::string_view name) {
+    if (name == "request_current_state" && ++*requests == listeners) server.send(to, kState);
     if (name != "request_version_data") return;
     server.sendRaw(to, before);
     server.send(to, kVersion);

@@ -11,7 +11,7 @@
 // - Silent daemon: when no report has arrived for `probeAfter`, the session requests the daemon's version. Any report
 //   counts as a sign of life. After `quietAfter` without a report it replaces its object. This covers a lost
 //   connection, a restarted daemon, and a close frame, after which an object does not reconnect.
-// - Lost subscriptions: each new object subscribes anew. On an existing object, the session repeats all requests when
+// - Lost subscriptions: each new object subscribes again. On an existing object, the session repeats all requests when
 //   unsolicited reports stop for `renewAfter`, and in any case every `refreshEvery`.
 // - Unreachable daemon: an object tries to connect several times a second for 5 seconds. Then a new object replaces it,
 //   and requests queued on the old one are dropped.

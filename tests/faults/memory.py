@@ -255,13 +255,13 @@ class Frames:
 async def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     sweeps = "--serve" not in sys.argv
-    parser.add_argument("--serve", action="store_true", help="only serve the daemon, to repeat a finding by hand")
+    parser.add_argument("--serve", action="store_true", help="only run the daemon, to reproduce a finding")
     parser.add_argument("--zephctl", required=sweeps)
     parser.add_argument("--host", required=sweeps)
     parser.add_argument("--preload", required=sweeps, help="the shim")
     parser.add_argument("--every", type=int, default=1, help="only every Nth allocation")
     parser.add_argument("--sites", type=int, default=10, help="how many places to print for each kind of finding")
-    parser.add_argument("--jobs", type=int, default=16 * (os.cpu_count() or 1), help="how many runs side by side")
+    parser.add_argument("--jobs", type=int, default=16 * (os.cpu_count() or 1), help="number of concurrent runs")
     options = parser.parse_args()
     if options.serve:
         return await serve()

@@ -130,10 +130,10 @@ class Sweep:
 async def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--zephctl", required=True)
-    parser.add_argument("--preload", required=True, help="the shim, behind what a sanitizer wants before it")
-    parser.add_argument("--uses", type=int, default=3, help="up to which use of a call")
-    parser.add_argument("--counts", type=int, nargs="+", default=[1], help="how many uses in a row; 0: all later ones")
-    parser.add_argument("--jobs", type=int, default=32, help="how many runs side by side")
+    parser.add_argument("--preload", required=True, help="the shim, after the libraries that a sanitizer requires first")
+    parser.add_argument("--uses", type=int, default=3, help="the last use of each call to fail")
+    parser.add_argument("--counts", type=int, nargs="+", default=[1], help="how many consecutive uses; 0: all later ones")
+    parser.add_argument("--jobs", type=int, default=32, help="number of concurrent runs")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as directory:
         async with zephtest.Daemon() as daemon:

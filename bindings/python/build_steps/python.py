@@ -75,7 +75,7 @@ class Generator:
                 return self.text_property(to_text, self.contracts.of(self.headers.functions[to_text].doc)) + (
                     "\n    @classmethod\n"
                     f'    def from_text(cls, text: str) -> "{class_name(enumeration.name)}":\n'
-                    '        """The value of such a word; raises ValueError for any other text."""\n'
+                    '        """Returns the value with this text; raises ValueError for any other text."""\n'
                     f"        return cls(convert.value_of(lib.{function.name}, text))\n"
                 )
         return ""

@@ -156,7 +156,7 @@ class Subscription(Generic[T]):
                 return self._read(record)
             if self._box.closed():
                 raise ClosedError(text="The subscription is closed")
-        raise TimeoutError("no record came in time")
+        raise TimeoutError("no record arrived in time")
 
     def __iter__(self) -> Subscription[T]:
         return self
@@ -253,7 +253,7 @@ class Connection:
     def _subscribe(self, start: Any, answer: Answer[T], maxsize: Optional[int],
                    statistics: bool = False) -> Subscription[T]:
         if maxsize is not None and maxsize < 1:
-            raise ValueError("maxsize is at least 1")
+            raise ValueError("maxsize must be at least 1")
         box = Box(self._link, answer.queue_length() if maxsize is None else maxsize, False)
         if not box.start(start, ()):
             answer.of(box.take())

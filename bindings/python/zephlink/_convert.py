@@ -77,7 +77,7 @@ def nothing(_: Any) -> None:
 def value_of(from_text: Callable[[bytes, Any], bool], word: str) -> int:
     value = ffi.new("uint32_t *")
     if not from_text(text(word), value):
-        raise ValueError(f"{word!r} is not one of the words")
+        raise ValueError(f"{word!r} is not a valid text")
     return int(value[0])
 
 

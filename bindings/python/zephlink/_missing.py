@@ -11,8 +11,8 @@ def explained(error: ImportError) -> ImportError:
     if not found:
         if "cannot import name '_native'" not in str(error):
             return error
-        return ImportError("This zephlink is the source tree's, without its extension module: run Python elsewhere, or "
-                           f"put the place of the installed package first into PYTHONPATH. ({error})")
+        return ImportError("This is zephlink's source tree, without the extension module: run Python elsewhere, or "
+                           f"put the directory of the installed package first in PYTHONPATH. ({error})")
     library, version = found.groups()
     return ImportError(
         f"zephlink needs the shared library {library}, which was not found. Install it (Debian: "
