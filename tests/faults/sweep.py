@@ -130,9 +130,9 @@ class Sweep:
 async def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--zephctl", required=True)
-    parser.add_argument("--preload", required=True, help="the shim, after the libraries that a sanitizer requires first")
+    parser.add_argument("--preload", required=True, help="the shim, after a sanitizer's libraries")
     parser.add_argument("--uses", type=int, default=3, help="the last use of each call to fail")
-    parser.add_argument("--counts", type=int, nargs="+", default=[1], help="how many consecutive uses; 0: all later ones")
+    parser.add_argument("--counts", type=int, nargs="+", default=[1], help="number of consecutive uses; 0: all later")
     parser.add_argument("--jobs", type=int, default=32, help="number of concurrent runs")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as directory:
