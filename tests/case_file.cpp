@@ -253,7 +253,7 @@ class Reader {
         made.sent.push_back(data.empty() ? request(name) : request(name, data));
         answers = &made.answers[name];
       } else if (mark == "<") {
-        if (answers == nullptr) throw std::runtime_error("an answer to no request");
+        if (answers == nullptr) throw std::runtime_error("an answer without a request");
         for (const std::string& answer : cells(rest)) answers->push_back(answerOf(answer));
       } else if (mark == "=") {
         made.out += value(rest);
@@ -290,7 +290,7 @@ void append(std::vector<CaseLine>& lines, int number, const std::string& text) {
     lines.push_back({.number = number, .text = text});
     return;
   }
-  if (lines.empty()) throw std::runtime_error("it goes on with no line");
+  if (lines.empty()) throw std::runtime_error("a continuation without a line");
   CaseLine& line = lines.back();
   const std::string word = headAndRest(line.text).first;
   const bool hasRows = word == "table" || Reader::kFaults.contains(word);
@@ -298,8 +298,8 @@ void append(std::vector<CaseLine>& lines, int number, const std::string& text) {
     line.rows.push_back(text.substr(2));
   } else {
     std::string& before = hasRows ? line.rows.back() : line.text;
-    const bool goesOn = before.ends_with(',') || before.ends_with('[') || before.ends_with('{');
-    before += (goesOn ? "" : " ") + trimmed(text);
+    const bool continues = before.ends_with(',') || before.ends_with('[') || before.ends_with('{');
+    before += (continues ? "" : " ") + trimmed(text);
   }
 }
 

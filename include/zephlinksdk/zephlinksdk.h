@@ -181,8 +181,8 @@ void ZephlinkSDK_destroy(ZephlinkSDK* sdk);
 
 /// Finishes the pending work of an object in the calling thread: writes queued requests, then reads and delivers what
 /// has arrived. For a process that exits right afterwards: costs less than ZephlinkSDK_destroy, since it does not wait
-/// for the object's threads and frees nothing. Waits for a running callback; otherwise takes at most 0.1 seconds, or
-/// half a second if a request waits for a connection that is being opened. Ignores null.
+/// for the channel thread and frees nothing. Waits for a running callback; otherwise takes at most 0.1 seconds, or half
+/// a second if a request waits for a connection that is being opened. Ignores null.
 ///
 /// REQUIRES: no function is called with this object afterwards, including ZephlinkSDK_destroy. Not called in a
 /// callback.
