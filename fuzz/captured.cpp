@@ -141,7 +141,7 @@ void checkOutcome(const std::vector<std::string>& words, const Outcome& outcome)
       check(!errors.empty(), "an unknown action prints the usage");
       break;
     default:
-      broken("a status is one of those that are known", std::to_string(outcome.status));
+      fail("the status is known", std::to_string(outcome.status));
   }
   check(errors.ends_with("\n"), "an error message ends with a line feed", errors);
   check(outcome.output.empty(), "an error prints nothing else", outcome.output);

@@ -9,7 +9,7 @@
 
 namespace fuzz {
 
-void broken(const char* promise, const std::string& details) {
+void fail(const char* promise, const std::string& details) {
   // Writes to the descriptor, because the targets capture or silence the streams.
   const std::string text = std::string("\n*** Check failed: ") + promise + "\n" + details + "\n";
   if (::write(STDERR_FILENO, text.data(), text.size()) < 0) std::abort();

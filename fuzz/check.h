@@ -12,10 +12,10 @@
 namespace fuzz {
 
 /// Prints the failed check and aborts, which libFuzzer records as a finding.
-[[noreturn]] void broken(const char* promise, const std::string& details);
+[[noreturn]] void fail(const char* promise, const std::string& details);
 
 inline void check(bool condition, const char* promise, std::string_view details = {}) {
-  if (!condition) broken(promise, std::string(details));
+  if (!condition) fail(promise, std::string(details));
 }
 
 /// Returns the pieces of `input` between dividers. A divider at the end starts no further piece.

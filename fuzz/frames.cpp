@@ -138,7 +138,7 @@ class Link {
   void end() {
     ::shutdown(peer, SHUT_WR);
     client->poll(0);
-    client->dispatch([](const std::string&) { fuzz::broken("an end of the stream is no message", {}); });
+    client->dispatch([](const std::string&) { fuzz::fail("the end of the stream is not a message", {}); });
     client->poll(0);
     fuzz::check(client->getReadyState() == WebSocketClient::CLOSED, "the end of the stream closes the client");
     takeWritten();

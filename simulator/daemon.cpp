@@ -78,9 +78,9 @@ void Daemon::receive(Connection connection, const std::string& text) {
   const std::string event = root[0].asString();
   if (options.print) print('<', event, root[1]);
   if (!count(connection)) return;
-  currentAsker = connection;
+  currentRequester = connection;
   dispatch(event, root[1]);
-  currentAsker = 0;
+  currentRequester = 0;
 }
 
 void Daemon::dispatch(const std::string& event, const Json::Value& members) {

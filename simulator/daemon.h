@@ -79,7 +79,7 @@ class Daemon {
   double random(double low, double high);
   bool chance(double probability) { return random(0, 1) < probability; }
   /// The connection that sent the current request.
-  Connection asker() const { return currentAsker; }
+  Connection requester() const { return currentRequester; }
   bool isConnected(Connection connection) const { return connections.count(connection) != 0; }
   void quit();
 
@@ -98,7 +98,7 @@ class Daemon {
   const Options options;
   std::map<std::string, RequestHandler> requests;
   std::map<Connection, std::uint32_t> connections;  ///< with the number of messages of each, received and sent
-  Connection currentAsker = 0;
+  Connection currentRequester = 0;
   std::promise<void> ended;
   bool hasEnded = false;
   std::mt19937 generator;

@@ -252,7 +252,7 @@ class Session {
   class Lease {
    public:
     /// Waits until the session has created its first object, which it does at once.
-    explicit Lease(Session& ofSession) : session(ofSession) {
+    explicit Lease(Session& owner) : session(owner) {
       std::unique_lock lock(session.mutex);
       session.firstOpened.wait(lock, [this] { return session.hasOpened; });
       object = session.current;
@@ -326,8 +326,9 @@ class Session {
   struct SubscriptionTo final : Subscription {
     using Function = Record (*)(ZephlinkSDK*, Callback<Record>, void*);
 
-    SubscriptionTo(Session& ofSession, Function asks, std::function<void(const Record&)> getsRecords, bool runsOnce)
-        : session(ofSession), function(asks), handler(std::move(getsRecords)), once(runsOnce) {}
+    SubscriptionTo(Session& owner, Function subscribeFunction, std::function<void(const Record&)> recordHandler,
+                   bool runsOnce)
+        : session(owner), function(subscribeFunction), handler(std::move(recordHandler)), once(runsOnce) {}
 
     Handle begin(ZephlinkSDK* sdk) override {
       this->unanswered = 1;

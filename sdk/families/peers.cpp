@@ -65,8 +65,8 @@ std::optional<std::string> hostOf(const char* code) {
 }
 
 /// Requests or answers a pairing. Events about the peer that do not end the wait do not cancel the time-out.
-Pair askForPair(const Channel& channel, Request request, const char* uuid, std::uint64_t timeoutMs,
-                Callback<Pair> callback, void* userData) {
+Pair requestPairing(const Channel& channel, Request request, const char* uuid, std::uint64_t timeoutMs,
+                    Callback<Pair> callback, void* userData) {
   return ask(
       channel,
       {.requests = {std::move(request)},
@@ -111,12 +111,12 @@ Connection ZephlinkSDK::reconnectToNetworkShare(const char* uuid, Callback<Conne
 
 // The longer time-out lets the peer's user answer.
 Pair ZephlinkSDK::requestNetworkSharingPair(const char* uuid, Callback<Pair> callback, void* userData) {
-  return askForPair(channel, {"request_networksharing_pair", {{"uuid", uuid}}}, uuid, 70000, callback, userData);
+  return requestPairing(channel, {"request_networksharing_pair", {{"uuid", uuid}}}, uuid, 70000, callback, userData);
 }
 
 Pair ZephlinkSDK::allowNetworkSharingPair(const char* uuid, bool allow, Callback<Pair> callback, void* userData) {
-  return askForPair(channel, {"allow_networksharing_pair", {{"uuid", uuid}, {"allow", allow}}}, uuid,
-                    WebsocketImpl::kDefaultTimeoutMs, callback, userData);
+  return requestPairing(channel, {"allow_networksharing_pair", {{"uuid", uuid}, {"allow", allow}}}, uuid,
+                        WebsocketImpl::kDefaultTimeoutMs, callback, userData);
 }
 
 // A change of any peer's pairing ends the call.

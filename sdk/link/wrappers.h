@@ -21,7 +21,7 @@ namespace zephlinksdk {
 
 /// The result record of a call while an entry can still write to it. `head` refers to the record's head.
 struct lockedHead {
-  explicit lockedHead(ZephlinkSDK_Result& ofRecord) : head(ofRecord) {}
+  explicit lockedHead(ZephlinkSDK_Result& recordHead) : head(recordHead) {}
   lockedHead(const lockedHead&) = delete;
   lockedHead& operator=(const lockedHead&) = delete;
 

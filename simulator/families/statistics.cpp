@@ -56,10 +56,10 @@ class Statistics {
 
   void subscribe(const Json::Value& members) {
     if (!requiredBool(members, "enable")) {
-      subscriptions.erase(daemon.asker());
+      subscriptions.erase(daemon.requester());
       return;
     }
-    Subscription& subscription = subscriptions[daemon.asker()];
+    Subscription& subscription = subscriptions[daemon.requester()];
     subscription.renewed = Clock::now();
     if (members.isMember("periods")) {
       subscription.periods.clear();
@@ -79,7 +79,7 @@ class Statistics {
 
   void reportSessions(const Json::Value&) {
     Json::Value periods(Json::objectValue);
-    const auto found = subscriptions.find(daemon.asker());
+    const auto found = subscriptions.find(daemon.requester());
     for (const std::uint32_t hours : found != subscriptions.end() ? found->second.periods : Subscription().periods) {
       periods[std::to_string(hours)] = describePeriod(hours);
     }

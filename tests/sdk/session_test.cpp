@@ -45,14 +45,14 @@ Answers script(int state = 2) {
 
 /// A session with a controlled clock, subscribed to the state and the adapters, and the data that its handlers
 /// received.
-struct Kept {
+struct ObservedSession {
   Watched<Statuses> statuses;
   Watched<std::vector<std::uint32_t>> states;
   Watched<std::size_t> adapters;
   std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
   std::optional<Session> session;
 
-  explicit Kept(std::uint16_t port, SessionOptions options = {}) {
+  explicit ObservedSession(std::uint16_t port, SessionOptions options = {}) {
     options.clock = clock;
     session.emplace(
         configFor(port),
@@ -96,113 +96,113 @@ std::ptrdiff_t entriesOf(const char* folder) {
 
 TEST(Session, RepeatsAllRequestsWhenReportsCease) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port());
-  ASSERT_TRUE(kept.waitForRest());
+  ObservedSession observed(daemon.port());
+  ASSERT_TRUE(observed.waitForRest());
   for (const std::string& request : {kAskState, kAskAdapters, kAskStats}) {
     EXPECT_TRUE(daemon.waitForRequest(request)) << request;
   }
   const auto before = timesAsked(daemon, kAskVersion);
-  kept.clock->advance(1500ms);
+  observed.clock->advance(1500ms);
   ASSERT_TRUE(daemon.waitForRequest(kAskVersion, before + 1));
-  ASSERT_TRUE(kept.waitForRest());
+  ASSERT_TRUE(observed.waitForRest());
   EXPECT_EQ(timesAsked(daemon, kAskAdapters), 1);
-  EXPECT_EQ(kept.statuses.get(), Statuses{Live});
+  EXPECT_EQ(observed.statuses.get(), Statuses{Live});
 }
 
 TEST(Session, RepeatsAllRequestsInAPeriodAndDeliversOnce) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port(), {.probeAfter = 60s, .quietAfter = 90s});
+  ObservedSession observed(daemon.port(), {.probeAfter = 60s, .quietAfter = 90s});
   Watched<int> versions;
-  kept.session->poll(&ZephlinkSDK_getVersion,
-                     [&](const ZephlinkSDK_VersionResult&) { versions.change([](int& count) { ++count; }); });
+  observed.session->poll(&ZephlinkSDK_getVersion,
+                         [&](const ZephlinkSDK_VersionResult&) { versions.change([](int& count) { ++count; }); });
   for (const int times : {1, 2, 3}) {
-    ASSERT_TRUE(kept.waitFor(Live));
-    ASSERT_TRUE(kept.waitForStates(static_cast<std::size_t>(times)));
+    ASSERT_TRUE(observed.waitFor(Live));
+    ASSERT_TRUE(observed.waitForStates(static_cast<std::size_t>(times)));
     for (const std::string& request : {kAskState, kAskAdapters, kAskStats}) {
       ASSERT_TRUE(daemon.waitForRequest(request, times)) << request;
     }
     ASSERT_TRUE(versions.waitUntil([times](int count) { return count >= times; }));
-    ASSERT_TRUE(kept.clock->waitForSleep(30s));
-    if (times < 3) kept.clock->advance(30s);
+    ASSERT_TRUE(observed.clock->waitForSleep(30s));
+    if (times < 3) observed.clock->advance(30s);
   }
   EXPECT_EQ(timesAsked(daemon, kAskState), 3);
-  EXPECT_EQ(kept.states.get().size(), 3U);
+  EXPECT_EQ(observed.states.get().size(), 3U);
   EXPECT_GE(timesAsked(daemon, kAskVersion), 3);
-  kept.session.reset();
+  observed.session.reset();
 }
 
 TEST(Session, ResubscribesAfterADaemonIsKilledAndRestarted) {
   std::optional<ScriptedDaemon> daemon(std::in_place, script());
   const std::uint16_t port = daemon->port();
-  Kept kept(port);
-  ASSERT_TRUE(kept.waitForRest());
+  ObservedSession observed(port);
+  ASSERT_TRUE(observed.waitForRest());
   daemon.reset();
-  kept.clock->advance(3s);
-  ASSERT_TRUE(kept.waitFor(Quiet));
+  observed.clock->advance(3s);
+  ASSERT_TRUE(observed.waitFor(Quiet));
   daemon.emplace(script(6), port);
-  ASSERT_TRUE(kept.waitForRest(2));
+  ASSERT_TRUE(observed.waitForRest(2));
   for (const std::string& request : {kAskState, kAskAdapters, kAskStats}) {
     EXPECT_TRUE(daemon->waitForRequest(request)) << request;
   }
-  EXPECT_EQ(kept.states.get().back(), 6U);
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
+  EXPECT_EQ(observed.states.get().back(), 6U);
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Live, Quiet, Live}));
 }
 
 TEST(Session, ResubscribesAfterAnUndetectedRestart) {
   std::optional<ScriptedDaemon> daemon(std::in_place, script());
   const std::uint16_t port = daemon->port();
-  Kept kept(port);
-  ASSERT_TRUE(kept.waitForStates(1));
-  ASSERT_TRUE(kept.waitForRest());
+  ObservedSession observed(port);
+  ASSERT_TRUE(observed.waitForStates(1));
+  ASSERT_TRUE(observed.waitForRest());
   daemon->send(stateReport(6));  // unsolicited reports must continue
-  ASSERT_TRUE(kept.waitForStates(2));
+  ASSERT_TRUE(observed.waitForStates(2));
   daemon.reset();
   daemon.emplace(script(3), port);
   ASSERT_TRUE(daemon->waitForConnections(1));
-  kept.clock->advance(2500ms);
+  observed.clock->advance(2500ms);
   ASSERT_TRUE(daemon->waitForRequest(kAskAdapters));
   ASSERT_TRUE(daemon->waitForRequest(kAskStats));
-  ASSERT_TRUE(kept.waitForStates(3));
-  EXPECT_EQ(kept.states.get().back(), 3U);
-  EXPECT_EQ(kept.statuses.get(), Statuses{Live});
+  ASSERT_TRUE(observed.waitForStates(3));
+  EXPECT_EQ(observed.states.get().back(), 3U);
+  EXPECT_EQ(observed.statuses.get(), Statuses{Live});
 }
 
 TEST(Session, ReconnectsAfterACloseFrame) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port());
-  ASSERT_TRUE(kept.waitForRest());
+  ObservedSession observed(daemon.port());
+  ASSERT_TRUE(observed.waitForRest());
   daemon.socket().close(1);
-  kept.clock->advance(3s);
+  observed.clock->advance(3s);
   ASSERT_TRUE(daemon.waitForConnections(2));
-  ASSERT_TRUE(kept.waitForRest(2));
+  ASSERT_TRUE(observed.waitForRest(2));
   EXPECT_TRUE(daemon.waitForRequest(kAskAdapters, 2));
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Live, Quiet, Live}));
 }
 
 TEST(Session, BacksOffFromADaemonThatEndsEveryConnection) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port(), {.quietAfter = 4s});
+  ObservedSession observed(daemon.port(), {.quietAfter = 4s});
   auto endAgain = [&, connection = zephsim::Connection{0}]() mutable {
-    ASSERT_TRUE(kept.waitForRest(++connection));
+    ASSERT_TRUE(observed.waitForRest(++connection));
     daemon.socket().close(connection);
-    kept.clock->advance(4s);
+    observed.clock->advance(4s);
   };
   endAgain();  // no pause after the first
   for (const auto pause : {1s, 2s, 4s, 8s, 16s, 32s, 60s, 60s}) {
     endAgain();
-    ASSERT_TRUE(kept.clock->waitForSleep(pause)) << pause.count();
-    EXPECT_EQ(kept.session->status(), Quiet);
-    kept.clock->advance(pause);
+    ASSERT_TRUE(observed.clock->waitForSleep(pause)) << pause.count();
+    EXPECT_EQ(observed.session->status(), Quiet);
+    observed.clock->advance(pause);
   }
   // A minute of life resets the pause.
-  ASSERT_TRUE(kept.waitForRest(10));
+  ASSERT_TRUE(observed.waitForRest(10));
   for (int i = 0; i < 45; ++i) {
-    kept.clock->advance(1500ms);
-    ASSERT_TRUE(kept.clock->waitForSleep(1500ms));
+    observed.clock->advance(1500ms);
+    ASSERT_TRUE(observed.clock->waitForSleep(1500ms));
   }
   endAgain();
   ASSERT_TRUE(daemon.waitForConnections(11));
-  EXPECT_TRUE(kept.waitForRest(11));
+  EXPECT_TRUE(observed.waitForRest(11));
 }
 
 TEST(Session, KeepsNoQueueForAnUnreachableDaemon) {
@@ -211,15 +211,15 @@ TEST(Session, KeepsNoQueueForAnUnreachableDaemon) {
   std::promise<void> paused;
   daemon.socket().post([&paused] { paused.set_value(); });
   paused.get_future().wait();
-  Kept kept(daemon.port());
-  kept.session->call([](zephlinksdk::ZephlinkSDK* sdk) {
+  ObservedSession observed(daemon.port());
+  observed.session->call([](zephlinksdk::ZephlinkSDK* sdk) {
     return ZephlinkSDK_logout(
         sdk, [](auto, void*) { return false; }, nullptr);
   });
-  ASSERT_TRUE(kept.waitFor(Unreachable));
+  ASSERT_TRUE(observed.waitFor(Unreachable));
   daemon.socket().resumeAccepting();
-  ASSERT_TRUE(kept.waitForRest());
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
+  ASSERT_TRUE(observed.waitForRest());
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Unreachable, Live}));
   EXPECT_THAT(daemon.received(), testing::Not(testing::Contains(testing::HasSubstr("logout"))));
   EXPECT_EQ(timesAsked(daemon, kAskAdapters), 1);
 }
@@ -227,18 +227,18 @@ TEST(Session, KeepsNoQueueForAnUnreachableDaemon) {
 TEST(Session, ReconnectsAMinuteAfterAMuteDaemon) {
   std::optional<ScriptedDaemon> daemon(std::in_place, Answers{});
   const std::uint16_t port = daemon->port();
-  Kept kept(port, {.leastPause = 60s});
-  ASSERT_TRUE(kept.waitFor(Mute));
-  ASSERT_TRUE(kept.clock->waitForSleep(60s));
+  ObservedSession observed(port, {.leastPause = 60s});
+  ASSERT_TRUE(observed.waitFor(Mute));
+  ASSERT_TRUE(observed.clock->waitForSleep(60s));
   daemon.reset();
   daemon.emplace(script(), port);
-  kept.clock->advance(59s);
-  ASSERT_TRUE(kept.clock->waitForSleep(1s));
-  EXPECT_EQ(kept.session->call(&ZephlinkSDK_getState).errorCode, ZephlinkSDK_Error_NotConnected);
+  observed.clock->advance(59s);
+  ASSERT_TRUE(observed.clock->waitForSleep(1s));
+  EXPECT_EQ(observed.session->call(&ZephlinkSDK_getState).errorCode, ZephlinkSDK_Error_NotConnected);
   EXPECT_TRUE(daemon->received().empty());
-  kept.clock->advance(1s);
-  ASSERT_TRUE(kept.waitFor(Live));
-  EXPECT_EQ(kept.session->call(&ZephlinkSDK_getState).state, 2U);
+  observed.clock->advance(1s);
+  ASSERT_TRUE(observed.waitFor(Live));
+  EXPECT_EQ(observed.session->call(&ZephlinkSDK_getState).state, 2U);
 }
 
 /// Answers each connection with a text and closes it.
@@ -274,49 +274,49 @@ class RefusingServer {
 TEST(Session, SurvivesADaemonThatRefusesTheUpgrade) {
   std::optional<RefusingServer> refusing(std::in_place);
   const std::uint16_t port = refusing->port();
-  Kept kept(port);
-  ASSERT_TRUE(kept.waitFor(Unreachable));
+  ObservedSession observed(port);
+  ASSERT_TRUE(observed.waitFor(Unreachable));
   refusing.reset();
   const ScriptedDaemon daemon(script(), port);
-  ASSERT_TRUE(kept.waitForRest());
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
+  ASSERT_TRUE(observed.waitForRest());
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Unreachable, Live}));
 }
 
 TEST(Session, SurvivesADaemonThatHangs) {
   std::optional<SilentPeer> hanging(std::in_place);
   const std::uint16_t port = hanging->port();
-  Kept kept(port);
-  ASSERT_TRUE(kept.waitFor(Unreachable));
+  ObservedSession observed(port);
+  ASSERT_TRUE(observed.waitFor(Unreachable));
   hanging.reset();
   const ScriptedDaemon daemon(script(), port);
-  ASSERT_TRUE(kept.waitForRest());
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
+  ASSERT_TRUE(observed.waitForRest());
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Unreachable, Live}));
 }
 
 TEST(Session, EndsAtOnceWhileTheDaemonHangs) {
   const SilentPeer hanging;
   for (int i = 0; i < 5; ++i) {
-    Kept kept(hanging.port());
+    ObservedSession observed(hanging.port());
     const auto begun = std::chrono::steady_clock::now();
-    kept.session.reset();
+    observed.session.reset();
     EXPECT_LT(std::chrono::steady_clock::now() - begun, 1s);
   }
 }
 
 TEST(Session, ACallOutlivesTheObjectThatItUses) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port());
-  ASSERT_TRUE(kept.waitForRest());
+  ObservedSession observed(daemon.port());
+  ASSERT_TRUE(observed.waitForRest());
   // A request that the session itself never sends: once it has arrived, the call uses the first object.
-  auto settings = std::async(std::launch::async, [&] { return kept.session->call(&ZephlinkSDK_getSettings); });
+  auto settings = std::async(std::launch::async, [&] { return observed.session->call(&ZephlinkSDK_getSettings); });
   ASSERT_TRUE(daemon.waitForRequest(R"(["request_connection_settings",null,"zephlink_sdk"])"));
   daemon.socket().close(1);
-  kept.clock->advance(3s);
+  observed.clock->advance(3s);
   ASSERT_TRUE(daemon.waitForConnections(2));
-  ASSERT_TRUE(kept.waitForRest(2));
+  ASSERT_TRUE(observed.waitForRest(2));
   EXPECT_EQ(settings.wait_for(0s), std::future_status::timeout);
   EXPECT_EQ(settings.get().errorCode, ZephlinkSDK_Error_Timeout);
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Live, Quiet, Live}));
 }
 
 TEST(Session, AcceptsCallsAtOnce) {
@@ -330,26 +330,26 @@ TEST(Session, AcceptsCallsAtOnce) {
 
 TEST(Session, EndsSubscriptions) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port());
-  ASSERT_TRUE(kept.waitForRest());
+  ObservedSession observed(daemon.port());
+  ASSERT_TRUE(observed.waitForRest());
   Watched<int> once;
   std::promise<Session::SubscriptionId> id;
   auto known = id.get_future().share();
-  id.set_value(kept.session->subscribe(&ZephlinkSDK_getState, [&, known](const ZephlinkSDK_StateResult&) {
-    kept.session->unsubscribe(known.get());
+  id.set_value(observed.session->subscribe(&ZephlinkSDK_getState, [&, known](const ZephlinkSDK_StateResult&) {
+    observed.session->unsubscribe(known.get());
     once.change([](int& count) { ++count; });
   }));
   ASSERT_TRUE(once.waitUntil([](int count) { return count == 1; }));
   std::atomic<int> never{0};
   const auto other =
-      kept.session->subscribe(&ZephlinkSDK_getState, [&never](const ZephlinkSDK_StateResult&) { ++never; });
-  kept.session->unsubscribe(other);
-  kept.session->unsubscribe(other);
+      observed.session->subscribe(&ZephlinkSDK_getState, [&never](const ZephlinkSDK_StateResult&) { ++never; });
+  observed.session->unsubscribe(other);
+  observed.session->unsubscribe(other);
   const int before = never;
-  const std::size_t states = kept.states.get().size();
+  const std::size_t states = observed.states.get().size();
   daemon.send(stateReport(3));
-  ASSERT_TRUE(kept.waitForStates(states + 1));
-  kept.session.reset();
+  ASSERT_TRUE(observed.waitForStates(states + 1));
+  observed.session.reset();
   EXPECT_EQ(once.get(), 1);
   EXPECT_EQ(never, before);
 }
@@ -357,14 +357,14 @@ TEST(Session, EndsSubscriptions) {
 TEST(Session, ForwardsFailuresOfTheDaemon) {
   ScriptedDaemon daemon({{"request_current_state", {stateReport(2)}},
                          {"request_session_stats", {event("report_session_stats", R"({"no number":{}})")}}});
-  Kept kept(daemon.port());
+  ObservedSession observed(daemon.port());
   Collector<ZephlinkSDK_SessionStatsResult> got;
-  kept.session->subscribe(&ZephlinkSDK_getSessionStats, [&got](const ZephlinkSDK_SessionStatsResult& record) {
+  observed.session->subscribe(&ZephlinkSDK_getSessionStats, [&got](const ZephlinkSDK_SessionStatsResult& record) {
     Collector<ZephlinkSDK_SessionStatsResult>::collect(record, &got);
   });
   ASSERT_TRUE(got.waitFor(1));
   EXPECT_TRUE(got.all()[0].hasError);
-  kept.session.reset();
+  observed.session.reset();
 }
 
 int rounds(int otherwise) {
@@ -374,20 +374,20 @@ int rounds(int otherwise) {
 
 TEST(Session, LeaksNothingOverManyRestarts) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port(), {.leastPause = 0ms, .mostPause = 0ms});
+  ObservedSession observed(daemon.port(), {.leastPause = 0ms, .mostPause = 0ms});
   std::ptrdiff_t descriptors = 0;
   std::ptrdiff_t threads = 0;
   const int wanted = rounds(1000);
   for (int n = 1; n <= wanted; ++n) {
     ASSERT_TRUE(daemon.waitForConnections(static_cast<std::size_t>(n)));
-    ASSERT_TRUE(kept.waitForRest(static_cast<std::size_t>(n)));
+    ASSERT_TRUE(observed.waitForRest(static_cast<std::size_t>(n)));
     if (n == 3) descriptors = entriesOf("/proc/self/fd");
     if (n == 3) threads = entriesOf("/proc/self/task");
     if (n == wanted) break;
     daemon.socket().close(static_cast<zephsim::Connection>(n));
-    kept.clock->advance(3s);
-    ASSERT_TRUE(
-        kept.statuses.waitUntil([n](const Statuses& all) { return all.size() >= 2 * static_cast<std::size_t>(n); }));
+    observed.clock->advance(3s);
+    ASSERT_TRUE(observed.statuses.waitUntil(
+        [n](const Statuses& all) { return all.size() >= 2 * static_cast<std::size_t>(n); }));
   }
   // The server may not have detected the end of the last connections yet.
   EXPECT_LE(entriesOf("/proc/self/fd"), descriptors + 10);

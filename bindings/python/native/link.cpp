@@ -13,8 +13,7 @@ namespace {
 
 /// An object of a session, which the session keeps until this lease ends.
 struct LeasedObject {
-  explicit LeasedObject(std::shared_ptr<zephlinksdk::Session> ofSession)
-      : session(std::move(ofSession)), lease(*session) {}
+  explicit LeasedObject(std::shared_ptr<zephlinksdk::Session> owner) : session(std::move(owner)), lease(*session) {}
 
   std::shared_ptr<zephlinksdk::Session> session;
   zephlinksdk::Session::Lease lease;
@@ -182,13 +181,13 @@ const char* zephlink_status_text(int status) {
 }
 
 int zephlink_subscribe_status(zephlink_box* box) {
-  if (const auto status = zephlink::hindrance(box)) return *status;
+  if (const auto status = zephlink::startError(box)) return *status;
   box->link->watch(box);
   return ZEPHLINK_STARTED;
 }
 
 int zephlink_session_stats(zephlink_box* box, bool enable, uint8_t count, const uint32_t* hours) {
-  if (const auto status = zephlink::hindrance(box)) return *status;
+  if (const auto status = zephlink::startError(box)) return *status;
   try {
     const auto session = box->link->session();
     if (session && enable) session->subscribeStats({hours, hours + count});

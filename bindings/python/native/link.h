@@ -123,7 +123,7 @@ Record notConnected() {
 }
 
 /// Returns the status that prevents a call; nothing if the call can be made.
-inline std::optional<int> hindrance(zephlink_box* box) {
+inline std::optional<int> startError(zephlink_box* box) {
   if (box->link->forked()) return ZEPHLINK_FORKED;
   if (!box->link->closed()) return std::nullopt;
   box->close();
@@ -133,7 +133,7 @@ inline std::optional<int> hindrance(zephlink_box* box) {
 /// Runs `starter`, which calls a function of the library with a callback, and associates the call with the box.
 template <class Record, class Starter>
 int start(zephlink_box* box, const Starter& starter) noexcept {
-  if (const auto status = hindrance(box)) return *status;
+  if (const auto status = startError(box)) return *status;
   const Object sdk = box->link->object();
   const Record begun = sdk ? starter(sdk.get(), onRecord<Record>, box) : notConnected<Record>();
   if (begun.hasError) {
@@ -147,7 +147,7 @@ int start(zephlink_box* box, const Starter& starter) noexcept {
 /// Like `start`, for a function without a callback: its record is the answer.
 template <class Record, class Function>
 int ask(zephlink_box* box, const Function& function) noexcept {
-  if (const auto status = hindrance(box)) return *status;
+  if (const auto status = startError(box)) return *status;
   const Object sdk = box->link->object();
   const Record record = sdk ? function(sdk.get()) : notConnected<Record>();
   box->records.put(&record, sizeof record);
@@ -157,7 +157,7 @@ int ask(zephlink_box* box, const Function& function) noexcept {
 /// Subscribes. With a session, the subscription survives its objects.
 template <class Record>
 int subscribe(zephlink_box* box, Record (*function)(ZephlinkSDK*, zephlinksdk::Callback<Record>, void*)) noexcept {
-  if (const auto status = hindrance(box)) return *status;
+  if (const auto status = startError(box)) return *status;
   const auto session = box->link->session();
   if (!session) return start<Record>(box, function);
   try {
