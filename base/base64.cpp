@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr std::size_t kGroup = 4;
 
-/// How many of a group's characters stand for something: 2 to 4, the rest being padding; 0 for a broken group.
+/// Returns how many characters of a group of four are not padding, 2 to 4; 0 for an invalid group.
 std::size_t length(std::string_view group) {
   const std::size_t count = std::min(group.find('='), group.size());
   const bool padded = group.find_first_not_of('=', count) == std::string_view::npos;

@@ -6,8 +6,8 @@
 
 namespace zephlinksdk {
 
-/// The bytes that `text` stands for, up to the first group of four characters that is not whole and clean: padding is
-/// required and ends the text, white space is no character.
+/// Decodes `text` up to the first incomplete or invalid group of four characters. Padding is required and ends the
+/// text; white space is invalid.
 std::string decodeBase64(std::string_view text);
 
 }  // namespace zephlinksdk

@@ -13,7 +13,7 @@ namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-// Each returns the offset after what begins at `at`, or the end of the text if that is unfinished.
+// Each returns the offset after the token that starts at `at`, or the end of the text if the token is incomplete.
 
 std::size_t digitsEnd(std::string_view json, std::size_t at) {
   while (at < json.size() && isDigit(json[at])) ++at;
@@ -46,7 +46,8 @@ std::size_t exponentEnd(std::string_view json, std::size_t at) {
   return digitsEnd(json, at);
 }
 
-/// Reads a number that from_chars finds out of range: one that is too small is rounded, one that is too large refused.
+/// Reads a number that from_chars reports as out of range: rounds a number that is too small, returns false for one
+/// that is too large.
 bool readRounded(const std::string& text, double& value) {
   std::istringstream stream(text);
   stream.imbue(std::locale::classic());
@@ -73,8 +74,8 @@ JsonReals::JsonReals(std::string_view json) : original(json) {
   }
 }
 
-/// Leaves to the parser what is no number, is too large, or is followed by what would make a longer number of an
-/// integer: it refuses each.
+/// Skips text that is not a number, numbers that are too large, and numbers followed by characters that would extend
+/// the integer 0 to a longer number: the parser rejects all of these.
 void JsonReals::addReal(std::size_t begin, std::size_t end) {
   const std::size_t digits = original[begin] == '-' || original[begin] == '+' ? begin + 1 : begin;
   const char* first = original.data() + (original[begin] == '+' ? digits : begin);

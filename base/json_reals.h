@@ -1,4 +1,4 @@
-// Real numbers in JSON texts: read and written as in the C locale, whatever locales the process has set.
+// Reads and writes real numbers in JSON texts as in the C locale, whatever the process's locale.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace zephlinksdk {
 
-/// The numbers of a JSON text that have a fraction or an exponent, for a parser that reads reals by the global locale:
-/// it parses text(), where each of them is an integer 0 of the same length, and at() has the values.
+/// The numbers with a fraction or an exponent in a JSON text, for a parser that reads reals by the global locale. The
+/// parser gets text(), in which each of them is replaced by an integer 0 of the same length; at() returns the values.
 class JsonReals {
  public:
   /// REQUIRES: `json` outlives this object. It need not be well-formed.
@@ -17,10 +17,10 @@ class JsonReals {
 
   bool empty() const { return reals.empty(); }
 
-  /// Returns the text to parse. Up to the first error in it, all else has its place and form.
+  /// Returns the text to parse. Up to the first error in the text, everything else is unchanged and keeps its offset.
   std::string_view text() const { return empty() ? original : zeroed; }
 
-  /// Returns the real that begins at this offset of the text; null if there is none.
+  /// Returns the real that starts at this offset of the text, or null.
   const double* at(std::ptrdiff_t offset) const;
 
  private:
@@ -33,11 +33,11 @@ class JsonReals {
 
   std::string_view original;
   std::string zeroed;
-  std::vector<Real> reals;  // in the order of their offsets
+  std::vector<Real> reals;  // ordered by offset
 };
 
-/// Returns the number as JSON with 17 significant digits, always with a point or an exponent. Numbers that JSON lacks
-/// are `null` and `1e+9999`, with a sign if negative.
+/// Returns the number as JSON with 17 significant digits, always with a point or an exponent. NaN is written as `null`,
+/// infinity as `1e+9999` with its sign.
 std::string realText(double real);
 
 }  // namespace zephlinksdk

@@ -1,4 +1,4 @@
-// Numbers that stand in texts.
+// Reads numbers at the start of texts.
 #pragma once
 
 #include <algorithm>
@@ -8,8 +8,8 @@
 
 namespace zephlinksdk {
 
-/// Takes a decimal integer, blanks and a sign before it allowed, off the front of `text`. What is out of range becomes
-/// the nearest number. Without a digit false, and nothing changes.
+/// Reads a decimal integer at the start of `text`, after optional blanks and a sign, and advances `text` past it.
+/// Clamps numbers out of range. Returns false and changes nothing if there is no digit.
 inline bool takeInteger(const char*& text, std::int32_t& value) {
   using Limits = std::numeric_limits<std::int32_t>;
   char* end = nullptr;
@@ -20,7 +20,7 @@ inline bool takeInteger(const char*& text, std::int32_t& value) {
   return true;
 }
 
-/// The integer at the front of `text`, 0 without one.
+/// Returns the integer at the start of `text`, or 0.
 inline std::int32_t leadingInteger(const char* text) {
   std::int32_t value = 0;
   takeInteger(text, value);

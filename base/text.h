@@ -11,9 +11,9 @@
 
 namespace zephlinksdk {
 
-/// Copies `from` up to its first NUL, cut to at most `size` - 1 bytes without dividing a UTF-8 character. Fills the
-/// rest of the array with zeros: the result is terminated, and nothing of an earlier text remains. Does nothing for a
-/// null array or a size of 0.
+/// Copies `from` up to its first NUL, cut to at most `size` - 1 bytes without splitting a UTF-8 character. Fills the
+/// rest of the array with zeros, so that the result is terminated and no previous text remains. Does nothing for a null
+/// array or a size of 0.
 inline void copyText(char* to, std::size_t size, std::string_view from) {
   if (to == nullptr || size == 0) return;
   const std::size_t length = utf8CutLength(from.substr(0, from.find('\0')), size - 1);
@@ -26,7 +26,7 @@ void copyText(char (&to)[N], std::string_view from) {
   copyText(to, N, from);
 }
 
-/// Returns what a caller's array has up to its first NUL; it need not be terminated.
+/// Returns the text in an array up to its first NUL. The array need not be terminated.
 template <std::size_t N>
 std::string textOf(const char (&text)[N]) {
   return {text, std::find(text, text + N, '\0')};

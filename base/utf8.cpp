@@ -12,7 +12,7 @@ unsigned byteAt(std::string_view text, std::size_t i) { return static_cast<unsig
 
 bool isContinuation(unsigned byte) { return (byte & 0xC0) == 0x80; }
 
-/// Returns the number of ASCII bytes at the front of `text`, or less: only whole words of eight bytes count.
+/// Returns a lower bound of the number of ASCII bytes at the start of `text`, counted in whole words of eight bytes.
 std::size_t asciiWords(std::string_view text) {
   constexpr std::uint64_t highBits = 0x8080808080808080;
   std::size_t length = 0;

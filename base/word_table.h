@@ -1,4 +1,4 @@
-// A table of values and the words (or numbers) that stand for them outside: constant data that reads both ways.
+// A constant table that maps values to words (or numbers) and back.
 #pragma once
 
 #include <array>
@@ -9,14 +9,14 @@
 
 namespace zephlinksdk {
 
-/// One row: a value of ours and what stands for it outside.
+/// One row: a value and its external form.
 template <typename Value, typename Outside>
 struct WordRow {
   Value value;
   Outside outside;
 };
 
-/// All rows, and what stands for a value that has none.
+/// All rows, and the external form of values without a row.
 template <typename Value, typename Outside, std::size_t N>
 struct WordTable {
   using Key = std::conditional_t<std::is_arithmetic_v<Outside>, Outside, std::string_view>;
@@ -24,7 +24,7 @@ struct WordTable {
   std::array<WordRow<Value, Outside>, N> rows;
   Outside otherwise;
 
-  /// What stands for `value`.
+  /// Returns the external form of `value`.
   constexpr Outside text(Value value) const {
     for (const auto& row : rows) {
       if (row.value == value) return row.outside;
@@ -32,8 +32,8 @@ struct WordTable {
     return otherwise;
   }
 
-  /// The value that `key` stands for; words compare whole and case-sensitively. Only rows are found, never
-  /// `otherwise`: what an unknown key means is the caller's to say.
+  /// Returns the value with the external form `key`; words compare whole and case-sensitively. Finds rows only, never
+  /// `otherwise`: the caller handles unknown keys.
   constexpr std::optional<Value> find(Key key) const {
     for (const auto& row : rows) {
       if (key == row.outside) return row.value;

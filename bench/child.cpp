@@ -19,7 +19,7 @@ double seconds(const timeval& time) {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
 }
 
-/// Starts the program with a pipe on its standard output, whose reading end is returned.
+/// Starts the program with a pipe as its standard output. Returns the pipe's read end.
 int start(const std::vector<std::string>& words, const std::string& inputFile, pid_t& process) {
   std::vector<char*> arguments;
   arguments.reserve(words.size() + 1);

@@ -1,4 +1,4 @@
-// A program run to its end, and what it cost.
+// Runs a program to its end and measures its cost.
 #pragma once
 
 #include <string>
@@ -10,17 +10,17 @@ struct Cost {
   double wallSeconds = 0;
   double cpuSeconds = 0;
   std::size_t outputBytes = 0;
-  std::string firstOutput;  ///< what the first read brought
+  std::string firstOutput;  ///< the data of the first read
 };
 
-/// Runs `words[0]` with its output read and counted, and its input from `inputFile` (empty: none). Ends it by SIGTERM
-/// once the output holds `enough` bytes (0: it ends by itself).
+/// Runs `words[0]`, reads and counts its output, and takes its input from `inputFile` (empty: none). Sends SIGTERM once
+/// the output contains `enough` bytes (0: waits for its end).
 Cost runChild(const std::vector<std::string>& words, const std::string& inputFile = {}, std::size_t enough = 0);
 
-/// Peak memory of a program that succeeds.
+/// Returns the peak memory of a program that succeeds.
 double peakMegabytes(std::vector<std::string> words);
 
-/// A simulator on a free port, for as long as the object lives.
+/// Runs a simulator on a free port during the object's lifetime.
 class Simulator {
  public:
   Simulator();

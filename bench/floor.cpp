@@ -1,5 +1,5 @@
-// The smallest program that asks the daemon what `zephctl state` asks: connect, upgrade, the same texts, the same
-// report, with plain system calls. What it takes is what the network and a process cost.
+// The smallest program with the requests of `zephctl state`: it connects, upgrades, sends the same texts and reads the
+// same report with plain system calls. Its cost is the cost of the network and a process.
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -21,7 +21,7 @@ constexpr const char* kTexts[] = {
     "[\"request_current_state\",null,\"zephlink_sdk\"]\n",
 };
 
-/// Appends a masked text frame of less than 126 bytes; the key is zero, so that the payload stands as it is.
+/// Appends a masked text frame of less than 126 bytes. The key is zero, which leaves the payload unchanged.
 std::size_t appendFrame(char* buffer, std::size_t at, const char* text) {
   const std::size_t size = std::strlen(text);
   buffer[at] = static_cast<char>(0x81);
@@ -31,7 +31,7 @@ std::size_t appendFrame(char* buffer, std::size_t at, const char* text) {
   return at + 6 + size;
 }
 
-/// Reads until the buffer holds `end`; false when the stream ends before.
+/// Reads until the buffer contains `end`. Returns false if the stream ends before.
 bool readUntil(int socket, char* buffer, std::size_t capacity, const char* end) {
   std::size_t size = 0;
   do {

@@ -1,4 +1,4 @@
-// Parses each line of standard input and writes the members of the event, as zephctl does, with jsoncpp alone.
+// Parses each line of standard input and writes the members of the event, like zephctl, with jsoncpp alone.
 #include <json/json.h>
 
 #include <cstdio>

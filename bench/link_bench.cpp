@@ -1,4 +1,4 @@
-// The parts of one request's way, by themselves.
+// Benchmarks the stages of one request separately.
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -11,7 +11,7 @@ namespace {
 
 using zephlinksdk::WebSocketClient;
 
-/// Messages of `size` bytes through socket, buffers and frames.
+/// Receives messages of `size` bytes through socket, buffers and frames.
 void ReceiveMessages(benchmark::State& state) {
   constexpr int kBatch = 256;
   const std::string message(static_cast<std::size_t>(state.range(0)), 'm');

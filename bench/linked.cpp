@@ -1,2 +1,2 @@
-// Only links what zephctl links: the memory that zephctl's is held against.
+// Only links zephctl's libraries: the baseline for the memory of zephctl.
 int main() { return 0; }

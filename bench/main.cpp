@@ -1,5 +1,5 @@
-// The microbenchmarks, then the ratios and the scaling: zephctl_bench [--runs=N] [OPTION OF GOOGLE BENCHMARK...].
-// `--benchmark_filter=none` leaves out the microbenchmarks.
+// Runs the microbenchmarks, then the ratios and the scaling: zephctl_bench [--runs=N] [OPTION OF GOOGLE BENCHMARK...].
+// `--benchmark_filter=none` skips the microbenchmarks.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>

@@ -9,7 +9,7 @@ namespace bench {
 
 namespace {
 
-/// The value that this part of all is below.
+/// Returns the value below which this part of all values lies.
 double quantile(std::vector<double> values, double part) {
   std::sort(values.begin(), values.end());
   return values[static_cast<std::size_t>(static_cast<double>(values.size()) * part)];

@@ -1,4 +1,4 @@
-// Measures that are taken in turn, and how they are printed.
+// Takes measurements in turn and prints them.
 #pragma once
 
 #include <functional>
@@ -7,7 +7,7 @@
 
 namespace bench {
 
-/// A measure beside its floor. The medians, and the fastest tenths: what the machine does besides changes these less.
+/// A measurement and its floor: the medians and the fastest tenths. Other load of the machine affects the latter less.
 struct Pair {
   double ours = 0;
   double floor = 0;
@@ -17,17 +17,17 @@ struct Pair {
 
 double median(std::vector<double> values);
 
-/// Both in turn, so that a machine whose speed drifts slows both.
+/// Measures both in turn, so that changes of the machine's speed affect both.
 Pair measureInTurn(int rounds, const std::function<double()>& ours, const std::function<double()>& floor);
 
-/// A line with both medians times `scale`, their ratio, that of the fastest tenths, and what bounds the ratio
-/// (0: nothing).
+/// Prints a line with both medians times `scale`, their ratio, the ratio of the fastest tenths, and the bound of the
+/// ratio (0: none).
 void printRatio(const std::string& measure, const Pair& pair, double scale, const char* unit, double bound);
 
-/// Wall time of one run that succeeds, in seconds.
+/// Returns the wall time of one successful run, in seconds.
 double wall(const std::vector<std::string>& words);
 
-/// A line for one size of something that should be linear: its cost in all and for each unit.
+/// Prints a line for one size of a linear cost: the total cost and the cost per unit.
 void printScale(const std::string& measure, double total, const char* totalUnit, double perUnit, const char* unit);
 
 }  // namespace bench

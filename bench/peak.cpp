@@ -1,5 +1,5 @@
-// Runs a program and prints its peak memory in kilobytes. The system counts what a process held before it became the
-// program, so it is started from one as small as this.
+// Runs a program and prints its peak memory in kilobytes. The system includes the memory of the process before exec, so
+// this program must be small.
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>

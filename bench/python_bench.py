@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What a call and an event cost: the package next to runs of zephctl, in one run, against one zephsim.
+"""Compares the cost of calls and events of the package with runs of zephctl, on the same zephsim.
 
     PYTHONPATH=build/python/site LD_LIBRARY_PATH=build/python/prefix/lib /usr/bin/python3 bench/python_bench.py
 """
@@ -27,7 +27,7 @@ def simulator(build, *options):
 
 
 def cpu():
-    """Seconds of this process and of its children that have ended."""
+    """Returns the CPU seconds of this process and of its finished children."""
     return sum(usage.ru_utime + usage.ru_stime
                for usage in map(resource.getrusage, (resource.RUSAGE_SELF, resource.RUSAGE_CHILDREN)))
 
@@ -73,7 +73,7 @@ def by_client(port, count):
 
 
 def by_zephctl(build, port, count):
-    """Reads what `zephctl stats` prints: an array for each report, followed by an empty line."""
+    """Reads the output of `zephctl stats`: an array for each report, followed by an empty line."""
     process = subprocess.Popen([build / "zephctl", "-p", str(port), "stats"], stdout=subprocess.PIPE, text=True)
     text, seen = [], 0
     for line in process.stdout:
@@ -91,7 +91,7 @@ def by_zephctl(build, port, count):
 
 
 def connect(port):
-    """A tunnel, so that there is something to report."""
+    """Connects the tunnel, so that the daemon has statistics to report."""
     with zephlink.Client(port=port) as client:
         client.login("demo@example.com", "demo")
         client.connect(zephlink.ConnectMethod.CLOSEST)

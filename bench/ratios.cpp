@@ -24,8 +24,8 @@ constexpr int kScriptRounds = 10;
 constexpr int kBurstRounds = 5;
 constexpr std::size_t kMegabyte = 1000000;
 
-/// The program and its floor as an installation leaves them, each written in one piece. What the linker wrote lies in
-/// smaller pieces in the page cache, which costs a start several percent.
+/// Copies of the program and its floor, each written at once as by an installation. The linker's output occupies
+/// smaller pieces of the page cache, which slows each start by several percent.
 class Installed {
  public:
   Installed() : directory(std::filesystem::temp_directory_path() / ("zephctl_bench." + std::to_string(getpid()))) {
@@ -54,7 +54,7 @@ void printWall(const char* measure, const Words& ours, const Words& floor, doubl
   printRatio(measure, pair, 1000, "ms", bound);
 }
 
-/// What a script does instead, over the floor. Not bounded, and left out where it does not run.
+/// Compares an equivalent script with the floor. Has no bound, and is skipped if the script does not run.
 void printScript(const char* measure, const Words& script, const Words& floor) {
   try {
     wall(script);
@@ -96,8 +96,8 @@ std::size_t outputOf(const Installed& installed, const std::string& report, std:
   return runChild({installed.program(), "-p", server.portText(), "stats", "1"}).outputBytes;
 }
 
-/// A burst of about so many bytes; the stream ends by SIGTERM once it has printed all. Then the same lines by jsoncpp
-/// alone: as Debian packages it, which is what another program would use, and as it is in ours.
+/// Sends a burst of about `bytes` bytes; SIGTERM ends the stream once it has printed everything. Then processes the
+/// same lines with jsoncpp alone: with Debian's package, as another program would, and with the copy in zephctl.
 void printBurst(const Installed& installed, std::size_t bytes) {
   const std::string report = connectionReport();
   const std::size_t count = bytes / report.size();

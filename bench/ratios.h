@@ -1,4 +1,4 @@
-// What the design bounds: ratios of zephctl to a floor, measured side by side in one run.
+// The design's bounds: ratios of zephctl to a floor, measured side by side in one run.
 #pragma once
 
 namespace bench {

@@ -49,7 +49,7 @@ void askVersion(ZephlinkSDK* sdk) {
   if (ZephlinkSDK_getVersion(sdk, nullptr, nullptr).head.hasError) throw std::runtime_error("a call failed");
 }
 
-/// One run after the other, in batches whose costs should be the same.
+/// Runs the program repeatedly, in batches whose costs should be equal.
 void printRuns(int runs) {
   const Simulator simulator;
   const std::vector<std::string> state{ZEPHCTL_PATH, "-p", simulator.port(), "state"};
@@ -63,18 +63,19 @@ void printRuns(int runs) {
   }
 }
 
-/// A daemon that sends `before` the version, once there are so many listeners, whose requests it answers together.
+/// A daemon that sends `before` before the version. It answers the requests of all `listeners` at once, when the last
+/// one has arrived.
 RequestServer::OnRequest eventsBeforeVersion(int listeners, std::string before) {
-  auto heard = std::make_shared<int>(0);
-  return [listeners, heard, before = std::move(before)](auto& server, auto to, std::string_view name) {
-    if (name == "request_current_state" && ++*heard == listeners) server.send(to, kState);
+  auto requests = std::make_shared<int>(0);
+  return [listeners, requests, before = std::move(before)](auto& server, auto to, std::string_view name) {
+    if (name == "request_current_state" && ++*requests == listeners) server.send(to, kState);
     if (name != "request_version_data") return;
     server.sendRaw(to, before);
     server.send(to, kVersion);
   };
 }
 
-/// Seconds until the version has come, which the listeners' events or those of nobody precede.
+/// Returns the seconds until the version arrives after `events`, which are for the listeners or for no one.
 double secondsOfEvents(int listeners, const std::string& events) {
   std::atomic<int> calls = 0;
   const RequestServer server(eventsBeforeVersion(listeners, events));
@@ -95,7 +96,7 @@ std::string repeated(const std::string& text, int count) {
 }
 
 void printListeners() {
-  // Nobody waits for statistics of connections.
+  // No call waits for connection statistics.
   const std::string unwanted = repeated(frameOf(connectionReport()), kUnwantedEvents);
   const std::string padded = kState.substr(0, kState.size() - 1) + std::string(100, ' ') + "]";
   for (const int listeners : {10, 100, 1000, 4000}) {

@@ -1,9 +1,9 @@
-// What should be linear, at several sizes: the cost of each unit should stay the same.
+// Measures costs that should be linear, at several sizes: the cost per unit should be constant.
 #pragma once
 
 namespace bench {
 
-/// `runs`: of the program, one after the other.
+/// `runs`: number of consecutive runs of the program.
 void printScaling(int runs);
 
 }  // namespace bench

@@ -1,4 +1,4 @@
-// Scripted daemons in this process.
+// Scripted daemons within this process.
 #pragma once
 
 #include <functional>
@@ -9,16 +9,16 @@
 
 namespace bench {
 
-/// One report as the daemon's statistics look, about 2.2 KB.
+/// Returns a report like the daemon's statistics, about 2.2 KB.
 std::string connectionReport();
 
-/// A directory of so many servers.
+/// Returns a directory of `servers` servers.
 std::string directoryReport(int servers);
 
-/// `text` as a frame of a server. REQUIRES: 126 to 65,535 bytes.
+/// Returns `text` as a frame from a server. REQUIRES: 126 to 65,535 bytes.
 std::string frameOf(const std::string& text);
 
-/// A server that calls `onRequest` with each request's name, on its own thread.
+/// A server that calls `onRequest` with the name of each request, on its own thread.
 class RequestServer {
  public:
   using OnRequest = std::function<void(zephsim::WsServer&, zephsim::Connection, std::string_view name)>;
@@ -33,10 +33,10 @@ class RequestServer {
   zephsim::WsServer server;
 };
 
-/// Answers what `state` and `show servers` ask, with a directory of so many servers.
+/// Answers the requests of `state` and `show servers`, with a directory of `servers` servers.
 RequestServer::OnRequest stateAndDirectory(int servers);
 
-/// Answers what `stats` asks, the connections by `count` reports in one burst.
+/// Answers the requests of `stats`; answers the one for connections with `count` reports in one burst.
 RequestServer::OnRequest burst(const std::string& report, std::size_t count);
 
 }  // namespace bench

@@ -14,7 +14,7 @@ zephlinksdk::ZephlinkSDK* g_sdk = nullptr;
 
 namespace {
 
-int help(Words, const char*) {
+int help(Arguments, const char*) {
   printUsage(stdout);
   return kSuccess;
 }
@@ -48,12 +48,12 @@ constexpr Action kRows[] = {
     include(families::logs.actions),
 };
 
-int run(const Action& action, Words words, const char* inherited) {
+int run(const Action& action, Arguments arguments, const char* inherited) {
   const char* usage = action.usage != nullptr ? action.usage : inherited;
-  const Action* subcommand = words.empty() ? nullptr : findAction(action.subcommands, words[0]);
-  if (subcommand != nullptr) return run(*subcommand, words.subspan(1), usage);
-  if (action.handle != nullptr) return action.handle(words, usage);
-  return words.empty() ? missing(usage) : invalid(usage);
+  const Action* subcommand = arguments.empty() ? nullptr : findAction(action.subcommands, arguments[0]);
+  if (subcommand != nullptr) return run(*subcommand, arguments.subspan(1), usage);
+  if (action.handle != nullptr) return action.handle(arguments, usage);
+  return arguments.empty() ? missing(usage) : invalid(usage);
 }
 
 int fault(const char* kind, const char* usage, Status status) {
@@ -91,9 +91,9 @@ const char* usageOf(std::string_view path) {
   return usage;
 }
 
-int dispatch(Words words) {
-  const Action* action = words.empty() ? nullptr : findAction(&kActions, words[0]);
-  return action != nullptr ? run(*action, words.subspan(1), nullptr) : unknownAction();
+int dispatch(Arguments arguments) {
+  const Action* action = arguments.empty() ? nullptr : findAction(&kActions, arguments[0]);
+  return action != nullptr ? run(*action, arguments.subspan(1), nullptr) : unknownAction();
 }
 
 int unknownAction() {

@@ -1,8 +1,8 @@
-// The rows of the action list, and what all handlers share.
+// The rows of the action list, and the functions that all handlers share.
 //
 // Each family defines its actions as constant rows (see cli/families/families.h). A handler gets the arguments after
-// the words that named its row, checks them from left to right, and ends in one of three ways: `invalid`, `missing`, or
-// a call whose record it prints. It returns the exit status. Handlers keep no state.
+// the words of its row, checks them from left to right, and ends in one of three ways: `invalid`, `missing`, or a call
+// whose record it prints. It returns the exit status. Handlers keep no state.
 #pragma once
 
 #include <cstddef>
@@ -16,11 +16,11 @@
 
 namespace cli {
 
-/// The one object of the program; null before and after dispatch.
+/// The program's object. Null outside dispatch().
 extern zephlinksdk::ZephlinkSDK* g_sdk;
 
 /// Arguments of the command line. Some parsers cut them in place.
-using Words = std::span<char*>;
+using Arguments = std::span<char*>;
 
 enum Status : int {
   kSuccess = 0,
@@ -30,18 +30,18 @@ enum Status : int {
   kUnknownAction = 4,
 };
 
-using Handler = int(Words words, const char* usage);
+using Handler = int(Arguments arguments, const char* usage);
 
 struct Action;
 using Actions = std::span<const Action>;
 
-/// An action, or a subcommand of the row that lists it. Rows are constant data.
+/// An action, or a subcommand of the row that contains it. Rows are constant data.
 struct Action {
   const char* word;
-  /// The text that faults of this action name, and that the handler gets. Null: the text of the row above.
+  /// The usage text that errors of this action print, also passed to the handler. Null: the text of the parent row.
   const char* usage = nullptr;
-  /// Gets the arguments unless the first of them names a subcommand. Null: no argument is Missing, an unknown
-  /// subcommand is Invalid.
+  /// Called unless the first argument is a subcommand. Null: a missing argument is Missing, an unknown subcommand is
+  /// Invalid.
   Handler* handle = nullptr;
   const Actions* subcommands = nullptr;
 };
@@ -50,16 +50,16 @@ struct Action {
 template <const auto& Array>
 inline constexpr Actions rows = Array;
 
-/// In a list of rows, includes the rows of another file: a row without a word.
+/// Includes the rows of another file in a list of rows: a row without a word.
 constexpr Action include(const Actions& included) { return {.word = nullptr, .subcommands = &included}; }
 
 /// All actions of the program.
 extern const Actions kActions;
 
-/// The row of a word, also among included rows, or null. There are no rows in null.
+/// Returns the row of a word, including included rows; null if there is none or `rows` is null.
 const Action* findAction(const Actions* rows, std::string_view word);
 
-/// The usage text of an action or subcommand, named by its words as in "adapter datalimit daily". Null if it does not
+/// Returns the usage text of an action or subcommand, for a path such as "adapter datalimit daily". Null if it does not
 /// exist or has no text.
 const char* usageOf(std::string_view path);
 
@@ -76,26 +76,26 @@ void forEachAction(const Visit& visit, const Actions& rows = kActions, const std
   }
 }
 
-/// Runs the action that the first word names; an unknown action if none does.
-int dispatch(Words words);
+/// Runs the action that the first argument names. Reports an unknown action if there is none.
+int dispatch(Arguments arguments);
 
-/// Prints the general usage on standard error. Returns the status of an unknown action.
+/// Prints the general usage to stderr. Returns the status of an unknown action.
 int unknownAction();
 
-/// Print the fault and the usage text on standard error. Return the status of the fault.
+/// Print the error and the usage text to stderr. Return the status of the error.
 int invalid(const char* usage);
 int missing(const char* usage);
 
-/// Invalid for a list that is too long: `format`, which ends with a line feed, is filled in with the bound and replaces
-/// the usage text.
+/// Reports Invalid for a list that is too long. Prints `format`, which ends with a line feed and takes the bound,
+/// instead of the usage text.
 int tooMany(const char* format, std::size_t bound);
 
-inline bool equal(const char* word, const char* other) { return std::strcmp(word, other) == 0; }
+inline bool equal(const char* text, const char* other) { return std::strcmp(text, other) == 0; }
 
-/// Calls a function of the library without a callback, so that it waits for the answer.
-template <auto& Method, class... Arguments>
-auto call(Arguments... arguments) {
-  return Method(g_sdk, arguments..., nullptr, nullptr);
+/// Calls a function of the library without a callback: waits for the answer.
+template <auto& Method, class... Values>
+auto call(Values... values) {
+  return Method(g_sdk, values..., nullptr, nullptr);
 }
 
 /// Prints the record, or its error. Returns the exit status.

@@ -1,4 +1,4 @@
-// Handlers that many rows share. They combine: `exactly<1, setValue<...>>`.
+// Handlers that many rows share. They can be combined: `exactly<1, setValue<...>>`.
 #pragma once
 
 #include <cstddef>
@@ -8,31 +8,30 @@
 
 namespace cli {
 
-/// Calls a method that takes no arguments, and prints its record. Arguments are ignored.
+/// Calls a method without arguments and prints its record. Ignores the command-line arguments.
 template <auto& Method, auto& Print>
-int perform(Words, const char*) {
+int perform(Arguments, const char*) {
   return finish(call<Method>(), Print);
 }
 
-/// Sets the value of the first argument; one that `Parse` refuses is Invalid.
-/// REQUIRES: an argument.
+/// Sets a value from the first argument; a value that `Parse` rejects is Invalid. REQUIRES: an argument.
 template <auto& Parse, auto& Method, auto& Print>
-int setValue(Words words, const char* usage) {
-  const auto value = valueOf<Parse>(words[0]);
+int setValue(Arguments arguments, const char* usage) {
+  const auto value = valueOf<Parse>(arguments[0]);
   return value ? finish(call<Method>(*value), Print) : invalid(usage);
 }
 
 /// Fewer than `Count` arguments are Missing, more are ignored.
 template <std::size_t Count, Handler& Handle>
-int atLeast(Words words, const char* usage) {
-  return words.size() < Count ? missing(usage) : Handle(words, usage);
+int atLeast(Arguments arguments, const char* usage) {
+  return arguments.size() < Count ? missing(usage) : Handle(arguments, usage);
 }
 
 /// Fewer than `Count` arguments are Missing, more are Invalid.
 template <std::size_t Count, Handler& Handle>
-int exactly(Words words, const char* usage) {
-  if (words.size() > Count) return invalid(usage);
-  return words.size() < Count ? missing(usage) : Handle(words, usage);
+int exactly(Arguments arguments, const char* usage) {
+  if (arguments.size() > Count) return invalid(usage);
+  return arguments.size() < Count ? missing(usage) : Handle(arguments, usage);
 }
 
 }  // namespace cli

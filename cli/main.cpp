@@ -1,4 +1,5 @@
-// One run is one action: the program's name, the options, the library's object, the action, its status.
+// Runs one action: sets the program's name, reads the options, creates the library's object, dispatches the action and
+// returns its status.
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -21,12 +22,13 @@ int run(int argc, char** argv) {
     return cli::kSuccess;
   }
   ZephlinkSDK_Config config;
-  const cli::Words words = cli::readOptions(cli::Words(argv, static_cast<std::size_t>(argc)).subspan(1), config);
+  const cli::Arguments arguments =
+      cli::readOptions(cli::Arguments(argv, static_cast<std::size_t>(argc)).subspan(1), config);
   cli::g_sdk = ZephlinkSDK_create(config);
   if (cli::g_sdk == nullptr) throw std::bad_alloc();
-  // Meanwhile the channel's thread connects.
+  // The channel thread connects in the meantime.
   cli::prepareOutput();
-  const int status = cli::dispatch(words);
+  const int status = cli::dispatch(arguments);
   ZephlinkSDK_finish(cli::g_sdk);
   return status;
 }

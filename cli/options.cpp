@@ -10,26 +10,28 @@ namespace {
 
 constexpr const char* kAppName = "Zephlink";
 
-bool isOption(const char* word, const char* brief, const char* full) { return equal(word, brief) || equal(word, full); }
+bool isOption(const char* argument, const char* brief, const char* full) {
+  return equal(argument, brief) || equal(argument, full);
+}
 
 }  // namespace
 
-Words readOptions(Words words, ZephlinkSDK_Config& config) {
+Arguments readOptions(Arguments arguments, ZephlinkSDK_Config& config) {
   ZephlinkSDK_defaultConfig(&config);
   zephlinksdk::copyText(config.appName, kAppName);
-  if (words.size() < 2) return words;
-  if (isOption(words[0], "-i", "--ip")) {
-    zephlinksdk::copyText(config.address, words[1]);
-    words = words.subspan(2);
-    // Behind an address "-p" is an option only together with its value.
-    if (words.size() < 2) return words;
+  if (arguments.size() < 2) return arguments;
+  if (isOption(arguments[0], "-i", "--ip")) {
+    zephlinksdk::copyText(config.address, arguments[1]);
+    arguments = arguments.subspan(2);
+    // After an address, "-p" is an option only if a value follows.
+    if (arguments.size() < 2) return arguments;
   }
-  if (isOption(words[0], "-p", "--port")) {
-    // What is no number is port 0, and a number keeps its low 16 bits.
-    config.port = static_cast<std::uint16_t>(std::strtol(words[1], nullptr, 10));
-    words = words.subspan(2);
+  if (isOption(arguments[0], "-p", "--port")) {
+    // Text that is not a number gives port 0; larger numbers are truncated to 16 bits.
+    config.port = static_cast<std::uint16_t>(std::strtol(arguments[1], nullptr, 10));
+    arguments = arguments.subspan(2);
   }
-  return words;
+  return arguments;
 }
 
 }  // namespace cli

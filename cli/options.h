@@ -1,4 +1,4 @@
-// The two connection options.
+// The connection options.
 #pragma once
 
 #include "cli/actions.h"
@@ -6,8 +6,8 @@
 
 namespace cli {
 
-/// Fills the start record from its defaults and the options in front of the action word: `[-i|--ip <address>]
-/// [-p|--port <port>]`, in this order. Returns the words behind them.
-Words readOptions(Words words, ZephlinkSDK_Config& config);
+/// Fills in the configuration from the defaults and the options before the action: `[-i|--ip <address>] [-p|--port
+/// <port>]`, in this order. Returns the remaining arguments.
+Arguments readOptions(Arguments arguments, ZephlinkSDK_Config& config);
 
 }  // namespace cli

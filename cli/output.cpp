@@ -21,14 +21,14 @@ std::unique_ptr<Json::StreamWriter> makeWriter() {
   return std::unique_ptr<Json::StreamWriter>(builder.newStreamWriter());
 }
 
-/// What is printed and not yet written. The text keeps its room from record to record.
+/// Printed text that is not yet written. The text keeps its capacity between records.
 struct Output {
   std::ostringstream text;
   std::unique_ptr<Json::StreamWriter> writer = makeWriter();
 };
 
-// Streams print from the channel thread while the main thread only sleeps: one serves both. Made at run time: the
-// first stream of a process sets up the locale, which takes longer than all else before `main`.
+// One object for both threads: the channel thread prints streams while the main thread only waits. Constructed at run
+// time: the first C++ stream of a process initializes the locale, which takes longer than the rest of the start-up.
 std::optional<Output> g_output;
 bool g_inBlock = false;
 
@@ -37,7 +37,7 @@ Output& output() {
   return *g_output;
 }
 
-// What printError prints for a failure of the library, ready: it may be needed when there is no memory left.
+// The text that printError prints for a failure of the library, prepared because memory may have run out.
 constexpr std::string_view kNoMemory =
     "{\n"
     "\t\"errorCode\" : 3840,\n"
@@ -45,17 +45,17 @@ constexpr std::string_view kNoMemory =
     "\t\"errorType\" : \"An error in the SDK\"\n"
     "}";
 
-/// Needs no memory.
+/// Allocates no memory.
 void clearCollected() {
   if (!g_output) return;
   static const std::string empty;
   g_output->text.clear();
-  g_output->text.str(empty);  // an rvalue would take the room away
+  g_output->text.str(empty);  // an rvalue would discard the capacity
 }
 
-/// Throws std::bad_alloc if the text is not whole.
+/// Throws std::bad_alloc if the text is incomplete.
 void writeCollected(std::FILE* stream) {
-  // A stream of C++ keeps the exception of an allocation to itself.
+  // A C++ stream does not propagate the exception of a failed allocation.
   if (!output().text) throw std::bad_alloc();
   const std::string_view text = output().text.view();
   if (zephlinksdk::utf8PrefixLength(text) == text.size()) {

@@ -1,4 +1,4 @@
-// All that the program says about a result.
+// Prints results and errors.
 #pragma once
 
 #include <json/json.h>
@@ -11,23 +11,23 @@
 
 namespace cli {
 
-/// Makes what the following functions need, which they otherwise do at their first call. Throws std::bad_alloc.
+/// Allocates what the following functions need; otherwise their first call does. Throws std::bad_alloc.
 void prepareOutput();
 
-/// The one writer of JSON: tabs, members in the order of their names, UTF-8 as it is, U+FFFD for each byte that is not
-/// UTF-8, no line feed at the end. Flushes. A write that fails is ignored. Throws std::bad_alloc.
+/// Writes JSON: tabs, members ordered by key, UTF-8 unescaped, U+FFFD for each byte that is not UTF-8, no line feed at
+/// the end. Flushes. Ignores write errors. Throws std::bad_alloc.
 void writeJson(std::FILE* stream, const Json::Value& value);
 
-/// What is written between these two goes out at the end in one piece, as a record of a stream: an array of the label
-/// and the record, and an empty line. A reader at the end of a pipe never sees half of it. `closeBlock` throws
+/// Output between these two calls is collected and written in one piece, as a record of a stream: an array of the label
+/// and the record, and an empty line. A reader of a pipe never sees a partial record. `closeBlock` throws
 /// std::bad_alloc.
 void openBlock(const char* label);
 void closeBlock(std::FILE* stream);
 
-/// A key that the object does not copy, for records that print often: `value["time"_key]`.
+/// A key that the object does not copy, for frequently printed records: `value["time"_key]`.
 inline Json::StaticString operator""_key(const char* name, std::size_t) { return Json::StaticString(name); }
 
-/// An array of what `toJson` makes of the first `count` entries.
+/// Returns an array of `toJson(entry)` for the first `count` entries.
 template <class Entry, class ToJson>
 Json::Value toJsonArray(const Entry* entries, std::size_t count, ToJson toJson) {
   Json::Value array(Json::arrayValue);
@@ -35,14 +35,14 @@ Json::Value toJsonArray(const Entry* entries, std::size_t count, ToJson toJson) 
   return array;
 }
 
-/// The error object of any record, on standard error. Throws std::bad_alloc.
+/// Prints the error object of a record to stderr. Throws std::bad_alloc.
 void printError(const ZephlinkSDK_Result& head);
 template <class Record>
 void printError(const Record& record) {
   printError(record.head);
 }
 
-/// The error object of a failure for want of memory, alone and as a record of a stream. Needs no memory.
+/// Prints the error object for out of memory, alone or as a record of a stream. Allocates no memory.
 void printNoMemory();
 void printNoMemoryBlock();
 

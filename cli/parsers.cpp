@@ -22,26 +22,26 @@ namespace {
 
 constexpr std::string_view kPrivatePrefix = "private";
 
-/// The shared rule of all numbers: something converted, and nothing left over.
-bool usedWhole(const char* word, const char* end) { return end != word && *end == '\0'; }
+/// The rule that all numbers share: at least one character was converted and none remains.
+bool isWholeNumber(const char* argument, const char* end) { return end != argument && *end == '\0'; }
 
 template <typename Integer>
-bool parseInteger(const char* word, Integer& value) {
+bool parseInteger(const char* argument, Integer& value) {
   using Wide = std::conditional_t<std::is_same_v<Integer, std::uint64_t>, unsigned long long, long long>;
   char* end = nullptr;
   Wide wide = 0;
   errno = 0;
   if constexpr (std::is_unsigned_v<Wide>) {
-    wide = std::strtoull(word, &end, 10);
+    wide = std::strtoull(argument, &end, 10);
   } else {
-    wide = std::strtoll(word, &end, 10);
+    wide = std::strtoll(argument, &end, 10);
   }
-  if (!usedWhole(word, end) || errno == ERANGE || !std::in_range<Integer>(wide)) return false;
+  if (!isWholeNumber(argument, end) || errno == ERANGE || !std::in_range<Integer>(wide)) return false;
   value = static_cast<Integer>(wide);
   return true;
 }
 
-/// Cuts `text` at the first `separator` and returns what stands behind it, or null if there is none.
+/// Cuts `text` at the first `separator`. Returns the text after it, or null if there is no separator.
 char* cutAt(char* text, char separator) {
   char* found = std::strchr(text, separator);
   if (found == nullptr) return nullptr;
@@ -49,30 +49,30 @@ char* cutAt(char* text, char separator) {
   return found + 1;
 }
 
-bool parsePortRule(char* word, ZephlinkSDK_ProtocolPortPair& rule, bool allowLowPorts, bool allowRange) {
+bool parsePortRule(char* argument, ZephlinkSDK_ProtocolPortPair& rule, bool allowLowPorts, bool allowRange) {
   rule = {};
-  if (const char* protocol = cutAt(word, '/')) {
-    // Three characters count: "tcpish" is tcp.
+  if (const char* protocol = cutAt(argument, '/')) {
+    // Only the first three characters count: "tcpish" is tcp.
     char name[4];
     zephlinksdk::copyText(name, protocol);
     if (!ZephlinkSDK_portProtocolFromText(name, &rule.protocol)) return false;
-    if (const char* rangeEnd = cutAt(word, '-')) {
+    if (const char* rangeEnd = cutAt(argument, '-')) {
       if (!allowRange || !parseU16(rangeEnd, rule.portRangeEnd)) return false;
       if (rule.portRangeEnd == 0 && !allowLowPorts) return false;
     }
   }
-  return parseU16(word, rule.port) && (allowLowPorts || rule.port > 1);
+  return parseU16(argument, rule.port) && (allowLowPorts || rule.port > 1);
 }
 
-bool parseSubnet(char* word, ZephlinkSDK_Subnet& subnet) {
+bool parseSubnet(char* argument, ZephlinkSDK_Subnet& subnet) {
   subnet = {};
-  const char* length = cutAt(word, '/');
+  const char* length = cutAt(argument, '/');
   if (length == nullptr) return false;
-  zephlinksdk::copyText(subnet.address, word);
+  zephlinksdk::copyText(subnet.address, argument);
   return parseU8(length, subnet.prefixLength);
 }
 
-/// Takes a piece of 1 to N - 1 characters off the front of `text`, and the "-" that must follow it.
+/// Removes 1 to N - 1 characters and the "-" that must follow them from the start of `text`.
 template <std::size_t N>
 bool takePiece(const char*& text, char (&piece)[N]) {
   const std::size_t length = std::strcspn(text, "-");
@@ -84,84 +84,84 @@ bool takePiece(const char*& text, char (&piece)[N]) {
 
 }  // namespace
 
-bool parseSwitch(const char* word, bool& on) {
-  const std::string_view text = word;
+bool parseSwitch(const char* argument, bool& on) {
+  const std::string_view text = argument;
   if (text != "on" && text != "off") return false;
   on = text == "on";
   return true;
 }
 
-bool parseU8(const char* word, std::uint8_t& value) { return parseInteger(word, value); }
-bool parseU16(const char* word, std::uint16_t& value) { return parseInteger(word, value); }
-bool parseI32(const char* word, std::int32_t& value) { return parseInteger(word, value); }
-bool parseU32(const char* word, std::uint32_t& value) { return parseInteger(word, value); }
-bool parseU64(const char* word, std::uint64_t& value) { return parseInteger(word, value); }
+bool parseU8(const char* argument, std::uint8_t& value) { return parseInteger(argument, value); }
+bool parseU16(const char* argument, std::uint16_t& value) { return parseInteger(argument, value); }
+bool parseI32(const char* argument, std::int32_t& value) { return parseInteger(argument, value); }
+bool parseU32(const char* argument, std::uint32_t& value) { return parseInteger(argument, value); }
+bool parseU64(const char* argument, std::uint64_t& value) { return parseInteger(argument, value); }
 
-bool parseI64(const char* word, std::int64_t& value) {
+bool parseI64(const char* argument, std::int64_t& value) {
   char* end = nullptr;
-  const long long number = std::strtoll(word, &end, 10);
-  if (!usedWhole(word, end)) return false;
+  const long long number = std::strtoll(argument, &end, 10);
+  if (!isWholeNumber(argument, end)) return false;
   value = number;
   return true;
 }
 
-bool parseMbps(const char* word, double& value) {
-  // The conversion takes hexadecimal too, which is not what is meant here.
-  if (std::strpbrk(word, "xX") != nullptr) return false;
+bool parseMbps(const char* argument, double& value) {
+  // strtod accepts hexadecimal numbers too; these are invalid here.
+  if (std::strpbrk(argument, "xX") != nullptr) return false;
   char* end = nullptr;
-  const double number = std::strtod(word, &end);
-  // Not a number fails both comparisons.
-  if (!usedWhole(word, end) || !(number >= 0.0 && number <= 4294967295.0)) return false;
+  const double number = std::strtod(argument, &end);
+  // NaN fails both comparisons.
+  if (!isWholeNumber(argument, end) || !(number >= 0.0 && number <= 4294967295.0)) return false;
   value = number;
   return true;
 }
 
-bool isAllLetters(const char* word) {
-  const std::string_view letters = word;
+bool isAllLetters(const char* argument) {
+  const std::string_view letters = argument;
   return std::all_of(letters.begin(), letters.end(),
                      [](char letter) { return std::isalpha(static_cast<unsigned char>(letter)) != 0; });
 }
 
-bool isServerTag(const char* word) {
-  const std::string_view tag = word;
+bool isServerTag(const char* argument) {
+  const std::string_view tag = argument;
   return tag.size() >= 6 && std::count(tag.begin(), tag.end(), '-') == 2;
 }
 
-bool isCountryCode(const char* word) { return std::strlen(word) == 2 && isAllLetters(word); }
+bool isCountryCode(const char* argument) { return std::strlen(argument) == 2 && isAllLetters(argument); }
 
-bool isPrivateCountryCode(const char* word) {
-  const std::string_view code = word;
-  return code.size() == kPrivatePrefix.size() + 2 && code.starts_with(kPrivatePrefix) && isAllLetters(word);
+bool isPrivateCountryCode(const char* argument) {
+  const std::string_view code = argument;
+  return code.size() == kPrivatePrefix.size() + 2 && code.starts_with(kPrivatePrefix) && isAllLetters(argument);
 }
 
-bool parseServerTag(const char* word, ServerTag& tag) {
+bool parseServerTag(const char* argument, ServerTag& tag) {
   ServerTag read = {};
-  if (!takePiece(word, read.country) || !takePiece(word, read.city)) return false;
+  if (!takePiece(argument, read.country) || !takePiece(argument, read.city)) return false;
   if (!isCountryCode(read.country) && !isPrivateCountryCode(read.country)) return false;
   if (!isAllLetters(read.city)) return false;
-  if (!zephlinksdk::takeInteger(word, read.number)) return false;
+  if (!zephlinksdk::takeInteger(argument, read.number)) return false;
   tag = read;
   return true;
 }
 
-bool parseProtocolPortList(int count, char** words, ZephlinkSDK_ProtocolPortPair* entries, bool allowLowPorts,
+bool parseProtocolPortList(int count, char** arguments, ZephlinkSDK_ProtocolPortPair* entries, bool allowLowPorts,
                            bool allowRange) {
   for (int i = 0; i < count; ++i) {
-    if (!parsePortRule(words[i], entries[i], allowLowPorts, allowRange)) return false;
+    if (!parsePortRule(arguments[i], entries[i], allowLowPorts, allowRange)) return false;
   }
   return true;
 }
 
-bool parseSubnetList(int count, char** words, ZephlinkSDK_Subnet* entries) {
+bool parseSubnetList(int count, char** arguments, ZephlinkSDK_Subnet* entries) {
   for (int i = 0; i < count; ++i) {
-    if (!parseSubnet(words[i], entries[i])) return false;
+    if (!parseSubnet(arguments[i], entries[i])) return false;
   }
   return true;
 }
 
 bool readHidden(const char* prompt, char* buffer, std::size_t size) {
   std::fill_n(buffer, size, '\0');
-  // Echo goes first: what is typed the moment that the prompt shows must not be seen.
+  // Disables echo before the prompt appears, so that nothing typed is shown.
   zephlinksdk::HiddenInput input;
   zephlinksdk::writeText(stdout, std::string(prompt) + " : ");
 

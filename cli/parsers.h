@@ -1,7 +1,7 @@
-// Parsers of arguments. Each returns whether it accepts the word, and leaves the value unchanged if not.
+// Parsers of arguments. Each returns whether the argument is valid, and leaves the value unchanged if not.
 //
-// Numbers are decimal text, read by the C library's conversions: leading blanks and a sign are accepted, and the number
-// must have a digit and end with the word.
+// Numbers are decimal text, converted by the C library: leading white space and a sign are accepted, and the number
+// must have a digit and extend to the end of the argument.
 #pragma once
 
 #include <cstddef>
@@ -14,56 +14,56 @@
 namespace cli {
 
 /// "on" or "off".
-bool parseSwitch(const char* word, bool& on);
+bool parseSwitch(const char* argument, bool& on);
 
-bool parseU8(const char* word, std::uint8_t& value);
-bool parseU16(const char* word, std::uint16_t& value);
-bool parseI32(const char* word, std::int32_t& value);
-bool parseU32(const char* word, std::uint32_t& value);
+bool parseU8(const char* argument, std::uint8_t& value);
+bool parseU16(const char* argument, std::uint16_t& value);
+bool parseI32(const char* argument, std::int32_t& value);
+bool parseU32(const char* argument, std::uint32_t& value);
 
-/// Refuses only what does not fit: a negative number wraps around, as the conversion has it.
-bool parseU64(const char* word, std::uint64_t& value);
+/// Rejects only numbers that do not fit: a negative number wraps, as in the conversion.
+bool parseU64(const char* argument, std::uint64_t& value);
 
-/// Refuses nothing for its size: a number that does not fit becomes the nearest that does.
-bool parseI64(const char* word, std::int64_t& value);
+/// Clamps numbers out of range.
+bool parseI64(const char* argument, std::int64_t& value);
 
-/// Megabits per second, 0 to 4294967295, with an exponent if wished.
-bool parseMbps(const char* word, double& value);
+/// Megabits per second, 0 to 4294967295; an exponent is accepted.
+bool parseMbps(const char* argument, double& value);
 
-/// True for the empty word.
-bool isAllLetters(const char* word);
+/// True for the empty text.
+bool isAllLetters(const char* argument);
 
-/// At least 6 characters, exactly two "-" among them. Whether the pieces are any good is for parseServerTag to say.
-bool isServerTag(const char* word);
+/// Returns whether the argument has at least 6 characters and exactly two "-". parseServerTag checks the parts.
+bool isServerTag(const char* argument);
 
-bool isCountryCode(const char* word);
-bool isPrivateCountryCode(const char* word);
+bool isCountryCode(const char* argument);
+bool isPrivateCountryCode(const char* argument);
 
-/// A server as a tag names it.
+/// The server that a tag names.
 struct ServerTag {
-  char country[ZephlinkSDK_CountrySize];  ///< with the prefix "private" of a private server
+  char country[ZephlinkSDK_CountrySize];  ///< with the prefix "private" for a private server
   char city[ZephlinkSDK_CitySize];
-  std::int32_t number;  ///< of any sign; out of range becomes the nearest number
+  std::int32_t number;  ///< may be negative; clamped to the range
 };
 
-/// `<country>-<city>-<number>`, without a leading "#"; what stands behind the number is ignored.
-bool parseServerTag(const char* word, ServerTag& tag);
+/// Parses `<country>-<city>-<number>`, without a leading "#". Ignores text after the number.
+bool parseServerTag(const char* argument, ServerTag& tag);
 
-/// Reads one rule `port[-portRangeEnd][/proto]` a word into `entries`, which has room for `count`, up to the first
-/// faulty word. The words are cut in place. Without `allowLowPorts` the ports 0 and 1 and a range's end of 0 are
-/// refused, without `allowRange` every range. A range needs a protocol behind it.
-bool parseProtocolPortList(int count, char** words, ZephlinkSDK_ProtocolPortPair* entries, bool allowLowPorts,
+/// Reads one rule `port[-portRangeEnd][/proto]` from each argument into `entries`, which has room for `count` rules, up
+/// to the first invalid argument. Cuts the arguments in place. Without `allowLowPorts`, rejects the ports 0 and 1 and a
+/// range that ends at 0; without `allowRange`, rejects ranges. A range requires a protocol.
+bool parseProtocolPortList(int count, char** arguments, ZephlinkSDK_ProtocolPortPair* entries, bool allowLowPorts,
                            bool allowRange);
 
-/// Reads one subnet `address/length` a word into `entries`, in the same way. Nothing looks into the address.
-bool parseSubnetList(int count, char** words, ZephlinkSDK_Subnet* entries);
+/// Reads one subnet `address/length` from each argument into `entries`, in the same way. Does not check the address.
+bool parseSubnetList(int count, char** arguments, ZephlinkSDK_Subnet* entries);
 
-/// Prompts on standard output and reads a line of standard input without echo, line end not stored. The end of input is
-/// an empty answer. A line of `size` bytes or more is used up and refused, and the buffer comes back empty.
-/// The buffer is the caller's, to wipe too; no other copy stays in the process.
+/// Prompts on stdout and reads a line of stdin without echo, without the line end. At the end of input the answer is
+/// empty. A line of `size` bytes or more is consumed and rejected, and the buffer is then empty. The caller owns and
+/// wipes the buffer; no other copy remains in the process.
 bool readHidden(const char* prompt, char* buffer, std::size_t size);
 
-/// The type of the value that a parser writes.
+/// The type of the value that a parser sets.
 template <class Parse>
 struct ParsedValue;
 template <class Value>
@@ -75,16 +75,16 @@ struct ParsedValue<bool(const char*, Value*)> {
   using Type = Value;
 };
 
-/// The value of a word, by a parser of this file's kind or one of the library's `...FromText`.
+/// Returns the value of an argument, using a parser of this file or one of the library's `...FromText`.
 template <auto& Parse>
-auto valueOf(const char* word) {
+auto valueOf(const char* argument) {
   using Value = typename ParsedValue<std::remove_reference_t<decltype(Parse)>>::Type;
   Value value{};
   bool known = false;
-  if constexpr (requires { Parse(word, value); }) {
-    known = Parse(word, value);
+  if constexpr (requires { Parse(argument, value); }) {
+    known = Parse(argument, value);
   } else {
-    known = Parse(word, &value);
+    known = Parse(argument, &value);
   }
   return known ? std::optional(value) : std::nullopt;
 }

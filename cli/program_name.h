@@ -1,10 +1,10 @@
-// The name under which the program was started, as every message of its own shows it.
+// The name under which the program was started, for its messages.
 #pragma once
 
 namespace cli {
 
-/// Keeps what stands in `argv0` behind its last "/" or, without one, behind its last "\", cut to 511 bytes.
-/// To be called once, before anything else; null leaves the name empty.
+/// Stores the part of `argv0` after its last "/", or after its last "\" if there is no "/", cut to 511 bytes. Call
+/// once, before anything else. Null leaves the name empty.
 void setProgramName(const char* argv0);
 
 const char* programName();

@@ -1,4 +1,4 @@
-// Passwords and tokens, as long as a handler needs them.
+// Passwords and tokens during a handler.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace cli {
 
-/// An answer to a prompt, forgotten when it goes. One that is too long counts as empty.
+/// An answer to a prompt, wiped on destruction. An answer that is too long counts as empty.
 template <std::size_t Size>
 class Secret {
  public:
@@ -24,17 +24,17 @@ class Secret {
   char bytes[Size];
 };
 
-/// A word of the command line that is a secret, wiped where it stands when this goes: other programs that list the
-/// arguments of a process no longer see it, nor does a dump of its memory.
-class WordOfSecret {
+/// A secret argument of the command line, wiped in place on destruction: process listings and memory dumps no longer
+/// contain it.
+class SecretArgument {
  public:
-  explicit WordOfSecret(char* text) : word(text) {}
-  ~WordOfSecret() { zephlinksdk::wipe(word, std::strlen(word)); }
-  WordOfSecret(const WordOfSecret&) = delete;
-  WordOfSecret& operator=(const WordOfSecret&) = delete;
+  explicit SecretArgument(char* text) : argument(text) {}
+  ~SecretArgument() { zephlinksdk::wipe(argument, std::strlen(argument)); }
+  SecretArgument(const SecretArgument&) = delete;
+  SecretArgument& operator=(const SecretArgument&) = delete;
 
  private:
-  char* word;
+  char* argument;
 };
 
 }  // namespace cli

@@ -7,7 +7,7 @@ namespace cli {
 
 namespace {
 
-// The bound of one wait; whole seconds of the wall clock are compared behind each.
+// The longest single wait; after each, whole seconds of the wall clock are compared.
 constexpr std::chrono::milliseconds kTick{1000};
 
 }  // namespace

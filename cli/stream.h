@@ -1,4 +1,4 @@
-// Streams: each event of a subscription printed as it comes, until a duration has run out.
+// Streams: print each event of a subscription as it arrives, until a duration has passed.
 #pragma once
 
 #include <array>
@@ -13,17 +13,17 @@
 
 namespace cli {
 
-/// When a stream began: at its first event of any kind. Callbacks start it on the channel thread, the main thread
+/// The start of a stream: its first event of any type. Callbacks start the clock on the channel thread; the main thread
 /// waits.
 class StreamClock {
  public:
-  /// Wall-clock seconds of the first call; later calls do nothing.
+  /// Stores the wall-clock time of the first call, in seconds; later calls do nothing.
   void start();
 
   void waitForStart();
 
-  /// Waits until `seconds` have passed since the start, counted in whole seconds; without end when `seconds` is 0 or
-  /// less, and when nothing ever starts the clock.
+  /// Waits until `seconds` have passed since the start, counted in whole seconds. Waits forever if `seconds` is 0 or
+  /// less, or if the clock is never started.
   void waitFor(std::int32_t seconds);
 
  private:
@@ -34,10 +34,10 @@ class StreamClock {
   std::int64_t startTime = 0;
 };
 
-/// Locked while a record is printed: mostly by the channel thread, by the main thread when a call is refused.
+/// Locked while a record is printed: usually by the channel thread, by the main thread if a call is refused.
 extern std::mutex g_printing;
 
-/// Prints a record of a stream, or its error, which has its own form, on standard error. Does not throw.
+/// Prints a record of a stream to stdout, or its error, in the form for streams, to stderr. Does not throw.
 template <class Record>
 void printBlock(const Record& record, const char* label, void (*print)(const Record&)) {
   const std::lock_guard lock(g_printing);
@@ -54,7 +54,7 @@ void printBlock(const Record& record, const char* label, void (*print)(const Rec
   }
 }
 
-/// The callback of a stream, whose user data is its `StreamClock`. Returns true, so that the subscription stays.
+/// The callback of a stream; its user data is the `StreamClock`. Returns true, which keeps the subscription.
 template <class Record, const char* Label, auto& Print>
 bool printStreamRecord(Record record, void* clock) {
   static_cast<StreamClock*>(clock)->start();
@@ -62,8 +62,8 @@ bool printStreamRecord(Record record, void* clock) {
   return true;
 }
 
-/// The subscriptions of a stream, which print until `close`. Needs no memory: a failure must not leave callbacks whose
-/// clock is gone.
+/// The subscriptions of a stream, which print until `close`. Allocates no memory: after a failure, no callback may
+/// outlive its clock.
 class Stream {
  public:
   static constexpr std::size_t kMostSubscriptions = 8;
@@ -73,8 +73,8 @@ class Stream {
   Stream(const Stream&) = delete;
   Stream& operator=(const Stream&) = delete;
 
-  /// Calls a method so that it prints what it subscribes to. A refused call never runs its callback: its error is
-  /// printed as the first event.
+  /// Calls a method so that it prints what it subscribes to. A refused call never runs its callback; prints its error
+  /// as the first event.
   template <const char* Label, auto& Print, auto& Method>
   void open() {
     using Record = decltype(call<Method>());
@@ -89,7 +89,7 @@ class Stream {
   /// Prints the error of a call that has no callback, as an event.
   void report(const ZephlinkSDK_Result& record);
 
-  /// Ends the subscriptions in the order in which they were opened.
+  /// Ends the subscriptions in the order of their opening.
   void close();
 
   StreamClock clock;

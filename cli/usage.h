@@ -5,8 +5,8 @@
 
 namespace cli {
 
-/// The actions and subcommands that the general usage lists, in its order. Their texts are in their rows. It leaves out
-/// esni, localproxy, firewall, safebrowsing and log report on purpose.
+/// The actions and subcommands that the general usage lists, in its order. The rows contain their texts. Intentionally
+/// omits esni, localproxy, firewall, safebrowsing and log report.
 inline constexpr const char* kListedActions[] = {
     "adapter datalimit daily",
     "adapter datalimit dailyboost",

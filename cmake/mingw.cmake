@@ -1,5 +1,5 @@
-# Cross-builds for 64-bit Windows with Debian's mingw-w64, the flavour with POSIX threads (std::thread, std::mutex).
-# CMAKE_FIND_ROOT_PATH, set by the preset, is where the libraries for Windows are.
+# Cross-builds for 64-bit Windows with Debian's mingw-w64, using its POSIX threads variant (std::thread, std::mutex).
+# The preset sets CMAKE_FIND_ROOT_PATH to the Windows libraries.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
@@ -12,7 +12,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# The .exe runs alone, without the compiler's run-time DLLs.
+# Standalone programs that do not need the compiler's run-time DLLs.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
-# Boost.Beast has more template instances in one object file than the plain format has sections for.
+# Boost.Beast instantiates more templates in one object file than the default format has sections.
 set(CMAKE_CXX_FLAGS_INIT "-Wa,-mbig-obj")

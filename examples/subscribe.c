@@ -1,5 +1,5 @@
-// From nothing to a subscription: prints the daemon's state, sets the bonding mode if one is given, then prints what
-// each connection carries, about once a second, until Enter is pressed or standard input ends.
+// A complete host with one subscription: prints the daemon's state, sets the bonding mode if one is given, then prints
+// the traffic of each connection about once a second, until Enter is pressed or standard input ends.
 //
 //   zephlink_subscribe [PORT [speed|redundant|streaming]]
 #include <stdio.h>
@@ -7,7 +7,7 @@
 
 #include "zephlinksdk/zephlinksdk.h"
 
-// Every record begins with the outcome of its call.
+// Each record begins with the call's outcome.
 static bool failed(const char* call, ZephlinkSDK_Result outcome) {
   if (outcome.hasError) fprintf(stderr, "%s: error %u, %s\n", call, outcome.errorCode, outcome.errorMessage);
   return outcome.hasError;
@@ -39,7 +39,7 @@ static int setMode(ZephlinkSDK* sdk, const char* word) {
 }
 
 static int watchConnections(ZephlinkSDK* sdk) {
-  // With a callback a call returns at once. What userData points to must live until the listener is removed.
+  // With a callback, a call returns at once. userData must remain valid until the listener is removed.
   double bitsPerMegabit = 1e6;
   const ZephlinkSDK_ConnectionStatsResult begun = ZephlinkSDK_getConnectionStats(sdk, onStats, &bitsPerMegabit);
   if (failed("getConnectionStats", begun.head)) return 1;
@@ -48,12 +48,12 @@ static int watchConnections(ZephlinkSDK* sdk) {
 
   for (int key = 0; sent && key != '\n' && key != EOF;) key = getchar();
 
-  ZephlinkSDK_removeListener(sdk, begun.handle);  // from here on onStats does not run
+  ZephlinkSDK_removeListener(sdk, begun.handle);  // onStats no longer runs after this
   return sent ? 0 : 1;
 }
 
 static int run(ZephlinkSDK* sdk, const char* mode) {
-  // Without a callback a call waits for its answer, five seconds at most.
+  // Without a callback, a call waits for its answer, at most five seconds.
   const ZephlinkSDK_StateResult state = ZephlinkSDK_getState(sdk, NULL, NULL);
   if (failed("getState", state.head)) return 1;
   printf("The daemon is %s\n", ZephlinkSDK_stateText(state.state));

@@ -19,7 +19,7 @@ void keepRequest(const std::string& text) {
   fuzz::parseJson(text, request);
   const bool formed = request.isArray() && request.size() == 3 && request[0].isString() &&
                       (request[1].isObject() || request[1].isNull()) && request[2] == "zephlink_sdk";
-  fuzz::check(formed, "a request is its event, an object or nothing, and where it comes from", text);
+  fuzz::check(formed, "a request consists of event, object or null, and source", text);
   g_sent.push_back(text);
 }
 
@@ -27,7 +27,7 @@ void keepRequest(const std::string& text) {
 
 namespace zephlinksdk {
 
-// In place of the channel's own: the whole life of an entry, up to its time-out.
+// Replaces the channel's function: runs the whole life of an entry, up to its time-out.
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the parameters are those of its declaration.
 void WebsocketImpl::addEventDescription(std::uint64_t, EventDescription description, Handler handler) {
   for (const WipedText& request : description.requests) keepRequest({request.data(), request.size()});
@@ -48,14 +48,14 @@ void WebsocketImpl::addEventDescription(std::uint64_t, EventDescription descript
   handler("sdk_error", "sdk_error", timeout);
 }
 
-// In place of the channel's own, whose queue nobody would empty.
+// Replaces the channel's function, whose queue would never be emptied.
 void WebsocketImpl::send(const char*, const Json::Value&) {}
 
 }  // namespace zephlinksdk
 
 namespace cli {
 
-// In place of the program's own: all events have come when these are called.
+// Replaces the program's functions: all events have arrived when these are called.
 void StreamClock::waitForStart() {}
 void StreamClock::waitFor(std::int32_t) {}
 
@@ -73,7 +73,7 @@ const std::vector<std::string>& sentRequests() { return g_sent; }
 zephlinksdk::ZephlinkSDK* makeSdk() {
   ZephlinkSDK_Config config;
   ZephlinkSDK_defaultConfig(&config);
-  // The discard port: nothing listens there, and the channel goes on trying while the process lives.
+  // The discard port has no listener; the channel keeps trying until the process ends.
   config.port = 9;
   return ZephlinkSDK_create(config);
 }

@@ -20,13 +20,12 @@ namespace {
 
 constexpr std::string_view kPrompts[] = {"Enter password : ", "Enter oauth token : "};
 
-/// A stream that the program writes to, kept in memory. Descriptors 1 and 2 stay as they are: the sanitizers report
-/// there.
+/// Captures an output stream of the program in memory. Does not redirect descriptors 1 and 2, which the sanitizers use.
 class Captured {
  public:
   explicit Captured(const char* name) : descriptor(::memfd_create(name, MFD_CLOEXEC)) {
     file = ::fdopen(descriptor, "w");
-    check(file != nullptr, "a file in memory is made");
+    check(file != nullptr, "the memory file is created");
   }
 
   std::FILE* stream() const { return file; }
@@ -35,9 +34,9 @@ class Captured {
     std::fflush(file);
     const off_t size = ::lseek(descriptor, 0, SEEK_CUR);
     std::string text(static_cast<std::size_t>(size), '\0');
-    check(::pread(descriptor, text.data(), text.size(), 0) == size, "what was written can be read");
+    check(::pread(descriptor, text.data(), text.size(), 0) == size, "written data can be read");
     std::rewind(file);
-    check(::ftruncate(descriptor, 0) == 0, "a file in memory is emptied");
+    check(::ftruncate(descriptor, 0) == 0, "the memory file is truncated");
     return text;
   }
 
@@ -46,9 +45,9 @@ class Captured {
   std::FILE* file;
 };
 
-/// Takes one JSON value off the front of `text`.
+/// Removes one JSON value from the start of `text`.
 bool takeJson(std::string_view& text, Json::Value& value) {
-  // The reader stops at the end of the first value and tells how far it came by the value's offset.
+  // The reader stops after the first value; the value's offset limit is the position.
   Json::CharReaderBuilder builder;
   builder["collectComments"] = false;
   builder["allowTrailingCommas"] = false;
@@ -64,7 +63,7 @@ bool isError(const Json::Value& value) {
          value["errorType"].isString() && value["errorCode"].asUInt() != 0;
 }
 
-/// The writer's "1e+9999" for what is beyond a double is JSON, but its own reader takes no such number.
+/// The writer's "1e+9999" for infinity is JSON, but its own reader rejects the number.
 std::string withFiniteNumbers(std::string text) {
   constexpr std::string_view kInfinite = "1e+9999";
   for (std::size_t at = text.find(kInfinite); at != std::string::npos; at = text.find(kInfinite, at)) {
@@ -73,17 +72,17 @@ std::string withFiniteNumbers(std::string text) {
   return text;
 }
 
-/// A record, or records of a stream, each an array of label and record with an empty line behind it.
+/// Checks one record, or the records of a stream: each is an array of label and record, followed by an empty line.
 void checkRecords(std::string_view printed, bool errors) {
   const std::string whole = withFiniteNumbers(std::string(printed));
   std::string_view text = whole;
   while (!text.empty()) {
     const bool inStream = text.starts_with("[\"");
     Json::Value value;
-    check(takeJson(text, value), "what is printed parses as JSON", whole);
+    check(takeJson(text, value), "output parses as JSON", whole);
     if (errors) {
       const bool labelled = value.isArray() && value.size() == 2 && value[0] == "error";
-      check(isError(labelled ? value[1] : value), "what is told is an error object", whole);
+      check(isError(labelled ? value[1] : value), "a printed error is an error object", whole);
     }
     if (text.empty()) return;
     check(inStream && text.starts_with("\n\n"), "only records of a stream follow one another", whole);
@@ -123,30 +122,30 @@ void checkOutcome(const std::vector<std::string>& words, const Outcome& outcome)
     case cli::kSuccess:
       if (words[0] == "help")
         return check(outcome.output.starts_with("zephctl v"), "help prints the usage", outcome.output);
-      if (words[0] == "esni" && outcome.output.empty()) return check(!errors.empty(), "a fault is told");
+      if (words[0] == "esni" && outcome.output.empty()) return check(!errors.empty(), "an error is printed");
       checkRecords(withoutPrompt(outcome.output), false);
       // Errors within a stream do not end it.
       checkRecords(errors, true);
       return;
     case cli::kFailed:
       check(withoutPrompt(outcome.output).empty(), "a failure prints no record", outcome.output);
-      check(!errors.empty(), "a failure is told");
+      check(!errors.empty(), "a failure prints an error");
       return checkRecords(errors, true);
     case cli::kInvalidParameters:
     case cli::kMissingParameters: {
       const char* kind = outcome.status == cli::kInvalidParameters ? "Invalid parameters: " : "Missing parameters: ";
-      check(errors.starts_with(std::string(kind) + "zephctl "), "a fault begins with its kind", errors);
+      check(errors.starts_with(std::string(kind) + "zephctl "), "an error message starts with its kind", errors);
       break;
     }
     case cli::kUnknownAction:
-      check(!errors.empty(), "an unknown action gets the usage");
+      check(!errors.empty(), "an unknown action prints the usage");
       break;
     default:
-      broken("a status is one of those that are known", std::to_string(outcome.status));
+      fail("the status is known", std::to_string(outcome.status));
   }
-  check(errors.ends_with("\n"), "a fault ends its line", errors);
-  check(outcome.output.empty(), "a fault prints nothing else", outcome.output);
-  check(sentRequests().empty(), "words that are refused send nothing");
+  check(errors.ends_with("\n"), "an error message ends with a line feed", errors);
+  check(outcome.output.empty(), "an error prints nothing else", outcome.output);
+  check(sentRequests().empty(), "refused arguments send nothing");
 }
 
 }  // namespace fuzz

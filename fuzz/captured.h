@@ -1,4 +1,4 @@
-// Runs an action and keeps what it writes.
+// Runs an action and captures its output.
 #pragma once
 
 #include <string>
@@ -12,11 +12,11 @@ struct Outcome {
   std::string errors;
 };
 
-/// Runs the action that the words name against `makeSdk`'s object.
+/// Runs the action of the arguments with `makeSdk`'s object.
 Outcome runAction(std::vector<std::string> words);
 
-/// Checks that the output of a run goes with its status: a record or a stream of records, all of it JSON, for success;
-/// an error object for a failure; nothing but the fault, and nothing sent, for words that are refused.
+/// Checks that the output matches the status. Success: a record or a stream of records, all of it JSON. Failure: an
+/// error object. Invalid arguments: only the error message, and no request.
 void checkOutcome(const std::vector<std::string>& words, const Outcome& outcome);
 
 }  // namespace fuzz

@@ -9,9 +9,9 @@
 
 namespace fuzz {
 
-void broken(const char* promise, const std::string& details) {
-  // The targets capture or silence the streams, so the descriptor itself is written.
-  const std::string text = std::string("\n*** Does not hold: ") + promise + "\n" + details + "\n";
+void fail(const char* promise, const std::string& details) {
+  // Writes to the descriptor, because the targets capture or silence the streams.
+  const std::string text = std::string("\n*** Check failed: ") + promise + "\n" + details + "\n";
   if (::write(STDERR_FILENO, text.data(), text.size()) < 0) std::abort();
   std::abort();
 }

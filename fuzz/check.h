@@ -1,4 +1,4 @@
-// What all fuzz targets share: how a target says that something does not hold, and how it takes its input apart.
+// Helpers of all fuzz targets: report failed checks and split the input.
 #pragma once
 
 #include <json/json.h>
@@ -11,17 +11,17 @@
 
 namespace fuzz {
 
-/// Ends the process with the promise that was broken, which libFuzzer records as a finding.
-[[noreturn]] void broken(const char* promise, const std::string& details);
+/// Prints the failed check and aborts, which libFuzzer records as a finding.
+[[noreturn]] void fail(const char* promise, const std::string& details);
 
-inline void check(bool holds, const char* promise, std::string_view details = {}) {
-  if (!holds) broken(promise, std::string(details));
+inline void check(bool condition, const char* promise, std::string_view details = {}) {
+  if (!condition) fail(promise, std::string(details));
 }
 
-/// The pieces of `input` between dividers; one that ends in a divider has no empty piece behind it.
+/// Returns the pieces of `input` between dividers. A divider at the end starts no further piece.
 std::vector<std::string> piecesOf(std::string_view input, char divider = '\n');
 
-/// False when the text is no JSON; `value` then holds what could be read.
+/// Returns false if the text is not JSON; `value` then contains the part that could be read.
 bool parseJson(std::string_view text, Json::Value& value);
 
 inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {

@@ -1,7 +1,7 @@
-// A connect code: base64 that holds JSON, of which the client reads the host.
+// Fuzzes connect codes: Base64 of JSON that contains the host.
 //
-// Decoding undoes encoding, takes no more than the clean groups that the text begins with, and a code goes out as it
-// was typed exactly when an object with the host came out of it.
+// Decoding inverts encoding and accepts only the valid groups at the start of a text. A code is sent unchanged exactly
+// if it decodes to an object with a host.
 #include "base/base64.h"
 #include "fuzz/at_once.h"
 #include "fuzz/check.h"
@@ -25,14 +25,14 @@ std::string encode(std::string_view bytes) {
 }
 
 void checkDecoding(std::string_view text) {
-  fuzz::check(zephlinksdk::decodeBase64(encode(text)) == text, "decoding undoes encoding", text);
+  fuzz::check(zephlinksdk::decodeBase64(encode(text)) == text, "decoding inverts encoding", text);
   const std::string bytes = zephlinksdk::decodeBase64(text);
   fuzz::check(bytes.size() <= text.size() / 4 * 3, "four characters give three bytes at most", text);
-  // The last group may hold bits that stand for nothing.
+  // The last group may contain unused bits.
   const std::string again = encode(bytes);
   const std::size_t certain = bytes.size() / 3 * 4;
-  fuzz::check(text.substr(0, certain) == std::string_view(again).substr(0, certain), "bytes are those of the text",
-              text);
+  fuzz::check(text.substr(0, certain) == std::string_view(again).substr(0, certain),
+              "decoded bytes equal the encoded ones", text);
   fuzz::check(text.size() >= again.size(), "padding is required", text);
 }
 
@@ -50,16 +50,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   fuzz::answerWith({});
   const auto record = ZephlinkSDK_connectToNetworkShareViaConnectCode(sdk, code.c_str(), nullptr, nullptr);
-  fuzz::check(record.hasError, "a call that nobody answers ends in an error", code);
+  fuzz::check(record.hasError, "an unanswered call ends in an error", code);
   fuzz::check(record.errorCode == (named ? ZephlinkSDK_Error_Timeout : ZephlinkSDK_Error_InvalidArgument),
               "a code is refused exactly when it names no host", code);
-  fuzz::check(fuzz::sentRequests().size() == (named ? 1 : 0), "a code that is refused is not sent", code);
+  fuzz::check(fuzz::sentRequests().size() == (named ? 1 : 0), "a refused code is not sent", code);
   if (!named) return 0;
   Json::Value request;
   fuzz::parseJson(fuzz::sentRequests()[0], request);
-  // Only clean base64 characters are sure to survive the way into JSON; a broken tail may be no UTF-8.
+  // Only valid Base64 characters are unchanged in JSON; an invalid rest may not be UTF-8.
   const std::string sent = zephlinksdk::asString(zephlinksdk::member(request[1], "connect_code"));
-  fuzz::check(zephlinksdk::decodeBase64(sent) == zephlinksdk::decodeBase64(code), "a code goes out as it was typed",
-              code);
+  fuzz::check(zephlinksdk::decodeBase64(sent) == zephlinksdk::decodeBase64(code), "a code is sent unchanged", code);
   return 0;
 }

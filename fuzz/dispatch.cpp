@@ -1,11 +1,11 @@
-// The dispatcher with a table of waiting entries, over a real connection. Lines of the input that begin with "x" or "l"
-// add an entry that expects or listens; all others are messages:
+// Fuzzes the dispatcher with a table of waiting entries, over a real connection. Lines of the input that start with "x"
+// or "l" add an entry that expects or listens; all other lines are messages:
 //
-//   x<flags><event> [filter]      flags is one character, of whose code the low bits count (see Flag)
+//   x<flags><event> [filter]      flags is one character; the low bits of its code are flags (see Flag)
 //   l<flags><event>
 //
-// Whatever comes, each entry gets what a plain model of the table gives it, in the order of the entries, and the
-// channel goes on.
+// For any input, each entry receives what a simple model of the table delivers to it, in the order of the entries, and
+// the channel keeps working.
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/read_until.hpp>
@@ -28,14 +28,14 @@ using Lines = std::vector<std::string>;
 
 constexpr std::size_t kLargestInput = 16384;
 constexpr const char* kEnd = "fuzz_end";
-// Of entries that entries add: a message could otherwise keep the table growing.
+// The most entries that entries may add: a message could otherwise grow the table forever.
 constexpr std::size_t kMostAdded = 64;
 
 enum Flag : unsigned {
-  kDone = 1,         // the handler wants no more
-  kRemovesSelf = 2,  // the handler takes its own entry out
-  kRemovesNext = 4,  // and the one that came behind it
-  kAddsCopy = 8,     // the handler adds an entry like its own, done at once
+  kDone = 1,         // the handler ends its entry
+  kRemovesSelf = 2,  // the handler removes its own entry
+  kRemovesNext = 4,  // the handler removes the next entry
+  kAddsCopy = 8,     // the handler adds an entry like its own that ends with its first event
   kRawOnly = 16,
 };
 
@@ -60,8 +60,8 @@ Plan planOf(const std::string& line) {
   return plan;
 }
 
-/// What the handler of an entry does, told by its number in the order in which all were added: it logs the call and
-/// changes the table, the model's or the real one.
+/// The handler of an entry. Entries are numbered in the order in which they were added. Logs the call and changes the
+/// table, either the model or the real one.
 template <class Table>
 void handle(Table& table, std::size_t entry, const Plan& plan, const std::string& event, const std::string& message) {
   table.log += std::to_string(entry) + " " + event + " " + message + "\n";
@@ -70,7 +70,7 @@ void handle(Table& table, std::size_t entry, const Plan& plan, const std::string
   if (plan.has(kRemovesSelf)) table.remove(entry);
 }
 
-/// The table, as simply as it can be told.
+/// The simplest model of the table.
 struct Model {
   std::map<std::size_t, Plan> entries;
   std::size_t added = 0;
@@ -108,7 +108,7 @@ struct Model {
   }
 };
 
-/// The real thing. Used on the channel thread while messages come, on the target's before and behind that.
+/// The real table. Used on the channel thread while messages arrive, and on the target's thread before and afterwards.
 struct Table {
   WebsocketImpl& channel;
   std::map<std::size_t, std::uint64_t> ids = {};
@@ -145,7 +145,7 @@ struct Table {
   }
 };
 
-/// A text message of less than 64 KiB as a daemon sends it.
+/// Returns a text message of less than 64 KiB as a daemon's frame.
 std::string frameOf(const std::string& text) {
   std::string head = "\x81";
   if (text.size() < 126) {
@@ -156,13 +156,14 @@ std::string frameOf(const std::string& text) {
   return head + text;
 }
 
-/// A channel and its daemon, which sends all that an input holds in one write: a frame a write is three times slower.
+/// A channel and its daemon, which sends all messages of an input in one write: one write per frame is three times
+/// slower.
 struct Link {
   asio::io_context context;
   tcp::acceptor acceptor{context, {asio::ip::address_v4::loopback(), 0}};
   tcp::socket daemon{context};
   WebsocketImpl channel{"127.0.0.1", acceptor.local_endpoint().port()};
-  /// Released by the channel thread when the last message has gone through the table.
+  /// Released by the channel thread after the last message.
   std::binary_semaphore ended{0};
 
   Link() {
@@ -185,14 +186,14 @@ struct Link {
     for (const std::string& message : messages) bytes += frameOf(message);
     bytes += frameOf(std::string("[\"") + kEnd + "\",{}]");
     asio::write(daemon, asio::buffer(bytes));
-    fuzz::check(ended.try_acquire_for(std::chrono::seconds(20)), "the channel goes on whatever came");
+    fuzz::check(ended.try_acquire_for(std::chrono::seconds(20)), "the channel keeps working after any input");
   }
 };
 
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  // Broken messages are told one by one.
+  // The channel prints a line for each invalid message.
   stderr = std::fopen("/dev/null", "w");
   return 0;
 }
@@ -201,7 +202,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static Link link;
   const std::string_view input = fuzz::textOf(data, size);
   if (size > kLargestInput || input.find(kEnd) != std::string_view::npos) return 0;
-  // An event's name is a C string where entries are described.
+  // The name of an entry's event is a C string.
   if (input.find('\0') != std::string_view::npos) return 0;
 
   Model model;
@@ -218,7 +219,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   for (const std::string& message : messages) model.receive(message);
   link.play(messages);
-  fuzz::check(table.log == model.log, "entries get what the model gives them",
+  fuzz::check(table.log == model.log, "entries receive what the model delivers",
               "expected:\n" + model.log + "delivered:\n" + table.log);
   return 0;
 }

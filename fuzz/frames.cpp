@@ -1,7 +1,9 @@
-// The frame reader, fed by a socket pair. The first byte of the input tells how the stream behind it is cut.
+// Fuzzes the frame reader through a socket pair. The first byte of the input determines how the following stream is
+// split.
 //
-// However it is cut, a stream gives the messages and the pongs that a plain decoder finds in it. What lies behind the
-// frame that closes the connection is shown or not, by when it arrives, but never changed nor out of order.
+// However it is split, a stream produces the messages and pongs that a simple decoder finds in it. Messages after the
+// frame that closes the connection may or may not be delivered, depending on when they arrive, but never changed or out
+// of order.
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -19,7 +21,7 @@ namespace {
 using Texts = std::vector<std::string>;
 using zephlinksdk::WebSocketClient;
 
-// What one call of `poll` reads, and what a socket pair takes without a reader.
+// The number of bytes that one `poll` reads and a socket pair buffers.
 constexpr std::size_t kLargestStream = 16384;
 
 std::optional<std::string_view> take(std::string_view& rest, std::uint64_t size) {
@@ -38,13 +40,13 @@ std::optional<std::uint64_t> takeNumber(std::string_view& rest, std::size_t size
 }
 
 struct Frame {
-  unsigned head;         // its first byte: FIN and the opcode
-  std::string_view key;  // empty in a frame that is not masked
+  unsigned head;         // first byte: FIN and the opcode
+  std::string_view key;  // empty if the frame is not masked
   bool lengthIsIllegal;
   std::string payload;  // unmasked
 };
 
-/// The next frame, read by the simplest decoder that can be; nothing if it is not whole.
+/// Removes the next frame, with the simplest possible decoder. Returns nothing if the frame is incomplete.
 std::optional<Frame> takeFrame(std::string_view& rest) {
   const auto first = takeNumber(rest, 1);
   const auto second = takeNumber(rest, 1);
@@ -64,11 +66,11 @@ std::optional<Frame> takeFrame(std::string_view& rest) {
   return frame;
 }
 
-/// What a stream holds.
+/// The expected result of a stream.
 struct Expected {
   Texts messages;
   Texts pongs;
-  /// How many of the messages come before the frame that ends the connection, if one does.
+  /// The number of messages before the frame that ends the connection, if there is one.
   std::optional<std::size_t> messagesToClose;
 };
 
@@ -89,7 +91,7 @@ Expected decode(std::string_view stream) {
   return expected;
 }
 
-/// What the client wrote: pongs, and one empty close frame at the end.
+/// The frames that the client has written: pongs, and one empty close frame at the end.
 struct Answers {
   Texts pongs;
   bool closes = false;
@@ -101,7 +103,7 @@ Answers readAnswers(std::string_view bytes) {
   while (!bytes.empty() && bytes != kCloseFrame) {
     const auto frame = takeFrame(bytes);
     fuzz::check(frame && !frame->lengthIsIllegal && !frame->key.empty(), "a client's frames are whole and masked");
-    fuzz::check(frame->head == 0x8A, "a client answers with pongs, and closes with an empty frame behind them");
+    fuzz::check(frame->head == 0x8A, "a client answers with pongs, followed by an empty close frame");
     answers.pongs.push_back(frame->payload);
   }
   answers.closes = !bytes.empty();
@@ -113,7 +115,7 @@ class Link {
  public:
   Link() {
     int ends[2];
-    fuzz::check(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends) == 0, "a socket pair is made");
+    fuzz::check(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends) == 0, "the socket pair is created");
     peer = ends[0];
     client.emplace(ends[1], true);
   }
@@ -132,11 +134,11 @@ class Link {
     takeWritten();
   }
 
-  /// Lets go what is left to be written, and the client see the end.
+  /// Writes what is left and lets the client detect the end.
   void end() {
     ::shutdown(peer, SHUT_WR);
     client->poll(0);
-    client->dispatch([](const std::string&) { fuzz::broken("an end of the stream is no message", {}); });
+    client->dispatch([](const std::string&) { fuzz::fail("the end of the stream is not a message", {}); });
     client->poll(0);
     fuzz::check(client->getReadyState() == WebSocketClient::CLOSED, "the end of the stream closes the client");
     takeWritten();
@@ -146,7 +148,7 @@ class Link {
   std::string written;
 
  private:
-  /// In every round: a socket pair holds some hundred small writes, whatever their bytes, and then takes no more.
+  /// Called in every round: a socket pair buffers only some hundred small writes, whatever their size.
   void takeWritten() {
     char buffer[4096];
     for (ssize_t size; (size = ::recv(peer, buffer, sizeof buffer, 0)) > 0;) {
@@ -171,23 +173,23 @@ void runCut(std::string_view stream, std::size_t step, unsigned variation, const
     stream.remove_prefix(size);
   }
   fuzz::check(link.open() != expected.messagesToClose.has_value(),
-              "a connection closes by what the stream holds alone");
-  // Answers to the last piece, and a close, leave with the next round.
+              "only the stream determines whether the connection closes");
+  // Answers to the last piece, and a close frame, are written in the next round.
   link.pump({});
   link.end();
 
   fuzz::check(link.messages.size() >= expected.messagesToClose.value_or(expected.messages.size()),
               "every message before the close is shown");
-  fuzz::check(isPrefix(link.messages, expected.messages), "messages come whole and in order");
+  fuzz::check(isPrefix(link.messages, expected.messages), "messages arrive complete and in order");
   const Answers answers = readAnswers(link.written);
   fuzz::check(answers.pongs == expected.pongs, "every ping before the close is answered with its payload");
-  fuzz::check(answers.closes == expected.messagesToClose.has_value(), "a closing client says so once");
+  fuzz::check(answers.closes == expected.messagesToClose.has_value(), "a closing client sends one close frame");
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  // An illegal length is told on every such stream.
+  // The client prints a line for each invalid length.
   stderr = std::fopen("/dev/null", "w");
   return 0;
 }

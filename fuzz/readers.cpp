@@ -1,7 +1,7 @@
-// Every report's reader, with any JSON. The first line of the input chooses an action by its number, or with an "s" in
-// front a subscription; the lines behind it are the data of the reports that answer, one after the other.
+// Fuzzes the reader of every report with any JSON. The first line of the input selects an action by its number, or with
+// the prefix "s" a subscription; the following lines are the data of successive reports.
 //
-// What the matching printer prints is JSON, and a count never passes the room of its list.
+// The matching printer must print JSON, and no count may exceed the size of its array.
 #include <cstdlib>
 #include <iterator>
 #include <type_traits>
@@ -16,7 +16,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// Each reader and each printer is reached by one of these.
+// These actions reach every reader and every printer.
 constexpr const char* kActions[] = {"state",
                                     "version",
                                     "connect",
@@ -76,7 +76,7 @@ std::size_t g_checked = 0;
 template <class Entry, std::size_t N, class Count>
 void bounded(Count count, const Entry (&)[N]) {
   ++g_checked;
-  fuzz::check(count <= N, "a count stays within the room of its list", std::to_string(count));
+  fuzz::check(count <= N, "a count does not exceed its array", std::to_string(count));
 }
 
 template <class Record>
@@ -116,7 +116,7 @@ void checkCounts(const Record& record) {
   }
 }
 
-/// A subscriber that checks each record that it gets, and stays.
+/// A callback that checks each record and stays subscribed.
 template <class Record>
 bool checkRecord(Record record, void*) {
   g_checked = 0;
@@ -132,7 +132,7 @@ void subscribe(zephlinksdk::ZephlinkSDK* sdk) {
   }(Method);
 }
 
-// Every method whose record has a list.
+// All methods whose record has a list.
 constexpr void (*kSubscriptions[])(zephlinksdk::ZephlinkSDK*) = {
     subscribe<ZephlinkSDK_getConnectedServer>,    subscribe<ZephlinkSDK_getDirectory>,
     subscribe<ZephlinkSDK_getSettings>,           subscribe<ZephlinkSDK_getAdapters>,

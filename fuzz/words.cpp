@@ -1,7 +1,8 @@
-// Any words of a command line, a line each, through the whole dispatcher and through each argument parser.
+// Fuzzes the dispatcher and each argument parser with any arguments, one per line.
 //
-// The status is one of the five and the output goes with it (see captured.h), every request is one line of JSON, and
-// what a parser takes is what another reading of the word gives; a word that it refuses leaves the value alone.
+// The status must be one of the five and match the output (see captured.h), every request must be one line of JSON, and
+// a value that a parser accepts must equal that of an independent reading. A parser does not change the value for an
+// argument that it rejects.
 
 #include <algorithm>
 #include <cstring>
@@ -17,10 +18,11 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// More words than any list takes, and longer ones than any field holds.
+// More arguments than any list accepts.
 constexpr std::size_t kMostWords = 2000;
 
-/// The number of a word by hand: blanks, a sign, digits to the end. Nothing for any other word; without a bound.
+/// Reads a number by hand: white space, a sign, digits up to the end, without a bound. Returns nothing for any other
+/// text.
 std::optional<__int128> numberOf(const std::string& word) {
   std::size_t at = word.find_first_not_of(" \t\n\v\f\r");
   if (at == std::string::npos) return std::nullopt;
@@ -44,8 +46,8 @@ void checkBounded(const std::string& word, bool (*parse)(const char*, Integer&))
   const auto number = numberOf(word);
   const bool fits =
       number && *number >= std::numeric_limits<Integer>::min() && *number <= std::numeric_limits<Integer>::max();
-  fuzz::check(taken == fits, "a number is taken exactly if it fits", word);
-  fuzz::check(value == (taken ? static_cast<Integer>(*number) : kBefore), "a number is what its digits say", word);
+  fuzz::check(taken == fits, "a number is accepted if and only if it fits", word);
+  fuzz::check(value == (taken ? static_cast<Integer>(*number) : kBefore), "a number equals its digits", word);
 }
 
 void checkNumbers(const std::string& word) {
@@ -56,22 +58,22 @@ void checkNumbers(const std::string& word) {
 
   const auto number = numberOf(word);
   std::int64_t nearest = 77;
-  fuzz::check(cli::parseI64(word.c_str(), nearest) == number.has_value(), "a number of any size is taken", word);
+  fuzz::check(cli::parseI64(word.c_str(), nearest) == number.has_value(), "a number of any size is accepted", word);
   constexpr __int128 kLowest = std::numeric_limits<std::int64_t>::min();
   constexpr __int128 kHighest = std::numeric_limits<std::int64_t>::max();
   const __int128 clamped = number ? std::min(std::max(*number, kLowest), kHighest) : 77;
-  fuzz::check(nearest == clamped, "a number out of range is the nearest", word);
+  fuzz::check(nearest == clamped, "a number out of range is clamped", word);
 
   std::uint64_t wrapped = 77;
   constexpr __int128 kMost = std::numeric_limits<std::uint64_t>::max();
   const bool fits = number && *number <= kMost && *number >= -kMost;
-  fuzz::check(cli::parseU64(word.c_str(), wrapped) == fits, "a large number is taken if it fits", word);
+  fuzz::check(cli::parseU64(word.c_str(), wrapped) == fits, "a large number is accepted if it fits", word);
   fuzz::check(wrapped == (fits ? static_cast<std::uint64_t>(*number) : 77), "a negative number wraps", word);
 
   double mbps = 77;
   const bool speed = cli::parseMbps(word.c_str(), mbps);
   fuzz::check(speed ? mbps >= 0 && mbps <= 4294967295.0 : mbps == 77, "a speed is within its bounds", word);
-  if (speed && number) fuzz::check(mbps == static_cast<double>(*number), "a speed is what its digits say", word);
+  if (speed && number) fuzz::check(mbps == static_cast<double>(*number), "a speed equals its digits", word);
 }
 
 void checkTag(const std::string& word) {
@@ -80,10 +82,10 @@ void checkTag(const std::string& word) {
   const auto bytes = [&tag] { return std::string(reinterpret_cast<const char*>(&tag), sizeof tag); };
   const std::string before = bytes();
   if (!cli::parseServerTag(word.c_str(), tag)) {
-    fuzz::check(bytes() == before, "a refused tag leaves the value alone", word);
+    fuzz::check(bytes() == before, "a refused tag does not change the value", word);
     return;
   }
-  fuzz::check(word.starts_with(std::string(tag.country) + "-" + tag.city + "-"), "a tag's pieces are its own", word);
+  fuzz::check(word.starts_with(std::string(tag.country) + "-" + tag.city + "-"), "the parts of a tag are parsed", word);
   fuzz::check(cli::isCountryCode(tag.country) || cli::isPrivateCountryCode(tag.country), "a tag has a country", word);
   fuzz::check(*tag.city != '\0' && cli::isAllLetters(tag.city), "a tag has a city", word);
 }
@@ -97,7 +99,7 @@ void checkPortRule(std::string word, bool allowLowPorts, bool allowRange) {
   fuzz::check(allowLowPorts || rule.port > 1, "low ports are refused unless they are allowed", before);
   fuzz::check(allowRange || rule.portRangeEnd == 0, "ranges are refused unless they are allowed", before);
   const auto number = numberOf(before.substr(0, before.find('/')));
-  if (number) fuzz::check(rule.port == *number, "a port is what its digits say", before);
+  if (number) fuzz::check(rule.port == *number, "a port equals its digits", before);
 }
 
 void checkSubnet(std::string word) {
@@ -109,9 +111,10 @@ void checkSubnet(std::string word) {
   const std::size_t slash = before.find('/');
   fuzz::check(slash != std::string::npos, "a subnet has a length", before);
   const auto length = numberOf(before.substr(slash + 1));
-  fuzz::check(length && subnet.prefixLength == *length, "a subnet's length is what its digits say", before);
-  fuzz::check(std::memchr(subnet.address, 0, sizeof subnet.address) != nullptr, "an address ends in its field", before);
-  fuzz::check(before.starts_with(subnet.address), "an address is the word's own", before);
+  fuzz::check(length && subnet.prefixLength == *length, "a subnet's length equals its digits", before);
+  fuzz::check(std::memchr(subnet.address, 0, sizeof subnet.address) != nullptr, "an address is terminated in its field",
+              before);
+  fuzz::check(before.starts_with(subnet.address), "an address equals that of the argument", before);
 }
 
 void checkParsers(const std::string& word) {
@@ -123,14 +126,14 @@ void checkParsers(const std::string& word) {
   checkSubnet(word);
   bool on = false;
   const bool known = word == "on" || word == "off";
-  fuzz::check(cli::parseSwitch(word.c_str(), on) == known && on == (word == "on"), "two words are a switch", word);
+  fuzz::check(cli::parseSwitch(word.c_str(), on) == known && on == (word == "on"), "a switch has two values", word);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view input = fuzz::textOf(data, size);
-  // No word of a command line holds a zero.
+  // Arguments cannot contain a zero byte.
   if (input.find('\0') != std::string_view::npos) return 0;
   const Words words = fuzz::piecesOf(input);
   if (words.size() > kMostWords) return 0;

@@ -142,7 +142,7 @@ constexpr TranslationGroup kEnglish[] = {
 };
 static_assert(isSorted(kEnglish));
 
-// A further language is a further row here.
+// Add a row for each further language.
 constexpr TranslationLanguage kLanguages[] = {
     {"en", kEnglish},
 };

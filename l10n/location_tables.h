@@ -11,7 +11,7 @@ inline constexpr std::string_view kCountryKey = "LOCATION.COUNTRY.";
 
 extern const TranslationTable kLocationTable;
 
-/// Until it is called, translate gives every key back as it came. To be called by every object that needs the names.
+/// Before the first call, translate returns every key unchanged. Each object that needs the names calls this.
 void registerLocationTables();
 
 }  // namespace zephlinksdk

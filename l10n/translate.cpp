@@ -16,7 +16,8 @@ namespace {
 constexpr std::string_view kOpening = "{{";
 constexpr std::string_view kClosing = "}}";
 constexpr char kProductName[] = "zephlinkProductName";
-// Bytes. Values may hold the names of others, so a few hundred bytes of arguments could double a text without end.
+// In bytes. Values may contain the names of other arguments, so a few hundred bytes of arguments could double a text
+// without limit.
 constexpr std::size_t kLargestText = std::size_t{1024} * 1024;
 
 struct Translator {
@@ -56,7 +57,7 @@ std::optional<std::string_view> find(const Translator& from, std::string_view ke
   return std::nullopt;
 }
 
-/// Returns the object in `text`, as far as it can be read; an empty one for anything else.
+/// Returns the JSON object in `text`, as far as it can be read; an empty object for anything else.
 Json::Value parseArguments(std::string_view text) {
   try {
     Json::CharReaderBuilder builder;
@@ -66,7 +67,7 @@ Json::Value parseArguments(std::string_view text) {
     reader->parse(text.data(), text.data() + text.size(), &arguments, nullptr);
     if (arguments.isObject()) return arguments;
   } catch (const std::exception&) {
-    // Nested deeper than the reader goes.
+    // Nested too deeply for the reader.
   }
   return Json::Value(Json::objectValue);
 }
@@ -79,7 +80,7 @@ std::string textOf(const Json::Value& value, const JsonReals& reals) {
   return value.isConvertibleTo(Json::stringValue) ? value.asString() : "";
 }
 
-/// What stands in a replacement is not searched. Stops, as far as it got, when the text has passed its bound.
+/// Does not search the replacements. Stops with a partial result when the text exceeds its bound.
 std::string replaceAll(std::string_view text, std::string_view from, std::string_view to) {
   std::string result;
   for (std::size_t at = text.find(from); at != std::string_view::npos; at = text.find(from)) {

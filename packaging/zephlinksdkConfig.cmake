@@ -1,5 +1,6 @@
-# find_package(zephlinksdk [COMPONENTS shared static]): the targets zephlinksdk::shared, which needs nothing else, and
-# zephlinksdk::zephlinksdk, the static library, which needs jsoncpp. Without components: those of both that can be used.
+# find_package(zephlinksdk [COMPONENTS shared static]): defines zephlinksdk::shared, which has no dependencies, and
+# zephlinksdk::zephlinksdk, the static library, which depends on jsoncpp. Without components, defines those that are
+# usable.
 set(zephlinksdk_wanted ${zephlinksdk_FIND_COMPONENTS})
 if(NOT zephlinksdk_wanted)
   set(zephlinksdk_wanted shared static)

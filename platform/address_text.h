@@ -1,4 +1,4 @@
-// Addresses as text, both ways, by the system's own conversions.
+// Converts addresses to text and back with the system's functions.
 #pragma once
 
 #include <string>
@@ -6,18 +6,18 @@
 
 #include "zephlinksdk/addresses.h"
 
-// The other system has these two with the addresses.
+// On Windows, <ws2tcpip.h> declares these, along with the address types.
 #ifndef _WIN32
 #include <arpa/inet.h>
 #endif
 
 namespace zephlinksdk {
 
-/// in_addr is of the one family, in6_addr of the other.
+/// AF_INET for in_addr, AF_INET6 for in6_addr.
 template <class Address>
 inline constexpr int kAddressFamily = std::is_same_v<Address, in_addr> ? AF_INET : AF_INET6;
 
-/// All zero where the text is no address of this family.
+/// Returns all zeros if the text is not an address of this family.
 template <class Address>
 Address addressFromText(const char* text) {
   Address address{};

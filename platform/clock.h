@@ -1,4 +1,4 @@
-// The one clock of the library: monotonic, so that no change of the wall clock moves a time-out.
+// The clock of the library: monotonic, so that changes of the wall clock do not affect time-outs.
 #pragma once
 
 #include <chrono>
@@ -6,7 +6,7 @@
 
 namespace zephlinksdk {
 
-/// Milliseconds on the monotonic clock. Its zero is unspecified.
+/// Returns milliseconds on the monotonic clock. Its zero is unspecified.
 inline std::uint64_t monotonicMs() {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   return static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());

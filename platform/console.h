@@ -1,4 +1,4 @@
-// The standard streams and the arguments of a console program. Only the program uses it: the library prints nothing
+// The standard streams and the arguments of a console program. Used by the program only: the library does not print
 // here.
 #pragma once
 
@@ -7,16 +7,16 @@
 
 namespace zephlinksdk {
 
-/// Makes the program's words UTF-8, lets its output go out unchanged, and makes writes to a closed pipe fail instead of
-/// ending the process. Call once, before all else.
+/// Converts the program's arguments to UTF-8, sends its output unchanged, and makes writes to a closed pipe fail
+/// instead of ending the process. Call once, before anything else.
 void prepareConsole(int& argc, char**& argv);
 
-/// Makes a write to a closed pipe end the process again, unless the process was started without that. Nothing on
-/// Windows, where such a write fails.
+/// Restores the default that a write to a closed pipe ends the process, unless the process was started with another
+/// setting. Does nothing on Windows, where such a write fails.
 void endOnClosedPipe();
 
-/// Writes UTF-8 text at once, in one write where the system takes it whole, and waits while a non-blocking descriptor
-/// takes no more. Where a Windows console shows the stream it goes out as UTF-16. Failures are ignored.
+/// Writes UTF-8 text without buffering, in one write if the system accepts all of it, and waits while a non-blocking
+/// descriptor is full. Converts to UTF-16 if the stream is a Windows console. Ignores failures.
 void writeText(std::FILE* stream, std::string_view text);
 
 }  // namespace zephlinksdk

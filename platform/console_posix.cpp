@@ -16,7 +16,7 @@ namespace {
 
 struct sigaction actionAtStart;
 
-/// Waits after a failed write, by `errno`, until the descriptor takes more. Returns false if it never will.
+/// Waits after a failed write, depending on `errno`, until the descriptor accepts more. Returns false if it never will.
 bool waitToWriteAgain(int descriptor) {
   if (errno == EINTR) return true;
   if (errno != EAGAIN && errno != EWOULDBLOCK) return false;
@@ -28,12 +28,13 @@ bool waitToWriteAgain(int descriptor) {
 
 void prepareConsole(int&, char**&) {
 #ifdef __GLIBC__
-  // Two threads that hardly allocate need no arena each.
+  // Two threads that rarely allocate do not need one arena each.
   ::mallopt(M_ARENA_MAX, 1);
-  // Gives the memory of a large message back: by default the allocator keeps blocks of up to 32 MB once it has met one.
+  // Returns the memory of a large message to the system: by default the allocator keeps blocks of up to 32 MB after the
+  // first such block.
   ::mallopt(M_MMAP_THRESHOLD, 512 * 1024);
 #endif
-  // A standard descriptor that the parent has closed would go to our next socket, and our output into it.
+  // If the parent has closed a standard descriptor, the next socket would get its number and receive our output.
   for (int standard = STDIN_FILENO; standard <= STDERR_FILENO; ++standard) {
     if (::fcntl(standard, F_GETFD) < 0) ::open("/dev/null", O_RDWR);
   }

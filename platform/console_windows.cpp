@@ -1,7 +1,7 @@
 #define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #include <windows.h>
-// These need windows.h first.
+// These headers require windows.h first.
 #include <fcntl.h>
 #include <io.h>
 #include <shellapi.h>

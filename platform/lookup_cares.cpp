@@ -1,6 +1,6 @@
-// The lookup of the statically linked program. The C library's own would load name-service modules at run time, which
-// belong to the C library of the machine that runs the program and not to the one in it. This one reads the hosts file
-// and asks the name servers of resolv.conf, whatever the system's name-service configuration says.
+// Host lookup of the statically linked program. The C library's lookup would load name-service modules at run time;
+// these belong to the C library of the machine that runs the program, not to the linked one. This lookup reads the
+// hosts file and queries the name servers of resolv.conf, whatever the system's name-service configuration.
 #include <ares.h>
 #include <arpa/inet.h>
 #include <netdb.h>
@@ -33,7 +33,7 @@ void onAnswer(void* argument, int status, int, hostent* host) {
   }
 }
 
-/// Waits for the name servers, as long as c-ares wants, and lets it go on.
+/// Waits for the name servers as long as c-ares asks, then lets it proceed.
 void process(ares_channel channel) {
   std::array<ares_socket_t, ARES_GETSOCK_MAXNUM> sockets{};
   const auto bits = static_cast<unsigned>(ares_getsock(channel, sockets.data(), ARES_GETSOCK_MAXNUM));
@@ -54,21 +54,21 @@ void process(ares_channel channel) {
     const bool writable = (watched[i].revents & POLLOUT) != 0;
     ares_process_fd(channel, readable ? watched[i].fd : ARES_SOCKET_BAD, writable ? watched[i].fd : ARES_SOCKET_BAD);
   }
-  // Time-outs pass even if no socket is ready.
+  // Lets c-ares process its time-outs when no socket is ready.
   ares_process_fd(channel, ARES_SOCKET_BAD, ARES_SOCKET_BAD);
 }
 
 }  // namespace
 
 bool lookUpHost(const char* host, std::vector<Ipv4>& addresses) {
-  // Short and hexadecimal forms such as 127.1 are addresses to the C library's lookup too.
+  // The C library's lookup also accepts short and hexadecimal forms such as 127.1.
   in_addr address{};
   if (::inet_aton(host, &address) != 0) {
     addresses.push_back(address.s_addr);
     return true;
   }
   ares_options options{};
-  char order[] = "fb";  // the hosts file, then the name servers
+  char order[] = "fb";  // the hosts file first, then the name servers
   options.lookups = order;
   ares_channel channel = nullptr;
   if (ares_init_options(&channel, &options, ARES_OPT_LOOKUPS) != ARES_SUCCESS) return false;

@@ -1,4 +1,4 @@
-// In its own file: the statically linked program has another, see lookup_cares.cpp.
+// A separate file because the statically linked program replaces it by lookup_cares.cpp.
 #include <netdb.h>
 #include <netinet/in.h>
 #include <sys/socket.h>

@@ -47,7 +47,7 @@ Connecting startConnecting(Ipv4 address, std::uint16_t port, SocketHandle& socke
   peer.sin_port = htons(port);
   peer.sin_addr.s_addr = address;
   const bool connected = ::connect(candidate, reinterpret_cast<const sockaddr*>(&peer), sizeof peer) == 0;
-  // A signal that interrupts connect leaves the connection under way.
+  // After an interrupting signal, connect continues in the background.
   if (!connected && errno != EINPROGRESS && errno != EINTR) {
     ::close(candidate);
     return Connecting::kFailed;
@@ -96,7 +96,7 @@ void closeSocket(SocketHandle socket) {
 
 void waitForSocket(SocketHandle socket, bool forWriting, Waker* waker, int timeoutMs) {
   const auto events = static_cast<short>(forWriting ? POLLIN | POLLOUT : POLLIN);
-  // poll(2) passes over negative descriptors.
+  // poll(2) ignores negative descriptors.
   std::array<pollfd, 2> watched{{{descriptor(socket), events, 0}, {-1, POLLIN, 0}}};
   if (waker != nullptr) watched[1].fd = descriptor(waker->handle());
   if (::poll(watched.data(), watched.size(), timeoutMs) > 0 && watched[1].revents != 0) waker->drain();

@@ -59,7 +59,7 @@ Connecting startConnecting(Ipv4 address, std::uint16_t port, SocketHandle& socke
   peer.sin_family = AF_INET;
   peer.sin_port = htons(port);
   peer.sin_addr.s_addr = address;
-  // A socket that blocks would hold up every time-out.
+  // A blocking socket would delay every time-out.
   u_long nonBlocking = 1;
   if (::ioctlsocket(candidate, FIONBIO, &nonBlocking) == 0) {
     const bool connected = ::connect(candidate, reinterpret_cast<const sockaddr*>(&peer), sizeof peer) == 0;
@@ -120,12 +120,12 @@ void waitForSocket(SocketHandle socket, bool forWriting, Waker* waker, int timeo
   FD_ZERO(&failed);
   watch(socket, readable);
   if (forWriting) watch(socket, writable);
-  // A connection that fails shows in this set alone.
+  // A failed connection is reported in this set only.
   if (forWriting) watch(socket, failed);
   const SocketHandle wakeHandle = waker != nullptr ? waker->handle() : kNoSocket;
   watch(wakeHandle, readable);
   if (readable.fd_count == 0) {
-    // select refuses to wait on nothing at all.
+    // select fails if no set contains a socket.
     ::Sleep(timeoutMs < 0 ? INFINITE : static_cast<DWORD>(timeoutMs));
     return;
   }

@@ -10,11 +10,11 @@
 namespace zephlinksdk {
 namespace {
 
-// What ends or stops the process while its terminal is silent.
+// The signals that end or stop the process.
 constexpr int kSignals[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGTSTP};
 constexpr std::size_t kSignalCount = sizeof kSignals / sizeof kSignals[0];
 
-// Read by the signal handler, which is in place only while these hold still.
+// Read by the signal handler. Constant while the handler is installed.
 bool isTerminal = false;
 termios loudMode;
 termios silentMode;
@@ -25,8 +25,8 @@ void setMode(const termios& mode) {
   }
 }
 
-/// Gives the terminal its echo back, lets the signal do what it would have done without us, and, should the process
-/// live on (it was stopped and continued), takes the echo away again.
+/// Restores echo, lets the signal take its previous effect, and disables echo again if the process continues (it was
+/// stopped and resumed).
 void onSignal(int signal) {
   const int error = errno;
   setMode(loudMode);
@@ -43,7 +43,7 @@ void onSignal(int signal) {
   sigemptyset(&thisSignal);
   sigaddset(&thisSignal, signal);
   raise(signal);
-  pthread_sigmask(SIG_UNBLOCK, &thisSignal, &mask);  // the signal strikes here
+  pthread_sigmask(SIG_UNBLOCK, &thisSignal, &mask);  // the signal is delivered here
   pthread_sigmask(SIG_SETMASK, &mask, nullptr);
 
   sigaction(signal, &ours, nullptr);
@@ -62,7 +62,7 @@ HiddenInput::HiddenInput() {
   struct sigaction action = {};
   action.sa_handler = onSignal;
   action.sa_flags = SA_RESTART;
-  // One signal at a time: a second must not find the terminal between two modes.
+  // Blocks the other signals in the handler: a second handler must not run between two terminal modes.
   sigemptyset(&action.sa_mask);
   for (const int signal : kSignals) sigaddset(&action.sa_mask, signal);
   for (std::size_t i = 0; i < kSignalCount; ++i) {
@@ -80,7 +80,7 @@ HiddenInput::~HiddenInput() {
 }
 
 int HiddenInput::next() {
-  // Byte by byte and without a buffer, so that nothing of a secret stays behind and no later input is taken.
+  // Reads single bytes without a buffer, so that no copy of a secret remains and no later input is consumed.
   unsigned char byte = 0;
   ssize_t count = 0;
   do {

@@ -10,19 +10,19 @@
 namespace zephlinksdk {
 namespace {
 
-// Read by the control handler, which runs on a thread of the system's and is in place only while these hold still.
+// Read by the control handler, which runs on a thread of the system. Constant while the handler is installed.
 HANDLE console = nullptr;
 bool isConsole = false;
 DWORD loudMode = 0;
 
-// The UTF-8 bytes of the character read last, and how many of them were handed out.
+// The UTF-8 bytes of the last character read, and how many of them were returned.
 char bytes[4];
 int byteCount = 0;
 int bytesTaken = 0;
 
 BOOL WINAPI onControlEvent(DWORD) {
   SetConsoleMode(console, loudMode);
-  return FALSE;  // go on to the handler that ends the process
+  return FALSE;  // continue with the handler that ends the process
 }
 
 bool readUnit(wchar_t& unit) {
@@ -30,12 +30,12 @@ bool readUnit(wchar_t& unit) {
   do {
     SetLastError(ERROR_SUCCESS);
     if (!ReadConsoleW(console, &unit, 1, &count, nullptr)) return false;
-    // An interrupt aborts the read before it ends the process: that is no answer.
+    // An interrupt aborts the read before it ends the process: do not return it as a result.
   } while (count == 0 && GetLastError() == ERROR_OPERATION_ABORTED);
   return count == 1;
 }
 
-/// Reads one character, two units of UTF-16 if need be, into `bytes`.
+/// Reads one character, one or two UTF-16 units, into `bytes`.
 bool readCharacter() {
   wchar_t units[2] = {};
   int unitCount = 1;
@@ -76,7 +76,7 @@ HiddenInput::~HiddenInput() {
 
 int HiddenInput::next() {
   if (isConsole) return nextOfConsole();
-  // Text mode, so that a line ends in one character, but no buffer that a secret could stay in.
+  // Text mode, so that a line ends in one character, but without a buffer that could retain a secret.
   unsigned char byte = 0;
   return _read(_fileno(stdin), &byte, 1) == 1 ? byte : kEnd;
 }

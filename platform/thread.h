@@ -6,11 +6,11 @@
 
 namespace zephlinksdk {
 
-/// A thread with a stack of a known size, whatever the system's default: room for every record by value, several times
-/// over, and for the deepest JSON that the parser reads. The signals of the process stay with the host's threads; only
-/// those that a thread causes itself (such as SIGPIPE and SIGSEGV) reach it.
+/// A thread with a fixed stack size, independent of the system's default: enough for several copies of every record and
+/// for the most deeply nested JSON that the parser reads. Signals to the process are handled by the host's threads;
+/// this thread receives only the signals that it causes itself (such as SIGPIPE and SIGSEGV).
 ///
-/// Join or detach a thread that was started before its object ends.
+/// REQUIRES: a started thread is joined or detached before its object is destroyed.
 class Thread {
  public:
   static constexpr std::size_t kStackSize = std::size_t{8} * 1024 * 1024;
@@ -19,7 +19,7 @@ class Thread {
   Thread(const Thread&) = delete;
   Thread& operator=(const Thread&) = delete;
 
-  /// Runs `entry(argument)` on a new thread. `entry` must not throw. Returns false if the system gives no thread.
+  /// Runs `entry(argument)` on a new thread. `entry` must not throw. Returns false if the system cannot start a thread.
   /// REQUIRES: !started().
   bool start(void (*entry)(void* argument), void* argument);
 
@@ -28,7 +28,7 @@ class Thread {
   /// Waits for the end of the thread. REQUIRES: started().
   void join();
 
-  /// Lets the thread run on by itself. REQUIRES: started().
+  /// Detaches the thread, which continues to run. REQUIRES: started().
   void detach();
 
  private:

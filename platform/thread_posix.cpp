@@ -9,7 +9,7 @@ namespace zephlinksdk {
 
 namespace {
 
-// Raised by what the thread itself does: blocked, they would be lost or end the process without a core.
+// Signals that the thread itself causes: if blocked, they would be lost or end the process without a core dump.
 constexpr int kOwnSignals[] = {SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGPIPE, SIGSEGV, SIGSYS, SIGTRAP};
 
 struct Start {
@@ -17,7 +17,7 @@ struct Start {
   void* argument;
 };
 
-// A pthread_t is a number on some systems and a pointer on others: only a C cast converts both.
+// pthread_t is an integer on some systems and a pointer on others: only a C cast converts both.
 pthread_t handleOf(std::uintptr_t native) { return (pthread_t)native; }
 
 }  // namespace
@@ -40,7 +40,7 @@ bool Thread::start(void (*entry)(void*), void* argument) {
     return false;
   }
   ::pthread_attr_setstacksize(&attributes, kStackSize);
-  // A new thread inherits the mask of its creator.
+  // A new thread inherits the signal mask of its creator.
   sigset_t blocked;
   sigset_t before;
   sigfillset(&blocked);

@@ -1,7 +1,7 @@
 #define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #include <windows.h>
-// Needs windows.h first.
+// Requires windows.h first.
 #include <process.h>
 
 #include <new>

@@ -5,9 +5,9 @@
 
 namespace zephlinksdk {
 
-/// A handle that becomes readable when another thread calls `wake`, and stays so until `drain`.
+/// A handle that becomes readable when another thread calls `wake`, and stays readable until `drain`.
 ///
-/// Where the system has no handle left to give, `wake` does nothing and waits run to their time limit.
+/// If the system has no handle left, `wake` does nothing and waits end at their time limit.
 class Waker {
  public:
   Waker();
@@ -15,13 +15,13 @@ class Waker {
   Waker(const Waker&) = delete;
   Waker& operator=(const Waker&) = delete;
 
-  /// Wakes the waiting thread, or the next one to wait. Any thread; never blocks.
+  /// Wakes the waiting thread, or the next thread that waits. Thread-safe; never blocks.
   void wake();
 
-  /// Takes back all wake-ups so far. The waiting thread only.
+  /// Clears all wake-ups so far. Call on the waiting thread only.
   void drain();
 
-  /// What a wait watches for reading, or `kNoSocket`.
+  /// Returns the handle to watch for reading, or `kNoSocket`.
   SocketHandle handle() const { return readEnd; }
 
  private:

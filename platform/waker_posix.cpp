@@ -19,7 +19,7 @@ Waker::~Waker() {
 
 void Waker::wake() {
   const char byte = 0;
-  // A full pipe already wakes; a missing one cannot.
+  // If the pipe is full, the wake-up is already pending; if it is missing, there is nothing to wake.
   [[maybe_unused]] const auto written = ::write(static_cast<int>(writeEnd), &byte, 1);
 }
 

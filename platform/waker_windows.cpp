@@ -1,4 +1,4 @@
-// select watches sockets only, so a wake-up is a datagram from a socket to itself, on loopback.
+// select watches sockets only, so a wake-up is a datagram that a loopback socket sends to itself.
 #include "platform/waker.h"
 
 #include <winsock2.h>
@@ -13,7 +13,7 @@ Waker::Waker() {
   self.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   int size = sizeof self;
   auto* address = reinterpret_cast<sockaddr*>(&self);
-  // Connected to its own address it hears nobody else.
+  // A socket connected to its own address receives only its own datagrams.
   u_long nonBlocking = 1;
   if (::bind(socket, address, size) != 0 || ::getsockname(socket, address, &size) != 0 ||
       ::connect(socket, address, size) != 0 || ::ioctlsocket(socket, FIONBIO, &nonBlocking) != 0) {

@@ -1,4 +1,4 @@
-// Forgetting secrets.
+// Erases secrets from memory.
 #pragma once
 
 #include <cstddef>
@@ -7,10 +7,10 @@
 
 namespace zephlinksdk {
 
-/// Fills memory with zeros, also where nothing reads it any more and a compiler would leave that out.
+/// Fills memory with zeros. The compiler does not remove the call, even if nothing reads the memory later.
 void wipe(void* bytes, std::size_t size);
 
-/// For containers that may hold a secret: memory is wiped before it is given back.
+/// For containers that may contain a secret: wipes memory before freeing it.
 template <class T>
 struct WipingAllocator {
   using value_type = T;
@@ -27,7 +27,7 @@ struct WipingAllocator {
   bool operator==(const WipingAllocator&) const = default;
 };
 
-/// A text whose memory is wiped, also where it grows; texts of a few bytes, which have no memory, are not.
+/// A text whose memory is wiped, including when it grows. Short texts that are stored without allocation are not wiped.
 using WipedText = std::basic_string<char, std::char_traits<char>, WipingAllocator<char>>;
 
 }  // namespace zephlinksdk

@@ -1,4 +1,4 @@
-// How errors get into records.
+// Stores errors in records.
 #pragma once
 
 #include <cstdint>
@@ -8,21 +8,21 @@
 
 namespace zephlinksdk {
 
-/// Stores the code, the message (cut to the field; null counts as empty) and `hasError`, true if the code is not 0.
+/// Sets the code, the message (cut to the field; null counts as empty) and `hasError` (true unless the code is 0).
 void setError(ZephlinkSDK_Result& head, std::uint32_t code, const char* message);
 
-/// The same with the code's own text as message.
+/// Sets the code with its default message.
 void setError(ZephlinkSDK_Result& head, std::uint32_t code);
 
-/// The head of any record.
+/// Returns the head of any record.
 inline ZephlinkSDK_Result& headOf(ZephlinkSDK_Result& record) { return record; }
 template <class Record>
 ZephlinkSDK_Result& headOf(Record& record) {
   return record.head;
 }
 
-/// The record of a call that is refused before anything is sent. Single return so that a large record is built in
-/// place.
+/// Returns the record of a call that is refused before anything is sent. Single return so that a large record is built
+/// in place (NRVO).
 template <class Record>
 Record refused(std::uint32_t code) {
   Record record{};

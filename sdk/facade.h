@@ -1,4 +1,4 @@
-// Kept for hosts written before the public headers: they include this name and use these spellings.
+// For hosts written before the public headers: they include this file and use these names.
 #pragma once
 
 #include "zephlinksdk/zephlinksdk.h"

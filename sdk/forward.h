@@ -1,4 +1,4 @@
-// The one way from the functions of the library to the methods of its class.
+// Forwards the functions of the library to the methods of its class.
 #pragma once
 
 #include <exception>
@@ -8,8 +8,8 @@
 
 namespace zephlinksdk {
 
-/// Calls the method. A null `sdk` is refused with ZephlinkSDK_Error_InvalidArgument; an exception becomes an error
-/// record with ZephlinkSDK_Error_Sdk, since none may reach a host.
+/// Calls the method. A null `sdk` is refused with ZephlinkSDK_Error_InvalidArgument. Exceptions become an error record
+/// with ZephlinkSDK_Error_Sdk: none may reach a host.
 template <class Record, class... Parameters, class... Arguments>
 Record forward(ZephlinkSDK* sdk, Record (ZephlinkSDK::*method)(Parameters...), Arguments... arguments) {
   if (sdk == nullptr) return refused<Record>(ZephlinkSDK_Error_InvalidArgument);

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// What a host may copy byte by byte and pass to C.
+/// Whether a host may copy the records byte by byte and pass them to C.
 template <class... Records>
 constexpr bool kPlain = (... && (std::is_trivial_v<Records> && std::is_standard_layout_v<Records> &&
                                  std::is_aggregate_v<Records>));

@@ -1,17 +1,17 @@
-// The layout of the records, which are part of the binary interface: a change here breaks hosts that are already built.
-// Included by a C and by a C++ file, so both languages agree. For systems where a uint64_t is aligned to 8 bytes.
+// The layout of the records, which is part of the binary interface: a change breaks hosts that are already built.
+// Included by a C and a C++ file, so that both languages agree. For systems that align uint64_t to 8 bytes.
 #include <assert.h>
 #include <stdalign.h>
 #include <stddef.h>
 
 #include "zephlinksdk/records.h"
 
-// The size of a record, and the offset of its last field, which moves with every other.
+// Checks the size of a record and the offset of its last field, which changes with any other field.
 #define LAYOUT(record, size, last, offset)          \
   static_assert(sizeof(record) == (size), #record); \
   static_assert(offsetof(record, last) == (offset), #record)
 
-// The same for records with IPv6 addresses, which not every system aligns to 4 bytes.
+// The same for records with IPv6 addresses; not all systems align these to 4 bytes.
 #define LAYOUT_WITH_IPV6(record, size, last, offset)                                                               \
   static_assert(alignof(struct in6_addr) != 4 || (sizeof(record) == (size) && offsetof(record, last) == (offset)), \
                 #record)

@@ -1,7 +1,7 @@
-// All tables of words and numbers: of the wire, of arguments and of output. Where two of these differ for one value,
-// the tables are next to each other; elsewhere one table serves all.
+// All tables of words and numbers: for the wire, for arguments and for output. If the wire and the output differ for a
+// value, their tables are next to each other; otherwise one table serves both.
 //
-// A value outside of a table comes from a caller's cast. It has a text nevertheless.
+// Values that are not in a table, which only casts by a caller can produce, have a text too.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace zephlinksdk {
 
-/// Reads a number of the wire whose values are those of `Value`: 1 to `last` stand for themselves, all else for 0.
+/// Reads a number whose wire values equal those of `Value`. Numbers other than 1 to `last` read as 0.
 template <typename Value>
 constexpr Value valueOfNumber(int64_t number, Value last) {
   return number >= 1 && number <= static_cast<int64_t>(last) ? static_cast<Value>(number) : static_cast<Value>(0);
@@ -19,7 +19,7 @@ constexpr Value valueOfNumber(int64_t number, Value last) {
 
 // ---- State ---------------------------------------------------------------------------------------------------------
 
-// The wire has the numbers.
+// Numbers on the wire.
 inline constexpr auto kStateWords = wordTable<uint32_t>(
     {
         {ZephlinkSDK_State_LoggedOut, "LOGGED_OUT"},
@@ -35,7 +35,7 @@ inline constexpr auto kStateWords = wordTable<uint32_t>(
 
 // ---- Connecting ----------------------------------------------------------------------------------------------------
 
-// The choice of a server has two vocabularies: what is asked for now, and what is kept as the default.
+// Two tables: the daemon uses different words for connecting now and for the stored default.
 
 inline constexpr auto kConnectTargets = wordTable<ZephlinkSDK_ConnectMethod>(
     {
@@ -60,7 +60,7 @@ inline constexpr auto kStoredConnectMethods = wordTable<ZephlinkSDK_ConnectMetho
     },
     "user");
 
-// What output and arguments call it.
+// For output and arguments.
 inline constexpr auto kConnectMethodWords = wordTable<ZephlinkSDK_ConnectMethod>(
     {
         {ZephlinkSDK_ConnectMethod_Closest, "closest"},
@@ -127,7 +127,7 @@ inline constexpr auto kBondingModeWords = wordTable<ZephlinkSDK_BondingMode>(
     },
     "speed");
 
-// Proxy and Share are read in statistics only: settings neither hold nor take them.
+// Proxy and Share are read in statistics only: settings neither report nor accept them.
 inline constexpr auto kTransportModeWords = wordTable<ZephlinkSDK_TransportMode>(
     {
         {ZephlinkSDK_TransportMode_Tcp, "tcp"},
@@ -143,7 +143,7 @@ constexpr bool isTransportSetting(ZephlinkSDK_TransportMode value) {
   return value != ZephlinkSDK_TransportMode_Proxy && value != ZephlinkSDK_TransportMode_Share;
 }
 
-// A request leaves the protocol out where it has no row.
+// A request omits the protocol of a value without a row.
 inline constexpr auto kPortProtocolWords = wordTable<ZephlinkSDK_PortProtocol>(
     {
         {ZephlinkSDK_PortProtocol_Tcp, "tcp"},
@@ -153,7 +153,7 @@ inline constexpr auto kPortProtocolWords = wordTable<ZephlinkSDK_PortProtocol>(
 
 // ---- Adapters ------------------------------------------------------------------------------------------------------
 
-// The wire has the numbers.
+// Numbers on the wire.
 inline constexpr auto kAdapterStateWords = wordTable<ZephlinkSDK_AdapterState>(
     {
         {ZephlinkSDK_AdapterState_Disconnected, "disconnected"},
@@ -182,7 +182,7 @@ inline constexpr auto kConnectionPriorityWords = wordTable<ZephlinkSDK_Connectio
     },
     "always");
 
-// The wire may write these in capitals: lower a text before looking it up.
+// The daemon may send these in upper case: convert a text to lower case before the lookup.
 inline constexpr auto kDirectionalModeWords = wordTable<ZephlinkSDK_ConnectionDirectionalMode>(
     {
         {ZephlinkSDK_ConnectionDirectionalMode_On, "on"},
@@ -207,7 +207,7 @@ inline constexpr auto kAdapterTypeWords = wordTable<ZephlinkSDK_AdapterType>(
 
 // ---- Statistics ----------------------------------------------------------------------------------------------------
 
-// The wire has the numbers.
+// Numbers on the wire.
 inline constexpr auto kStreamHealthWords = wordTable<ZephlinkSDK_StreamHealth>(
     {
         {ZephlinkSDK_StreamHealth_Stopped, "stopped"},
@@ -216,7 +216,7 @@ inline constexpr auto kStreamHealthWords = wordTable<ZephlinkSDK_StreamHealth>(
     },
     "stopped");
 
-// A period without a name has the empty text: the output then shows its number of hours.
+// A period without a name has an empty text: the output then shows its number of hours.
 inline constexpr auto kPeriodWords = wordTable<uint32_t>(
     {
         {ZephlinkSDK_Period_Current, "current"},
@@ -237,7 +237,7 @@ inline constexpr auto kFirewallModeWords = wordTable<ZephlinkSDK_FirewallMode>(
     },
     "Unknown mode");
 
-// The same words as the firewall's for other values.
+// The firewall's words, with different values.
 inline constexpr auto kLocalProxyMatchModeWords = wordTable<ZephlinkSDK_LocalProxyMatchMode>(
     {
         {ZephlinkSDK_LocalProxyMatchMode_AllowList, "allowlist"},
@@ -340,7 +340,7 @@ inline constexpr auto kPeerRoleWords = wordTable<ZephlinkSDK_PeerRole>(
     },
     "unknown");
 
-// The wire has the numbers of these two.
+// The next two are numbers on the wire.
 inline constexpr auto kPeerStatusWords = wordTable<ZephlinkSDK_PeerStatus>(
     {
         {ZephlinkSDK_PeerStatus_Disconnected, "disconnected"},

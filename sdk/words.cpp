@@ -1,4 +1,4 @@
-// The public words, by the tables of all words.
+// The public word functions, implemented with the word tables.
 #include "zephlinksdk/words.h"
 
 #include <exception>
@@ -20,9 +20,9 @@ bool fromText(const Table& table, const char* text, Value* value) {
 
 const char* textOrEmpty(const char* text) { return text != nullptr ? text : ""; }
 
-/// Copies the text that `make` returns.
+/// Copies the text that `make` returns into `buffer`. Returns its full length.
 template <class Make>
-size_t giveText(char* buffer, size_t size, Make make) {
+size_t copyName(char* buffer, size_t size, Make make) {
   try {
     const std::string text = make();
     zephlinksdk::copyText(buffer, size, text);
@@ -232,13 +232,13 @@ bool ZephlinkSDK_peerTunnelStatusFromText(const char* text, ZephlinkSDK_PeerTunn
 // ---- Names of places -----------------------------------------------------------------------------------------------
 
 size_t ZephlinkSDK_countryName(const char* code, char* buffer, size_t size) {
-  return giveText(buffer, size, [code] { return countryName(textOrEmpty(code)); });
+  return copyName(buffer, size, [code] { return countryName(textOrEmpty(code)); });
 }
 
 size_t ZephlinkSDK_cityName(const char* city, char* buffer, size_t size) {
-  return giveText(buffer, size, [city] { return cityName(textOrEmpty(city)); });
+  return copyName(buffer, size, [city] { return cityName(textOrEmpty(city)); });
 }
 
 size_t ZephlinkSDK_serverName(const ZephlinkSDK_ServerInfo* server, char* buffer, size_t size) {
-  return giveText(buffer, size, [server] { return server != nullptr ? serverName(*server) : std::string(); });
+  return copyName(buffer, size, [server] { return server != nullptr ? serverName(*server) : std::string(); });
 }

@@ -31,7 +31,7 @@ ZephlinkSDK::ZephlinkSDK(const ZephlinkSDK_Config& config) {
     }
     running = true;
   } catch (const std::system_error&) {
-    // A system without a thread to give: every call says that there is no channel.
+    // The system cannot start a thread: without a channel every call fails.
     channel.reset();
   }
 }
@@ -56,14 +56,14 @@ void ZephlinkSDK::removeListener(std::uint64_t handle) {
   if (channel) channel->removeEventDescription(handle);
 }
 
-/// With `mutex` held. One-shot commands never pay for the thread: it begins with the first subscription to statistics.
-/// False when the system has no thread to give.
+/// REQUIRES: `mutex` is locked. The thread starts with the first subscription to statistics, so one-shot commands do
+/// not pay for it. Returns false if the system cannot start a thread.
 bool ZephlinkSDK::startKeepAlive() {
   if (!running || keepAliveThread.started()) return true;
   return keepAliveThread.start([](void* self) { static_cast<ZephlinkSDK*>(self)->keepAlive(); }, this);
 }
 
-/// The keep-alive thread: a daemon stops its statistics unless it is asked again.
+/// The keep-alive thread: a daemon stops sending statistics unless the request is repeated.
 void ZephlinkSDK::keepAlive() {
   std::unique_lock lock(mutex);
   std::uint64_t last = 0;
@@ -71,14 +71,14 @@ void ZephlinkSDK::keepAlive() {
     stopping.wait_for(lock, kKeepAliveTick, [this] { return !running; });
     if (!running || !statsEnabled) continue;
     const std::uint64_t now = monotonicMs();
-    // The first repetition follows the requests of a host that has just begun to make them.
+    // The first repetition waits until the host has finished its initial requests.
     const bool quiet = now - channel->lastQueuedMs() >= static_cast<std::uint64_t>(kKeepAliveTick.count());
     if (last == 0 ? !quiet : now - last < kKeepAlivePeriodMs) continue;
     try {
       subscribeStats(true, 0, nullptr);
       last = now;
     } catch (const std::exception&) {
-      // Without memory for the request the next tick tries again.
+      // Out of memory: retry at the next tick.
     }
   }
 }

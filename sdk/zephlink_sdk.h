@@ -1,4 +1,4 @@
-// The implementation of the library: class ZephlinkSDK, a method for each public function, which forwards to it. The
+// The implementation of the library: class ZephlinkSDK has a method for each public function, which forwards to it. The
 // contracts are in zephlinksdk/zephlinksdk.h.
 #pragma once
 
@@ -337,7 +337,7 @@ class ZephlinkSDK {
   // Guards statsEnabled and running.
   std::recursive_mutex mutex;
   std::condition_variable_any stopping;
-  // Ends first: its callbacks may still use all of the above.
+  // Last member, destroyed first: its callbacks may use all of the above.
   std::unique_ptr<WebsocketImpl> channel;
 };
 

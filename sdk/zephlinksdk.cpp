@@ -1,4 +1,4 @@
-// The functions that a host calls: each forwards to the method of the same name.
+// The public functions. Each forwards to the method of the same name.
 #include "zephlinksdk/zephlinksdk.h"
 
 #include "base/text.h"

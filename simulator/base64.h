@@ -1,4 +1,4 @@
-// Base64 with the standard alphabet and padding, as connect codes use it.
+// Base64 with the standard alphabet and padding, for connect codes.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,7 @@
 namespace zephsim {
 
 std::string encodeBase64(const std::string& bytes);
-/// Nothing if the text is not strict base64 as a whole.
+/// Returns nothing unless the whole text is strict Base64.
 std::optional<std::string> decodeBase64(const std::string& text);
 
 }  // namespace zephsim

@@ -22,7 +22,7 @@ std::string compact(const Json::Value& value) {
   return Json::writeString(builder, value);
 }
 
-/// Throws what jsoncpp throws, on nesting that is too deep.
+/// Throws Json::Exception if the text is nested too deeply.
 Json::Value parse(const std::string& text) {
   const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
   Json::Value root;
@@ -30,7 +30,7 @@ Json::Value parse(const std::string& text) {
   return root;
 }
 
-/// A message cut off in the middle: the event can be told, its members can't be parsed.
+/// Cuts a message off in the middle: its event can be read, but its members cannot be parsed.
 std::string garbled(const std::string& text) { return text.substr(0, text.size() - text.size() / 3); }
 
 Json::Value withoutSecrets(Json::Value members) {
@@ -47,7 +47,7 @@ Daemon::Daemon(const Options& daemonOptions)
     : options(daemonOptions),
       generator(daemonOptions.seed),
       server(daemonOptions.port, {.onOpen = [this](Connection connection) { connections[connection] = 0; },
-                                  .onText = [this](Connection from, const std::string& text) { hear(from, text); },
+                                  .onText = [this](Connection from, const std::string& text) { receive(from, text); },
                                   .onClose = [this](Connection connection) { connections.erase(connection); }}) {
   for (const Family family : kFamilies) {
     for (Request& request : family(*this)) requests[request.event] = std::move(request.handle);
@@ -67,7 +67,7 @@ void Daemon::quit() {
   ended.set_value();
 }
 
-void Daemon::hear(Connection connection, const std::string& text) {
+void Daemon::receive(Connection connection, const std::string& text) {
   Json::Value root;
   try {
     root = parse(text);
@@ -78,9 +78,9 @@ void Daemon::hear(Connection connection, const std::string& text) {
   const std::string event = root[0].asString();
   if (options.print) print('<', event, root[1]);
   if (!count(connection)) return;
-  currentAsker = connection;
+  currentRequester = connection;
   dispatch(event, root[1]);
-  currentAsker = 0;
+  currentRequester = 0;
 }
 
 void Daemon::dispatch(const std::string& event, const Json::Value& members) {
@@ -99,11 +99,11 @@ void Daemon::dispatch(const std::string& event, const Json::Value& members) {
   }
 }
 
-void Daemon::report(const char* event, const Json::Value& data) { say(event, data, 1); }
+void Daemon::report(const char* event, const Json::Value& data) { send(event, data, 1); }
 
-void Daemon::flood(const char* event, const Json::Value& data) { say(event, data, options.flood); }
+void Daemon::flood(const char* event, const Json::Value& data) { send(event, data, options.flood); }
 
-void Daemon::say(const char* event, const Json::Value& data, std::uint32_t times) {
+void Daemon::send(const char* event, const Json::Value& data, std::uint32_t times) {
   if (options.silent) return;
   const std::string whole = compact(array({event, data, kSourceTag}));
   const std::string text = options.garble ? garbled(whole) : whole;
@@ -137,7 +137,7 @@ void Daemon::deliver(const std::string& text) {
   }
 }
 
-/// False once the connection has had its share of messages; it is then ended behind what has been sent.
+/// Returns false once the connection has reached its number of messages; it is then ended after the queued messages.
 bool Daemon::count(Connection connection) {
   const std::uint32_t messages = ++connections[connection];
   if (options.dropAfter != 0 && messages >= options.dropAfter) {

@@ -1,4 +1,4 @@
-// The simulated daemon: it hears requests, hands each to the family that knows it, and says reports to everybody.
+// The simulated daemon: passes each request to the family that handles it, and sends reports to all connections.
 // Everything here runs on the server's thread, so families need no locks.
 #pragma once
 
@@ -21,7 +21,7 @@ namespace zephsim {
 
 class Daemon;
 
-/// The members of a request are an object, or null when the request has none.
+/// The members of a request are an object, or null if the request has none.
 using RequestHandler = std::function<void(Daemon&, const Json::Value& members)>;
 
 /// A row of a family's table.
@@ -30,7 +30,7 @@ struct Request {
   RequestHandler handle;
 };
 
-/// Codes of the errors that a daemon reports.
+/// Error codes of the daemon.
 enum class Fault {
   Network = 1,
   Credentials = 3,
@@ -41,13 +41,13 @@ enum class Fault {
   InvalidArgument = 13,
 };
 
-/// Thrown by a handler: the request is answered by a settings error that names it.
+/// Thrown by a handler: the request is answered by a settings error with the request's name.
 struct Refusal {
   Fault fault;
   std::string text;
 };
 
-/// A handler that is a method of a family with state of its own.
+/// Makes a handler of a method of a family that has state.
 template <typename State>
 RequestHandler method(std::shared_ptr<State> state, void (State::*handle)(const Json::Value& members)) {
   return [state, handle](Daemon&, const Json::Value& members) { ((*state).*handle)(members); };
@@ -55,41 +55,41 @@ RequestHandler method(std::shared_ptr<State> state, void (State::*handle)(const 
 
 class Daemon {
  public:
-  /// Takes the port; throws `std::runtime_error` if it can't be had.
+  /// Binds the port. Throws `std::runtime_error` if it is not available.
   explicit Daemon(const Options& options);
 
   std::uint16_t port() const { return server.port(); }
-  /// Serves until `exit` is heard or the process is told to end.
+  /// Serves until an `exit` request or a termination signal.
   void run();
 
   // For the families.
 
-  /// Says a report to all connections.
+  /// Sends a report to all connections.
   void report(const char* event, const Json::Value& data);
-  /// Says a report as often as `--flood` tells, not at all without it.
+  /// Sends a report as often as `--flood` specifies; not at all without it.
   void flood(const char* event, const Json::Value& data);
   void report(const Record& record) { report(record.report, record.value); }
-  /// `report` of an error event: `type` and `msg`, and what else `members` holds.
+  /// Reports an error event: `type`, `msg` and the given `members`.
   void fault(const char* event, Fault code, const std::string& text, Json::Value members = Json::objectValue);
-  /// Runs `task` later; what takes time takes a tenth of it with `--fast`.
+  /// Runs `task` after `delay`; with `--fast`, after a tenth of it.
   void after(std::chrono::milliseconds delay, std::function<void()> task);
-  /// Runs `task` again and again, the first time after `period`.
+  /// Runs `task` repeatedly, first after `period`.
   void every(std::chrono::milliseconds period, std::function<void()> task);
-  /// A number from `low` to `high`, at random.
+  /// Returns a random number from `low` to `high`.
   double random(double low, double high);
   bool chance(double probability) { return random(0, 1) < probability; }
-  /// Of whom the request now in hand comes.
-  Connection asker() const { return currentAsker; }
+  /// The connection that sent the current request.
+  Connection requester() const { return currentRequester; }
   bool isConnected(Connection connection) const { return connections.count(connection) != 0; }
   void quit();
 
   World world;
 
  private:
-  void hear(Connection connection, const std::string& text);
+  void receive(Connection connection, const std::string& text);
   void refuse(const std::string& setting, const Refusal& refusal);
   void dispatch(const std::string& event, const Json::Value& members);
-  void say(const char* event, const Json::Value& data, std::uint32_t times);
+  void send(const char* event, const Json::Value& data, std::uint32_t times);
   void deliverInTime(const std::string& text);
   void deliver(const std::string& text);
   bool count(Connection connection);
@@ -97,12 +97,12 @@ class Daemon {
 
   const Options options;
   std::map<std::string, RequestHandler> requests;
-  std::map<Connection, std::uint32_t> connections;  ///< and the messages of each, heard and said
-  Connection currentAsker = 0;
+  std::map<Connection, std::uint32_t> connections;  ///< with the number of messages of each, received and sent
+  Connection currentRequester = 0;
   std::promise<void> ended;
   bool hasEnded = false;
   std::mt19937 generator;
-  WsServer server;  ///< last, so that its thread ends before what it works on
+  WsServer server;  ///< last member: its thread ends before the members that it uses
 };
 
 }  // namespace zephsim

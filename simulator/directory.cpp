@@ -11,7 +11,7 @@ namespace {
 
 constexpr char kPrivatePrefix[] = "private";
 
-/// Servers of one place; `count` of them, numbered from 1.
+/// `count` servers of one place, numbered from 1.
 struct Place {
   const char* country;
   const char* city;
@@ -21,7 +21,7 @@ struct Place {
   bool torrent;
 };
 
-// Two cities and one country are keys that no client has a name for.
+// Two cities and one country are keys that clients do not know.
 constexpr Place kPlaces[] = {
     {"de", "frankfurt", "fra-1", 4, false, true},    {"nl", "amsterdam", "ams-2", 4, false, true},
     {"gb", "london", "lon-1", 4, false, false},      {"fr", "paris", "par-1", 3, false, false},
@@ -42,7 +42,7 @@ constexpr Place kPlaces[] = {
 
 const char* yesNo(bool value) { return value ? "yes" : "no"; }
 
-/// Addresses from the ranges that are kept for documentation.
+/// Returns an address from the ranges reserved for documentation.
 std::string documentationAddress(const char* prefix, Json::ArrayIndex index) {
   return prefix + std::to_string(1 + index % 250);
 }
@@ -79,7 +79,7 @@ std::vector<std::string> split(const std::string& text) {
   return pieces;
 }
 
-/// A place as far as it is told: an empty piece, or none, is any.
+/// Finds a server by a place; an empty or missing part matches any.
 Json::Value serverAt(const Json::Value& servers, const std::string& place) {
   static constexpr const char* kKeys[] = {"country", "city", "num"};
   const std::vector<std::string> pieces = split(place);
@@ -106,17 +106,18 @@ Json::Value makeDirectory() {
   return servers;
 }
 
-Json::Value chooseServer(const ServerWish& wish) {
-  const std::string& text = wish.text;
+Json::Value chooseServer(const ServerChoice& choice) {
+  const std::string& text = choice.text;
   if (text == "proxy") return makeProxy();
-  if (text == "auto" || text == "user") return firstOf(wish.all, [](const Json::Value&) { return true; });
-  if (text == "userpublic") return firstOf(wish.all, [](const Json::Value& server) { return !isPrivate(server); });
-  if (text == "userprivate") return firstOf(wish.all, isPrivate);
-  if (text == "p2p") return firstOf(wish.all, [](const Json::Value& server) { return server["torrent"] == "yes"; });
-  if (text == "last" && !wish.last.isNull()) return wish.last;
-  if (text == "last") return chooseServer({"user", wish.all, wish.last});
-  if (text == "ignorelast") return firstOf(wish.all, [&](const Json::Value& server) { return server != wish.last; });
-  return serverAt(wish.all, text.substr(0, 1) == "#" ? text.substr(1) : text);
+  if (text == "auto" || text == "user") return firstOf(choice.all, [](const Json::Value&) { return true; });
+  if (text == "userpublic") return firstOf(choice.all, [](const Json::Value& server) { return !isPrivate(server); });
+  if (text == "userprivate") return firstOf(choice.all, isPrivate);
+  if (text == "p2p") return firstOf(choice.all, [](const Json::Value& server) { return server["torrent"] == "yes"; });
+  if (text == "last" && !choice.last.isNull()) return choice.last;
+  if (text == "last") return chooseServer({"user", choice.all, choice.last});
+  if (text == "ignorelast")
+    return firstOf(choice.all, [&](const Json::Value& server) { return server != choice.last; });
+  return serverAt(choice.all, text.substr(0, 1) == "#" ? text.substr(1) : text);
 }
 
 }  // namespace zephsim

@@ -7,17 +7,17 @@
 
 namespace zephsim {
 
-/// All servers in the form they have on the wire, the closest first.
+/// Returns all servers in their wire format, the closest first.
 Json::Value makeDirectory();
 
-/// What is asked for, and what it is asked of.
-struct ServerWish {
-  std::string text;         ///< a keyword, or country, city and number joined by "|", with a leading "#" or not
-  const Json::Value& all;   ///< of `makeDirectory`
+/// A request for a server, and the servers to choose from.
+struct ServerChoice {
+  std::string text;         ///< a keyword, or country, city and number joined by "|", optionally with a leading "#"
+  const Json::Value& all;   ///< from `makeDirectory`
   const Json::Value& last;  ///< the server of the last session, or null
 };
 
-/// The server that fits best, or null if there is none.
-Json::Value chooseServer(const ServerWish& wish);
+/// Returns the server that fits best; null if none does.
+Json::Value chooseServer(const ServerChoice& choice);
 
 }  // namespace zephsim

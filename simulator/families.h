@@ -1,4 +1,4 @@
-// The families of requests that the simulated daemon knows: each is a table of requests, and the state it starts with.
+// The families of requests that the simulated daemon handles. Each is a table of requests and their initial state.
 #pragma once
 
 #include <vector>
@@ -7,7 +7,7 @@
 
 namespace zephsim {
 
-/// Gives the world what belongs to the family, starts what happens by itself, and returns the family's requests.
+/// Adds the family's state to the world, starts its periodic tasks, and returns its requests.
 using Family = std::vector<Request> (*)(Daemon&);
 
 std::vector<Request> connectingFamily(Daemon& daemon);

@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
     std::fflush(stdout);
     daemon.run();
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "zephsim: can't listen on 127.0.0.1:%d: %s\n", options->port, error.what());
+    std::fprintf(stderr, "zephsim: cannot listen on 127.0.0.1:%d: %s\n", options->port, error.what());
     return 1;
   }
   return 0;

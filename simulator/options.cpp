@@ -8,7 +8,7 @@
 namespace zephsim {
 namespace {
 
-/// One option. `set` gets the word behind the option, null when `argument` is; it returns false for a bad word.
+/// One option. `set` gets the option's value, or null if `argument` is null; it returns false for an invalid value.
 struct Option {
   const char* name;
   const char* argument;
@@ -47,21 +47,21 @@ bool addRefused(Options& options, const char* word) {
 
 constexpr Option kOptions[] = {
     {"--port", "N", "listen on 127.0.0.1:N, 0 for a free port (9330)", setNumber<&Options::port>},
-    {"--print", nullptr, "print what is heard (<), said (>) and not known (?)", setFlag<&Options::print>},
+    {"--print", nullptr, "print requests (<), reports (>) and unknown requests (?)", setFlag<&Options::print>},
     {"--print-secrets", nullptr, "print passwords and tokens, not ***", setFlag<&Options::printSecrets>},
-    {"--fast", nullptr, "what takes time takes a tenth of it", setFlag<&Options::fast>},
-    {"--seed", "N", "start value of all that moves at random (1)", setNumber<&Options::seed>},
-    {"--delay", "MS", "wait so many milliseconds before each answer", setDelay},
-    {"--drop-after", "N", "drop a connection after N messages, heard and said", setNumber<&Options::dropAfter>},
-    {"--close-after", "N", "send a close frame after N messages, heard and said", setNumber<&Options::closeAfter>},
+    {"--fast", nullptr, "reduce simulated delays to a tenth", setFlag<&Options::fast>},
+    {"--seed", "N", "seed of the random behaviour (1)", setNumber<&Options::seed>},
+    {"--delay", "MS", "wait MS milliseconds before each answer", setDelay},
+    {"--drop-after", "N", "drop a connection after N messages, received and sent", setNumber<&Options::dropAfter>},
+    {"--close-after", "N", "send a close frame after N messages, received and sent", setNumber<&Options::closeAfter>},
     {"--silent", nullptr, "answer nothing", setFlag<&Options::silent>},
     {"--garble", nullptr, "answer with broken JSON", setFlag<&Options::garble>},
     {"--refuse", "REQUEST", "refuse this request with a settings error; may be repeated", addRefused},
-    {"--flood", "N", "follow each stat_subscribe with N statistics at once", setNumber<&Options::flood>},
+    {"--flood", "N", "send N statistics at once after each stat_subscribe", setNumber<&Options::flood>},
 };
 
 void printHelp() {
-  std::printf("Usage: zephsim [option] ...\nA simulated daemon to talk to.\n");
+  std::printf("Usage: zephsim [option] ...\nA simulated daemon.\n");
   for (const Option& option : kOptions) {
     const std::string left = std::string(option.name) + (option.argument ? std::string(" ") + option.argument : "");
     std::printf("  %-18s %s\n", left.c_str(), option.help);
@@ -89,7 +89,8 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, int& exit
     const Option* option = findOption(argv[i]);
     const char* word = option && option->argument && i + 1 < argc ? argv[i + 1] : nullptr;
     if (!option || (option->argument && !word) || !option->set(options, word)) {
-      std::fprintf(stderr, "zephsim: bad option: %s%s%s (see --help)\n", argv[i], word ? " " : "", word ? word : "");
+      std::fprintf(stderr, "zephsim: invalid option: %s%s%s (see --help)\n", argv[i], word ? " " : "",
+                   word ? word : "");
       exitStatus = 2;
       return std::nullopt;
     }

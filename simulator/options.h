@@ -10,22 +10,22 @@
 namespace zephsim {
 
 struct Options {
-  std::uint16_t port = 9330;  ///< 0 takes a free one
+  std::uint16_t port = 9330;  ///< 0: any free port
   bool print = false;
   bool printSecrets = false;
-  bool fast = false;  ///< what takes time takes a tenth
+  bool fast = false;  ///< delays take a tenth of their time
   std::uint32_t seed = 1;
   std::chrono::milliseconds delay{0};  ///< before each answer
-  std::uint32_t dropAfter = 0;         ///< messages of a connection, heard and said; 0 is never
-  std::uint32_t closeAfter = 0;        ///< as `dropAfter`
+  std::uint32_t dropAfter = 0;         ///< messages of a connection, received and sent; 0: never
+  std::uint32_t closeAfter = 0;        ///< like `dropAfter`
   bool silent = false;
   bool garble = false;
-  std::uint32_t flood = 0;        ///< reports of connection statistics that follow each subscription at once
+  std::uint32_t flood = 0;        ///< additional reports of connection statistics, sent at once after each subscription
   std::set<std::string> refused;  ///< requests that are answered by a settings error
 };
 
-/// The options of a command line, or nothing and `exitStatus` when the process is to end: after the help text on
-/// standard output, or after a line on standard error that names the fault.
+/// Parses a command line. Returns nothing if the process must exit with `exitStatus`: after printing the help to
+/// stdout, or an error line to stderr.
 std::optional<Options> parseOptions(int argc, const char* const* argv, int& exitStatus);
 
 }  // namespace zephsim

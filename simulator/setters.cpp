@@ -22,48 +22,50 @@ bool isOfKind(const Json::Value& value, Kind kind) {
   return false;
 }
 
-const Json::Value& wanted(const Json::Value& members, const char* member, Kind kind) {
+const Json::Value& required(const Json::Value& members, const char* member, Kind kind) {
   if (!members.isObject() || !isOfKind(members[member], kind)) {
     throw Refusal{Fault::InvalidArgument, std::string("The value of ") + member + " is not valid"};
   }
   return members[member];
 }
 
-std::string wantedText(const Json::Value& members, const char* member) {
-  return wanted(members, member, Kind::Text).asString();
+std::string requiredText(const Json::Value& members, const char* member) {
+  return required(members, member, Kind::Text).asString();
 }
 
-std::string wantedWord(const Json::Value& members, const char* member, const Words& words) {
-  std::string word = wantedText(members, member);
+std::string requiredWord(const Json::Value& members, const char* member, const Words& words) {
+  std::string word = requiredText(members, member);
   if (std::find(words.begin(), words.end(), word) == words.end()) {
     throw Refusal{Fault::InvalidArgument, "\"" + word + "\" is not known"};
   }
   return word;
 }
 
-bool wantedBool(const Json::Value& members, const char* member) { return wanted(members, member, Kind::Bool).asBool(); }
+bool requiredBool(const Json::Value& members, const char* member) {
+  return required(members, member, Kind::Bool).asBool();
+}
 
-RequestHandler sayRecord(const SharedRecord& record) {
+RequestHandler reportRecord(const SharedRecord& record) {
   return [record](Daemon& daemon, const Json::Value&) { daemon.report(*record); };
 }
 
 RequestHandler setMember(const SharedRecord& record, const char* member, const char* key, Kind kind) {
   return [=](Daemon& daemon, const Json::Value& members) {
-    record->value[key] = wanted(members, member, kind);
+    record->value[key] = required(members, member, kind);
     daemon.report(*record);
   };
 }
 
 RequestHandler setWord(const SharedRecord& record, const char* member, const char* key, Words words) {
   return [=, words = std::move(words)](Daemon& daemon, const Json::Value& members) {
-    record->value[key] = wantedWord(members, member, words);
+    record->value[key] = requiredWord(members, member, words);
     daemon.report(*record);
   };
 }
 
 RequestHandler setList(const SharedRecord& record, const char* member, Json::ArrayIndex limit) {
   return [=](Daemon& daemon, const Json::Value& members) {
-    const Json::Value& list = wanted(members, member, Kind::List);
+    const Json::Value& list = required(members, member, Kind::List);
     if (list.size() > limit) throw Refusal{Fault::InvalidArgument, "The list is too long"};
     record->value[member] = list;
     daemon.report(*record);

@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kBitsPerMegabit = 1e6;
 constexpr std::uint64_t kHistoryMs = 300'000;
-constexpr double kOutageChance = 1.0 / 45;  ///< of each tick
+constexpr double kOutageChance = 1.0 / 45;  ///< in each tick
 constexpr int kStateConnecting = 1;
 constexpr int kStateConnected = 2;
 constexpr int kPriorityBackup = 2;
@@ -23,7 +23,7 @@ const Flow kFlows[] = {
     {.adapter = "share0", .downLimit = 25, .upLimit = 8, .baseLatency = 61},
 };
 
-/// A step towards a random place between the bounds, small enough to look like a load and not like noise.
+/// Returns a step towards a random value between the bounds, small enough to look like load rather than noise.
 double wander(const Random& random, double value, double low, double high) {
   const double goal = random(low, high);
   return value == 0 ? goal : value + 0.25 * (goal - value);
@@ -41,7 +41,7 @@ std::int64_t inFlight(const Flow& flow) {
 
 std::int64_t window(const Flow& flow) { return inFlight(flow) * 3 / 2 + 32768; }
 
-/// The estimated mean opinion score of a call over the connection, 1 to 4.5.
+/// Returns the estimated mean opinion score of a call over the connection, 1 to 4.5.
 double opinionScore(const Flow& flow) {
   return std::clamp(4.45 - flow.latency / 400 - flow.jitter / 100 - flow.loss * 12, 1.0, 4.5);
 }
@@ -87,7 +87,7 @@ Json::Value describe(const Flow& flow, std::size_t index, const World& world) {
                  {"congested", flow.loss > 0.02}});
 }
 
-/// The packed form: two flags, then the numbers in hexadecimal, each of a fixed width.
+/// The packed form: two flags, then hexadecimal numbers of fixed width.
 std::string pack(const Flow& flow) {
   const auto hundredths = [](double fraction) { return static_cast<unsigned>(std::clamp(fraction * 100, 0.0, 255.0)); };
   char text[48];
@@ -145,7 +145,7 @@ bool Traffic::endOutage(Flow& flow, Json::Value& adapter) {
   return true;
 }
 
-/// An adapter that is up may drop out for some ticks; the others take over. The fixed line never does.
+/// An active adapter may fail for some ticks, and the others take over. The fixed line never fails.
 bool Traffic::updateOutage(Flow& flow, Json::Value& adapter) {
   if (flow.outage > 0) return --flow.outage == 0 && endOutage(flow, adapter);
   if (flow.adapter == "eth0" || !flow.carries() || random(0, 1) >= kOutageChance) return false;
@@ -155,7 +155,7 @@ bool Traffic::updateOutage(Flow& flow, Json::Value& adapter) {
   return true;
 }
 
-/// Backups sleep as long as another adapter carries.
+/// Backups sleep while another adapter carries traffic.
 void Traffic::setReserves(World& world) {
   const auto isBackup = [&](const Flow& flow) {
     return (*world.adapter(flow.adapter))["workingPriority"] == kPriorityBackup;

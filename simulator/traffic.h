@@ -1,5 +1,5 @@
-// What flows through the simulated tunnel: throughput, latency and loss of each adapter's connection, moving smoothly
-// from tick to tick, with an outage now and then.
+// The traffic through the simulated tunnel: throughput, latency and loss of each adapter's connection, changing
+// smoothly from tick to tick, with occasional outages.
 #pragma once
 
 #include <json/value.h>
@@ -14,11 +14,11 @@
 
 namespace zephsim {
 
-/// A number from `low` to `high`, at random.
+/// Returns a random number from `low` to `high`.
 using Random = std::function<double(double low, double high)>;
 
-/// The connection that the tunnel has over one adapter. Speeds are in megabits per second, times in milliseconds,
-/// losses are fractions of 1.
+/// The tunnel's connection over one adapter. Speeds are in megabits per second, times in milliseconds, losses are
+/// fractions of 1.
 struct Flow {
   std::string adapter;
   double downLimit, upLimit;
@@ -26,7 +26,7 @@ struct Flow {
   double down = 0, up = 0;
   double latency = 0, jitter = 0, loss = 0;
   std::uint64_t received = 0, sent = 0;  ///< bytes of the session
-  int outage = 0;                        ///< ticks that it still lasts
+  int outage = 0;                        ///< remaining ticks
   bool connected = false;
   bool sleeping = false;  ///< kept in reserve
 
@@ -42,17 +42,17 @@ class Traffic {
  public:
   explicit Traffic(Random numbers);
 
-  /// Forgets the session; its history stays.
+  /// Resets the session; keeps the history.
   void restart();
-  /// Lets `seconds` pass over a tunnel that is up. Adapters get their usage, and the state that an outage gives them;
-  /// returns whether the state of one changed.
+  /// Simulates `seconds` of an established tunnel: updates the adapters' usage, and their states during outages.
+  /// Returns whether the state of an adapter has changed.
   bool tick(World& world, double seconds, std::uint64_t now);
-  /// Time without a tunnel: outages end. Returns as `tick`.
+  /// Simulates time without a tunnel: outages end. Returns the same as `tick`.
   bool rest(World& world);
 
-  /// The connections as `report_connection_stats` says them; `now` is in milliseconds on the monotonic clock.
+  /// Returns the connections as in `report_connection_stats`; `now` is in milliseconds on the monotonic clock.
   Json::Value connectionStats(const World& world, std::uint64_t now) const;
-  /// The samples since then, in their packed form.
+  /// Returns the samples since `since`, in their packed form.
   Json::Value history(std::uint64_t since) const;
 
   Volume sessionVolume() const;

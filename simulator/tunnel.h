@@ -1,4 +1,4 @@
-// How the tunnel's state moves, for all families that move it.
+// Changes of the tunnel's state, for all families.
 #pragma once
 
 #include <chrono>
@@ -9,15 +9,15 @@
 namespace zephsim {
 
 void reportState(Daemon& daemon);
-/// Takes the state and says it.
+/// Sets the state and reports it.
 void moveTo(Daemon& daemon, TunnelState state);
-/// Runs `task` after `delay`, unless the state has moved meanwhile.
+/// Runs `task` after `delay`, unless the state has changed in the meantime.
 void unlessMoved(Daemon& daemon, std::chrono::milliseconds delay, std::function<void()> task);
 
-/// A tunnel to `server`, said and entered into at once.
+/// Starts a session with `server` at once and reports it.
 void beginSession(Daemon& daemon, const Json::Value& server);
-/// Takes down the tunnel or the attempt at one, over a short time, then runs `task`; at once if there is none.
-/// `reason` is remembered as the last disconnect if there was a tunnel.
+/// Takes down the tunnel, or the attempt to open one, within a short time and then runs `task`; at once if there is no
+/// tunnel. If there was a tunnel, stores `reason` as the last disconnect reason.
 void leaveTunnel(Daemon& daemon, const char* reason, std::function<void()> task);
 
 }  // namespace zephsim

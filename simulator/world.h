@@ -1,4 +1,4 @@
-// What the simulated daemon knows: the state that more than one family reads.
+// The state that more than one family of the simulated daemon uses.
 #pragma once
 
 #include <json/value.h>
@@ -20,7 +20,7 @@ enum class TunnelState {
   Overlimit,
 };
 
-/// A record in the form that it has on the wire, and the report that says it.
+/// A record in its wire format, and the name of its report.
 struct Record {
   const char* report;
   Json::Value value = Json::objectValue;
@@ -30,12 +30,12 @@ using SharedRecord = std::shared_ptr<Record>;
 
 struct World {
   TunnelState state = TunnelState::LoggedOut;
-  std::uint64_t moves = 0;  ///< changes of `state`, so that a step that has been overtaken can tell
-  Json::Value server;       ///< where the tunnel ends; null without a tunnel
+  std::uint64_t moves = 0;  ///< counts changes of `state`, so that a delayed step can detect that it is obsolete
+  Json::Value server;       ///< server of the tunnel; null without a tunnel
   Json::Value lastServer;
-  std::uint64_t sessions = 0;      ///< tunnels so far
+  std::uint64_t sessions = 0;      ///< number of tunnels so far
   std::int64_t sessionStart = 0;   ///< seconds since the epoch, 0 without a tunnel
-  std::uint64_t bytesThrough = 0;  ///< of all tunnels, both ways
+  std::uint64_t bytesThrough = 0;  ///< of all tunnels, both directions
 
   SharedRecord lastDisconnect = std::make_shared<Record>(Record{"report_disconnect_reason"});
   SharedRecord settings = std::make_shared<Record>(Record{"report_connection_settings"});
@@ -43,7 +43,7 @@ struct World {
 
   bool isConnected() const { return state == TunnelState::Connected; }
   bool isLoggedIn() const { return state != TunnelState::LoggedOut && state != TunnelState::LoggingIn; }
-  /// The adapter of that id, or null.
+  /// Returns the adapter with that id, or null.
   Json::Value* adapter(const std::string& id);
 };
 

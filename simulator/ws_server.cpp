@@ -31,7 +31,7 @@ constexpr char kSubprotocol[] = "event-protocol";
 struct Outgoing {
   enum class Kind { Message, Raw, Ping, Close, Drop, Reset };
   Kind kind;
-  std::vector<std::string> parts;  ///< the frames of a message; else the bytes or the payload, alone
+  std::vector<std::string> parts;  ///< the frames of a message; otherwise a single part, the bytes or the payload
 
   bool last() const { return kind == Kind::Close || kind == Kind::Drop || kind == Kind::Reset; }
 };
@@ -50,7 +50,7 @@ Upgrade copyUpgrade(const http::request<http::empty_body>& request) {
   return upgrade;
 }
 
-/// One connection, from its upgrade to its end. Lives as long as an operation of it is under way.
+/// One connection, from its upgrade to its end. Exists while an operation on it is pending.
 class Session : public std::enable_shared_from_this<Session> {
  public:
   Session(tcp::socket socket, Connection connectionId, const WsHandlers& serverHandlers,
@@ -73,7 +73,7 @@ class Session : public std::enable_shared_from_this<Session> {
     if (open && queue.size() == 1) writeFront();
   }
 
-  /// Without a word to the owner.
+  /// Ends the connection without notifying the owner.
   void abandon() {
     closing = true;
     error_code ignored;
@@ -82,7 +82,7 @@ class Session : public std::enable_shared_from_this<Session> {
 
  private:
   void upgradeRead(error_code error) {
-    // Frames that a client sends before the answer to its upgrade are no protocol of anybody's.
+    // A client must not send frames before the answer to its upgrade.
     if (error || buffer.size() != 0 || !websocket::is_upgrade(request)) return end();
     if (handlers.onUpgrade) handlers.onUpgrade(id, copyUpgrade(request));
     if (asksForSubprotocol(request)) {
@@ -168,7 +168,7 @@ class Session : public std::enable_shared_from_this<Session> {
     stream.next_layer().set_option(asio::socket_base::linger(true, 0), ignored);
   }
 
-  /// The pending read then fails, and its end is the session's.
+  /// The pending read then fails, which ends the session.
   void abandonSocket() {
     error_code ignored;
     stream.next_layer().close(ignored);
@@ -189,10 +189,10 @@ class Session : public std::enable_shared_from_this<Session> {
   const std::function<void(Connection)> ended;
   beast::flat_buffer buffer;
   http::request<http::empty_body> request;
-  std::deque<Outgoing> queue;  ///< its front is being written if `writing`
+  std::deque<Outgoing> queue;  ///< the first entry is being written if `writing`
   bool open = false;
   bool writing = false;
-  bool closing = false;  ///< nothing more is taken into the queue
+  bool closing = false;  ///< the queue accepts no more entries
   bool hasEnded = false;
 };
 
@@ -208,25 +208,25 @@ std::string Upgrade::field(std::string_view name) const {
 struct WsServer::Impl {
   explicit Impl(WsHandlers serverHandlers) : handlers(std::move(serverHandlers)) {}
 
-  static void bind(tcp::acceptor& socket, std::uint16_t wantedPort) {
-    const tcp::endpoint endpoint(asio::ip::address_v4::loopback(), wantedPort);
+  static void bind(tcp::acceptor& socket, std::uint16_t requestedPort) {
+    const tcp::endpoint endpoint(asio::ip::address_v4::loopback(), requestedPort);
     socket.open(endpoint.protocol());
     socket.set_option(asio::socket_base::reuse_address(ZEPHSIM_REUSE_ADDRESS));
     socket.bind(endpoint);
   }
 
-  void listen(std::uint16_t wantedPort) {
-    bind(acceptor, wantedPort);
+  void listen(std::uint16_t requestedPort) {
+    bind(acceptor, requestedPort);
     acceptor.listen();
   }
 
-  /// Keeps the port while nobody listens on it, or clients that come back meet whoever gets it next.
-  void holdPort() {
+  /// Keeps the port bound while not listening: otherwise another process could get the port and the returning clients.
+  void reservePort() {
     try {
-      bind(holder, port);
+      bind(reservation, port);
     } catch (const std::runtime_error&) {
       error_code ignored;
-      holder.close(ignored);
+      reservation.close(ignored);
     }
   }
 
@@ -256,7 +256,7 @@ struct WsServer::Impl {
   WsHandlers handlers;
   asio::io_context context{1};
   tcp::acceptor acceptor{context};
-  tcp::acceptor holder{context};
+  tcp::acceptor reservation{context};
   asio::signal_set signals{context};
   std::uint16_t port = 0;
   Connection lastId = 0;
@@ -330,7 +330,7 @@ void WsServer::pauseAccepting() {
   asio::post(impl->context, [this] {
     error_code ignored;
     impl->acceptor.close(ignored);
-    impl->holdPort();
+    impl->reservePort();
   });
 }
 
@@ -338,7 +338,7 @@ void WsServer::resumeAccepting() {
   asio::post(impl->context, [this] {
     if (impl->acceptor.is_open()) return;
     error_code ignored;
-    impl->holder.close(ignored);
+    impl->reservation.close(ignored);
     try {
       impl->listen(impl->port);
       impl->accept();

@@ -25,7 +25,7 @@ std::string trimmed(std::string_view text) {
   return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
 }
 
-/// The first word of a text and what stands behind it.
+/// Returns the first word of a text and the rest after it.
 std::pair<std::string, std::string> headAndRest(const std::string& text) {
   const std::size_t blank = text.find(' ');
   if (blank == std::string::npos) return {text, {}};
@@ -42,7 +42,8 @@ std::vector<std::string> cells(const std::string& row, std::string_view divider 
   return found;
 }
 
-/// The words of a line: blanks divide them, quotes hold one together, and a backslash in quotes takes what follows.
+/// Splits a line into words: blanks separate them, quotes group them, and a backslash in quotes escapes the next
+/// character.
 std::vector<std::string> words(const std::string& line) {
   std::vector<std::string> found;
   bool quoted = false;
@@ -70,7 +71,7 @@ std::string replaced(std::string text, const std::string& what, const std::strin
   return text;
 }
 
-/// Members of both, those of `over` where both have one; elements of arrays by their place.
+/// Merges members, those of `over` replacing existing ones; merges array elements by index.
 void lay(Json::Value& value, const Json::Value& over) {
   if (over.isObject() && value.isObject()) {
     for (const std::string& name : over.getMemberNames()) lay(value[name], over[name]);
@@ -81,14 +82,15 @@ void lay(Json::Value& value, const Json::Value& over) {
   }
 }
 
-/// One JSON text, or several divided by `++`, the later laid over the ones before, as the program prints it.
+/// Reads a JSON text, or several separated by `++`, each merged over the previous ones. Returns it as the program
+/// prints it.
 std::string value(const std::string& text) {
   Json::Value result;
   for (const std::string& piece : cells(text, " ++ ")) lay(result, parsed(piece));
   return printed(result);
 }
 
-/// Seconds since the epoch of a local time `year-month-dayThour:minute:second`.
+/// Returns the seconds since the epoch of a local time `year-month-dayThour:minute:second`.
 std::string localTime(const std::string& text) {
   std::tm time{};
   std::istringstream(text) >> std::get_time(&time, "%Y-%m-%dT%H:%M:%S");
@@ -103,7 +105,7 @@ class Reader {
   }
 
   std::vector<ProgramCase> cases;
-  /// The line that is being read.
+  /// The number of the current line.
   int at = 0;
 
   using Fault = ProgramCase (*)(std::vector<std::string> words, const std::string& usage);
@@ -119,7 +121,7 @@ class Reader {
     std::vector<std::vector<std::string>> rows;
   };
 
-  /// Reads a definition, a loop, a list of faults or a case; returns how many lines it took.
+  /// Reads a definition, a loop, a list of errors or a case. Returns the number of lines read.
   std::size_t item(Lines lines) {
     const CaseLine& first = lines[0];
     at = first.number;
@@ -150,7 +152,7 @@ class Reader {
     return 1;
   }
 
-  /// The first line and those behind it up to one whose first word is an end.
+  /// Returns the first line and the following ones up to a line whose first word is an end.
   template <class IsEnd>
   static Lines until(Lines lines, IsEnd isEnd) {
     const auto end = std::find_if(lines.begin() + 1, lines.end(),
@@ -167,7 +169,7 @@ class Reader {
     return made;
   }
 
-  /// A table by its name, or `column = cell | cell`.
+  /// Returns a table by its name, or parses `column = cell | cell`.
   Table loop(const std::string& text) const {
     const auto [name, list] = headAndRest(text);
     if (list.starts_with("= ")) return table(name, cells(list.substr(2)));
@@ -176,7 +178,7 @@ class Reader {
     return found->second;
   }
 
-  /// Reads the body for each row, the row's cells standing under the names of their columns.
+  /// Reads the body once for each row, with the row's cells defined under the names of their columns.
   void repeat(const Table& table, Lines body) {
     if (loops == kMaxLoops) throw std::runtime_error("more than two nested loops");
     ++loops;
@@ -189,7 +191,7 @@ class Reader {
     --loops;
   }
 
-  /// What stands in `<<...>>`, the innermost first: `1..9 text`, `text*9`, or a name with an argument for its `#`.
+  /// Expands `<<...>>`, the innermost first: `1..9 text`, `text*9`, or a name with an argument for its `#`.
   std::string meaning(const std::string& text) const {
     const auto [name, argument] = headAndRest(text);
     std::string all;
@@ -222,7 +224,7 @@ class Reader {
     return text;
   }
 
-  /// `code type: message` as the program prints it.
+  /// Returns the error object for `code type: message` as the program prints it.
   static std::string error(const std::string& text) {
     const auto [code, rest] = headAndRest(text);
     const std::size_t colon = rest.find(':');
@@ -230,14 +232,14 @@ class Reader {
     return errorObject(static_cast<unsigned>(std::stoul(code)), rest.substr(0, colon), trimmed(rest.substr(colon + 1)));
   }
 
-  /// A raw message, or a report with its data.
+  /// Returns a raw message, or a report with its data.
   static std::string answerOf(const std::string& text) {
     if (text.empty() || std::string_view(R"([{")").find(text[0]) != std::string_view::npos) return text;
     const auto [name, data] = headAndRest(text);
     return event(name, data.empty() ? "null" : data);
   }
 
-  /// The case that these lines tell; the first of them has its words.
+  /// Reads one case. The first line contains its arguments.
   ProgramCase one(Lines lines) {
     ProgramCase made;
     std::string* last = nullptr;
@@ -257,7 +259,7 @@ class Reader {
         made.sent.push_back(data.empty() ? request(name) : request(name, data));
         answers = &made.answers[name];
       } else if (mark == "<") {
-        if (answers == nullptr) throw std::runtime_error("an answer to no request");
+        if (answers == nullptr) throw std::runtime_error("an answer without a request");
         for (const std::string& answer : cells(rest)) answers->push_back(answerOf(answer));
       } else if (mark == "=") {
         made.out += value(rest);
@@ -291,13 +293,14 @@ class Reader {
   std::map<std::string, Table> tables;
 };
 
-/// Adds a line of a file to those before it: two blanks go on with a line or begin a row, more go on with a row.
+/// Adds a line of a file to the previous ones: an indentation of two blanks continues a line or starts a row, a larger
+/// one continues a row.
 void append(std::vector<CaseLine>& lines, int number, const std::string& text) {
   if (!text.starts_with("  ")) {
     lines.push_back({.number = number, .text = text});
     return;
   }
-  if (lines.empty()) throw std::runtime_error("it goes on with no line");
+  if (lines.empty()) throw std::runtime_error("a continuation without a line");
   CaseLine& line = lines.back();
   const std::string word = headAndRest(line.text).first;
   const bool hasRows = word == "table" || Reader::kFaults.contains(word);
@@ -305,8 +308,8 @@ void append(std::vector<CaseLine>& lines, int number, const std::string& text) {
     line.rows.push_back(text.substr(2));
   } else {
     std::string& before = hasRows ? line.rows.back() : line.text;
-    const bool goesOn = before.ends_with(',') || before.ends_with('[') || before.ends_with('{');
-    before += (goesOn ? "" : " ") + trimmed(text);
+    const bool continues = before.ends_with(',') || before.ends_with('[') || before.ends_with('{');
+    before += (continues ? "" : " ") + trimmed(text);
   }
 }
 

@@ -1,4 +1,4 @@
-// A locale of the process that writes numbers as 1.234.567,5. It needs no data of the system.
+// A locale that writes numbers as 1.234.567,5. Requires no data of the system.
 #pragma once
 
 #include <locale>
@@ -6,7 +6,7 @@
 
 namespace tests {
 
-/// Sets the global locale while it exists.
+/// Sets the global locale during its lifetime.
 class CommaLocale {
  public:
   CommaLocale() : before(std::locale::global(std::locale(std::locale(), new Punctuation))) {}

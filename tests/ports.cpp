@@ -17,9 +17,9 @@ namespace {
 constexpr int kFirst = 10000;
 constexpr int kLast = 29999;
 
-/// The next number of all processes of the run. The file contains the one before it.
+/// Returns the next number, unique in the run across processes. The file contains the previous one.
 int nextNumber() {
-  // The stream closes after the lock has gone: closing any descriptor of a file frees its locks.
+  // The stream must be closed after the lock was released: closing any descriptor of a file releases its locks.
   std::ofstream(PORTS_FILE, std::ios::app).close();
   std::fstream file(PORTS_FILE);
   // A test may have set a global locale that groups digits.
@@ -31,13 +31,13 @@ int nextNumber() {
   number = number < kFirst || number >= kLast ? kFirst : number + 1;
   file.clear();
   file.seekp(0);
-  // Of one length, so that nothing of the number before remains.
+  // Of fixed length, to overwrite the previous number completely.
   file << std::setw(8) << number << '\n' << std::flush;
   if (!file) throw std::runtime_error("cannot write " PORTS_FILE);
   return number;
 }
 
-/// Whether a server can have it. Nothing but the check uses it, so it is free again at once.
+/// Returns whether a server can bind the port. The check itself leaves it free.
 bool isFree(std::uint16_t port) {
   boost::asio::io_context context;
   boost::asio::ip::tcp::socket socket(context, boost::asio::ip::tcp::v4());
@@ -49,7 +49,7 @@ bool isFree(std::uint16_t port) {
 }  // namespace
 
 std::uint16_t nextPort() {
-  static std::mutex mutex;  // a file's lock is the process's
+  static std::mutex mutex;  // a file lock belongs to the whole process
   const std::lock_guard lock(mutex);
   for (int attempt = kFirst; attempt <= kLast; ++attempt) {
     const auto port = static_cast<std::uint16_t>(nextNumber());

@@ -5,8 +5,8 @@
 
 namespace tests {
 
-/// A port on which nobody listens, and which no other test of the run gets: a client that is left over from one test
-/// never meets the server of another. The numbers are below those that the system gives to clients. Thread-safe.
+/// Returns a port without a listener, different from those of all other tests of the run: a client left over from one
+/// test never connects to the server of another. The numbers are below the system's ephemeral ports. Thread-safe.
 std::uint16_t nextPort();
 
 }  // namespace tests

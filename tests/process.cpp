@@ -25,12 +25,12 @@ namespace {
 constexpr unsigned kChunk = 65536;
 
 using Words = std::vector<std::string>;
-/// The child's ends of its standard streams, in the order of their numbers.
+/// The child's ends of its standard streams, ordered by descriptor.
 using Streams = std::array<int, 3>;
 
 #ifdef _WIN32
 
-/// In front of a quote and at the end CommandLineToArgvW takes backslashes by twos.
+/// CommandLineToArgvW expects backslashes to be doubled before a quote and at the end.
 std::string quoted(const std::string& word) {
   const std::string doubled = std::regex_replace(word, std::regex(R"(\\+(?="|$))"), "$&$&");
   return '"' + std::regex_replace(doubled, std::regex("\""), R"(\")") + '"';
@@ -38,7 +38,7 @@ std::string quoted(const std::string& word) {
 
 int openPipe(int (&ends)[2]) { return ::_pipe(ends, kChunk, _O_BINARY | _O_NOINHERIT); }
 
-/// The job of all children. The system ends them when its last handle closes, at the latest when this process ends.
+/// The job of all children. The system ends them when its last handle is closed, at the latest when this process ends.
 HANDLE childrensJob() {
   static const HANDLE job = [] {
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
@@ -50,7 +50,8 @@ HANDLE childrensJob() {
   return job;
 }
 
-/// 0 on failure. The child inherits its streams and nothing else: the sockets of a test's server would stay open in it.
+/// Returns 0 on failure. The child inherits only its streams: otherwise the sockets of a test's server would stay open
+/// in it.
 std::intptr_t start(const Words& words, const Streams& streams) {
   std::string command;
   for (const std::string& word : words) command += quoted(word) + ' ';
@@ -73,7 +74,7 @@ std::intptr_t start(const Words& words, const Streams& streams) {
   ::UpdateProcThreadAttribute(info.lpAttributeList, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, inherited, sizeof inherited,
                               nullptr, nullptr);
   PROCESS_INFORMATION process{};
-  // Wine refuses a start now and then while many programs start beside it; the next attempt succeeds.
+  // Wine sometimes fails to start a program while many others start; retrying succeeds.
   for (int attempt = 0; attempt < 20 && process.hProcess == nullptr; ++attempt) {
     std::wstring line = std::filesystem::path(std::u8string(command.begin(), command.end())).wstring();
     if (::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, EXTENDED_STARTUPINFO_PRESENT | CREATE_SUSPENDED,
@@ -104,20 +105,22 @@ int waitFor(std::intptr_t process) {
 
 int openPipe(int (&ends)[2]) { return ::pipe2(ends, O_CLOEXEC); }
 
-/// The child's part: its own process group, its streams and no other descriptor, and its end with this process.
+/// Runs in the child: creates its process group, sets up its streams, closes all other descriptors, and lets it end
+/// with this process.
 [[noreturn]] void becomeProgram(char* const* arguments, const Streams& streams, pid_t parent) {
   ::setpgid(0, 0);
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-  if (::getppid() != parent) ::_exit(127);  // it ended before the call
+  if (::getppid() != parent) ::_exit(127);  // the parent ended before the call
   for (int i = 0; const int stream : streams) ::dup2(stream, i++);
-  // A listening socket that a program inherits would listen on.
+  // A program that inherits a listening socket would keep it open.
   ::close_range(STDERR_FILENO + 1, ~0U, 0);
   ::execv(arguments[0], arguments);
   std::perror(arguments[0]);
   ::_exit(127);
 }
 
-/// 0 on failure. The child ends with the thread that starts it, so call it on a thread that outlives the child.
+/// Returns 0 on failure. The child ends with the thread that starts it, so call this on a thread that outlives the
+/// child.
 std::intptr_t start(const Words& words, const Streams& streams) {
   std::vector<char*> arguments;
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
@@ -126,15 +129,15 @@ std::intptr_t start(const Words& words, const Streams& streams) {
   const pid_t process = ::fork();
   if (process == 0) becomeProgram(arguments.data(), streams, parent);
   if (process < 0) return 0;
-  ::setpgid(process, process);  // the child does so too: whoever comes first
+  ::setpgid(process, process);  // the child does so too: either may be first
   return process;
 }
 
-/// The whole group: what a shell started ends with it.
+/// Ends the whole group, so that programs started by a shell end with it.
 void end(std::intptr_t process) { ::kill(static_cast<pid_t>(-process), SIGKILL); }
 
 int waitFor(std::intptr_t process) {
-  // The number is the child's until it is reaped: only then can the group be another's.
+  // The number belongs to the child until it is reaped; afterwards another group may get it.
   siginfo_t ended;
   ::waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOWAIT);
   end(process);
@@ -145,7 +148,7 @@ int waitFor(std::intptr_t process) {
 
 #endif
 
-/// Neither end is inherited unless the start asks for it, so that a stream ends with its program.
+/// Neither end is inherited unless the start requests it, so that a stream ends with its program.
 struct Pipe {
   int ends[2];
 

@@ -11,7 +11,7 @@ namespace tests {
 
 namespace {
 
-/// What the program calls itself: the last piece of its path.
+/// The program's name in its messages: the last part of its path.
 std::string programName() { return std::filesystem::path(ZEPHCTL_PATH).filename().string(); }
 
 ProgramCase fault(const char* kind, std::vector<std::string> words, const std::string& usage, int status) {
@@ -57,14 +57,14 @@ void check(const ProgramCase& row) {
   if (row.endless) return;
   EXPECT_GE(std::chrono::steady_clock::now() - start, row.duration);
   EXPECT_EQ(run.status, row.status);
-  // What leaves at the very end may still be on its way.
-  if (daemon.heard().size() < row.sent.size()) daemon.waitForRequests(row.sent.size());
-  std::vector<std::string> heard = daemon.heard();
-  for (std::size_t i = 0; i < std::min(heard.size(), row.sent.size()); ++i) {
+  // Requests sent at the very end may not have arrived yet.
+  if (daemon.received().size() < row.sent.size()) daemon.waitForRequests(row.sent.size());
+  std::vector<std::string> received = daemon.received();
+  for (std::size_t i = 0; i < std::min(received.size(), row.sent.size()); ++i) {
     const std::size_t any = row.sent[i].find(",*,");
-    if (any != std::string::npos && heard[i].compare(0, any, row.sent[i], 0, any) == 0) heard[i] = row.sent[i];
+    if (any != std::string::npos && received[i].compare(0, any, row.sent[i], 0, any) == 0) received[i] = row.sent[i];
   }
-  EXPECT_EQ(heard, row.sent);
+  EXPECT_EQ(received, row.sent);
 }
 
 std::string errorObject(unsigned code, const std::string& type, const std::string& message) {
@@ -114,7 +114,7 @@ bool sendUntilPrinted(ScriptedDaemon& daemon, Process& run, const std::string& t
   return false;
 }
 
-std::string behindRepeated(const std::string& printed, std::string out) {
+std::string afterRepeated(const std::string& printed, std::string out) {
   while (out.starts_with(printed)) out.erase(0, printed.size());
   return out;
 }

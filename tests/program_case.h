@@ -1,4 +1,4 @@
-// One run of the program as a row: its words, what the daemon answers, what must be sent and printed.
+// One run of the program as a row: its arguments, the daemon's answers, the expected requests and output.
 #pragma once
 
 #include <json/json.h>
@@ -15,52 +15,52 @@ namespace tests {
 struct ProgramCase {
   std::vector<std::string> words;
   Answers answers = {};
-  /// The requests that the daemon must hear, in order; the hello is not among them. Members `*` stand for any.
+  /// The expected requests, in order, without the hello. `*` as members matches any.
   std::vector<std::string> sent = {};
   std::string out = {};
   std::string err = {};
   int status = 0;
   std::string input = {};
-  /// Runs until its whole output was printed, and is killed then: its status and requests are not compared.
+  /// The program is killed after printing the whole expected output: its status and requests are not compared.
   bool endless = false;
-  /// It takes at least that long.
+  /// The run takes at least this time.
   std::chrono::seconds duration{0};
-  /// Where it stands in a file of cases.
+  /// The line in a file of cases.
   int line = 0;
 };
 
-/// The case with everything that it expects, a mark at the start of each line. Long texts are not cut.
+/// Returns the arguments and everything that the case expects, with a mark at the start of each line.
 std::string described(const ProgramCase& row);
 
-/// Runs the case against a daemon of its own and compares everything.
+/// Runs the case with its own daemon and compares everything.
 void check(const ProgramCase& row);
 
-/// The error object as the program prints it.
+/// Returns the error object as the program prints it.
 std::string errorObject(unsigned code, const std::string& type, const std::string& message);
 
-/// Reads a JSON text; throws std::runtime_error when it is none.
+/// Parses a JSON text. Throws std::runtime_error if it is not JSON.
 Json::Value parsed(const std::string& json);
 
-/// JSON as the program prints it.
+/// Returns JSON as the program prints it.
 std::string printed(const Json::Value& value);
 
-/// One record of a stream as it stands in the output; `json` may have any form.
+/// Returns one record of a stream as printed; `json` may have any format.
 std::string block(const std::string& label, const std::string& json);
 
-/// A request as it is sent; `members` is JSON.
+/// Returns a request as sent; `members` is JSON.
 std::string request(const std::string& name, const std::string& members = "null");
 
-/// Faults of the program's words: nothing is sent, and one line on standard error names the usage text.
+/// Invalid arguments: nothing is sent, and one line on stderr contains the usage text.
 ProgramCase invalidCase(std::vector<std::string> words, const std::string& usage);
 ProgramCase missingCase(std::vector<std::string> words, const std::string& usage);
-/// Words that name no action: the whole usage text on standard error, and this status, 4 where none is told.
+/// An unknown action: the whole usage text is printed on stderr. The status is 4 unless given.
 ProgramCase unknownCase(std::vector<std::string> words, const std::string& status = {});
 
-/// Sends an event until the program has printed it, since a listener sends nothing that tells from when on it hears.
-/// False when it is never printed.
+/// Sends an event repeatedly until the program has printed it: a listener sends nothing that would show when it is
+/// ready. Returns false if it is never printed.
 bool sendUntilPrinted(ScriptedDaemon& daemon, Process& run, const std::string& text, const std::string& printed);
 
-/// What stands behind all repetitions of `printed` at the beginning of `out`.
-std::string behindRepeated(const std::string& printed, std::string out);
+/// Returns the rest of `out` after all repetitions of `printed` at its start.
+std::string afterRepeated(const std::string& printed, std::string out);
 
 }  // namespace tests

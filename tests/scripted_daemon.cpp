@@ -27,14 +27,14 @@ ScriptedDaemon::ScriptedDaemon(Answers script, std::uint16_t port)
 void ScriptedDaemon::onText(zephsim::Connection connection, const std::string& text) {
   EXPECT_TRUE(text.ends_with('\n')) << text;
   const std::string request = text.substr(0, text.size() - 1);
-  if (request != kHello) requests.change([&](auto& heard) { heard.push_back(request); });
+  if (request != kHello) requests.change([&](auto& received) { received.push_back(request); });
   const auto answer = answers.find(request.substr(2, request.find('"', 2) - 2));
   if (answer == answers.end()) return;
   for (const std::string& report : answer->second) server.send(connection, report);
 }
 
 bool ScriptedDaemon::waitForRequests(std::size_t count) {
-  return requests.waitUntil([&](const auto& heard) { return heard.size() >= count; });
+  return requests.waitUntil([&](const auto& received) { return received.size() >= count; });
 }
 
 bool ScriptedDaemon::waitForConnections(std::size_t count) {
@@ -42,7 +42,7 @@ bool ScriptedDaemon::waitForConnections(std::size_t count) {
 }
 
 bool ScriptedDaemon::waitForRequest(const std::string& text, std::ptrdiff_t times) {
-  return requests.waitUntil([&](const auto& heard) { return std::ranges::count(heard, text) >= times; });
+  return requests.waitUntil([&](const auto& received) { return std::ranges::count(received, text) >= times; });
 }
 
 }  // namespace tests

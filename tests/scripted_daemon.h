@@ -1,4 +1,4 @@
-// A daemon that answers as a test tells it, and remembers what it heard.
+// A daemon with scripted answers, which records its requests.
 #pragma once
 
 #include <boost/asio/io_context.hpp>
@@ -13,13 +13,13 @@
 
 namespace tests {
 
-/// The texts that are sent, in order, when a request of this event comes.
+/// The texts to send, in order, in answer to a request with this name.
 using Answers = std::map<std::string, std::vector<std::string>>;
 
-/// The text of an event as a daemon sends it; `data` is JSON.
+/// Returns the text of an event as a daemon sends it; `data` is JSON.
 std::string event(const std::string& name, const std::string& data);
 
-/// A port on which nobody listens, and which no other program gets while the object lives.
+/// Reserves an unused port during the object's lifetime: no other program can listen on it.
 class ClosedPort {
  public:
   std::uint16_t number() const { return socket.local_endpoint().port(); }
@@ -31,24 +31,23 @@ class ClosedPort {
 
 class ScriptedDaemon {
  public:
-  /// Answers each request at once, on the connection that it came from. Listens on this loopback port; by default one
-  /// of its own.
+  /// Answers each request at once, on its connection. Listens on this loopback port; by default on an unused one.
   explicit ScriptedDaemon(Answers script = {}, std::uint16_t port = nextPort());
   ~ScriptedDaemon() { server.stop(); }
 
   std::uint16_t port() const { return server.port(); }
   zephsim::WsServer& socket() { return server; }
 
-  /// To every open connection.
+  /// Sends to every open connection.
   void send(std::string text) { server.broadcast(std::move(text)); }
 
-  /// What came so far but for the hello, without the line feeds that end the texts.
-  std::vector<std::string> heard() { return requests.get(); }
+  /// Returns the requests so far without the hello and without the line feeds at their ends.
+  std::vector<std::string> received() { return requests.get(); }
 
-  /// Waits for that many requests behind the hello, or for that many connections so far; false after 30 seconds.
+  /// Wait for that many requests after the hello, or for that many connections; return false after 30 seconds.
   bool waitForRequests(std::size_t count);
   bool waitForConnections(std::size_t count);
-  /// Waits until this very request has come so many times.
+  /// Waits until this exact request has arrived `times` times.
   bool waitForRequest(const std::string& text, std::ptrdiff_t times = 1);
 
  private:

@@ -1,4 +1,4 @@
-// A value that one thread changes while others wait for what it becomes.
+// A value that one thread changes while others wait for a condition on it.
 #pragma once
 
 #include <chrono>
@@ -7,7 +7,7 @@
 
 namespace tests {
 
-/// How long a test waits for what must come.
+/// How long a test waits for an expected event.
 inline constexpr std::chrono::milliseconds kPatience{30000};
 
 template <class Value>
@@ -20,7 +20,7 @@ class Watched {
     changed.notify_all();
   }
 
-  /// Waits until `condition` holds for the value; false when it never did.
+  /// Waits until `condition` is true for the value; returns false after `patience`.
   template <class Condition>
   bool waitUntil(Condition condition, std::chrono::milliseconds patience = kPatience) {
     std::unique_lock lock(mutex);

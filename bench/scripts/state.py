@@ -1,4 +1,4 @@
-"""What `zephctl state` does, with Python's websockets: state.py PORT."""
+"""Does the same as `zephctl state` with Python's websockets: state.py PORT."""
 
 import asyncio
 import json

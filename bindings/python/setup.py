@@ -1,6 +1,6 @@
-"""Builds the package from the headers and the shared library of ZephlinkSDK that are installed.
+"""Builds the package from the installed headers and shared library of ZephlinkSDK.
 
-pkg-config names the place; without it, CPPFLAGS and LDFLAGS do.
+pkg-config finds them; without pkg-config, CPPFLAGS and LDFLAGS must.
 """
 
 import sys
@@ -19,12 +19,12 @@ CXX_SOURCES = ("box.cpp", "link.cpp")
 
 
 def version():
-    """That of the library; the tree's where pkg-config does not know it."""
+    """Returns the library's version, or the source tree's if pkg-config does not know the library."""
     return (headers.pkg_config("--modversion") or ["0"])[0]
 
 
 class BuildModules(build_py):
-    """Adds the generated modules to those of the tree."""
+    """Adds the generated modules to those of the source tree."""
 
     def run(self):
         super().run()
@@ -34,7 +34,7 @@ class BuildModules(build_py):
 
 
 class BuildExtension(build_ext):
-    """Generates the sources. Those in C++ want options of their own, which setuptools does not know of."""
+    """Generates the sources. Passes separate options for C++, which setuptools does not support."""
 
     def build_extension(self, extension):
         declared = headers.read()

@@ -1,4 +1,4 @@
-// Signing in and out, the account's figures, and where the directory is found.
+// Signing in and out, the account's figures and the directory settings.
 #include <cstdint>
 #include <cstdio>
 #include <optional>
@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t kPasswordSize = 129;
 constexpr std::size_t kTokenSize = 512;
 
-/// "2026-02-03", or nothing for no date. The C library's own formatting may end the process over a day that is none.
+/// Formats a date as "2026-02-03"; empty without a date. The C library's formatting may abort on an invalid day.
 std::string dateText(const ZephlinkSDK_Date& date) {
   if (date.year == 0) return {};
   char text[80];
@@ -50,36 +50,36 @@ void printDirectorySettings(const ZephlinkSDK_DirectorySettingsResult& record) {
 }
 
 template <auto& Method>
-int sendToken(Words words, const char* usage) {
-  if (words.size() > 1) return invalid(usage);
-  if (words.size() == 1) {
-    const WordOfSecret token(words[0]);
-    return finish(call<Method>(words[0]), printState);
+int sendToken(Arguments arguments, const char* usage) {
+  if (arguments.size() > 1) return invalid(usage);
+  if (arguments.size() == 1) {
+    const SecretArgument token(arguments[0]);
+    return finish(call<Method>(arguments[0]), printState);
   }
   const Secret<kTokenSize> token("Enter oauth token");
   return finish(call<Method>(token.text()), printState);
 }
 
-int loginUser(Words words, const char* usage) {
-  if (words.empty()) return missing(usage);
-  if (words.size() > 2) return invalid(usage);
-  if (words.size() == 2) {
-    const WordOfSecret password(words[1]);
-    return finish(call<ZephlinkSDK_login>(words[0], words[1]), printState);
+int loginUser(Arguments arguments, const char* usage) {
+  if (arguments.empty()) return missing(usage);
+  if (arguments.size() > 2) return invalid(usage);
+  if (arguments.size() == 2) {
+    const SecretArgument password(arguments[1]);
+    return finish(call<ZephlinkSDK_login>(arguments[0], arguments[1]), printState);
   }
   const Secret<kPasswordSize> password("Enter password");
-  return finish(call<ZephlinkSDK_login>(words[0], password.text()), printState);
+  return finish(call<ZephlinkSDK_login>(arguments[0], password.text()), printState);
 }
 
 template <auto& Method>
-int setDirectory(Words words, const char* usage) {
-  if (words.size() > 1) return invalid(usage);
-  const char* value = words.empty() ? nullptr : words[0];
+int setDirectory(Arguments arguments, const char* usage) {
+  if (arguments.size() > 1) return invalid(usage);
+  const char* value = arguments.empty() ? nullptr : arguments[0];
   return finish(call<Method>(value), printDirectorySettings);
 }
 
-int setEsni(Words words, const char*) {
-  const auto enabled = words.size() == 1 ? valueOf<parseSwitch>(words[0]) : std::nullopt;
+int setEsni(Arguments arguments, const char*) {
+  const auto enabled = arguments.size() == 1 ? valueOf<parseSwitch>(arguments[0]) : std::nullopt;
   if (enabled) return finish(call<ZephlinkSDK_setEnableEsni>(*enabled), printDirectorySettings);
   // Unlike other faults, this one exits with 0 and prints the general usage.
   printUsage(stderr);

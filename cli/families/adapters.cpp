@@ -41,76 +41,77 @@ Json::Value adapterToJson(const ZephlinkSDK_Adapter& adapter) {
   return value;
 }
 
-bool isUnlimited(const char* word) { return equal(word, "unlimited"); }
+bool isUnlimited(const char* argument) { return equal(argument, "unlimited"); }
 
-// The first argument of all handlers is the adapter's ID.
+// The first argument of all handlers is the adapter ID.
 
-/// Changes a number.
-/// REQUIRES: two arguments.
+/// Sets a number. REQUIRES: two arguments.
 template <auto& Method>
-int changeNumber(Words words, const char* usage) {
-  const auto number = valueOf<parseI64>(words[1]);
-  return number ? finish(call<Method>(words[0], *number), printAdapters) : invalid(usage);
+int changeNumber(Arguments arguments, const char* usage) {
+  const auto number = valueOf<parseI64>(arguments[1]);
+  return number ? finish(call<Method>(arguments[0], *number), printAdapters) : invalid(usage);
 }
 
-// Some setters have C++ overloads, so that `auto&` does not suffice.
+// Some setters have C++ overloads, so `auto&` cannot select one.
 using SetLimit = ZephlinkSDK_AdaptersResult(zephlinksdk::ZephlinkSDK*, const char*, std::int64_t,
                                             ZephlinkSDK_AdaptersCallback, void*);
 using ClearLimit = ZephlinkSDK_AdaptersResult(zephlinksdk::ZephlinkSDK*, const char*, ZephlinkSDK_AdaptersCallback,
                                               void*);
 
-/// The same, with "unlimited" to remove the limit.
+/// Sets a number; "unlimited" removes the limit.
 template <SetLimit& Set, ClearLimit& Clear>
-int changeLimit(Words words, const char* usage) {
-  return isUnlimited(words[1]) ? finish(call<Clear>(words[0]), printAdapters) : changeNumber<Set>(words, usage);
+int changeLimit(Arguments arguments, const char* usage) {
+  return isUnlimited(arguments[1]) ? finish(call<Clear>(arguments[0]), printAdapters)
+                                   : changeNumber<Set>(arguments, usage);
 }
 
-int changePriority(Words words, const char* usage) {
-  // Unlike elsewhere, too many arguments are Missing.
-  if (words.size() != 2) return missing(usage);
-  const auto priority = valueOf<ZephlinkSDK_connectionPriorityFromText>(words[1]);
+int changePriority(Arguments arguments, const char* usage) {
+  // Unlike in other handlers, too many arguments are Missing.
+  if (arguments.size() != 2) return missing(usage);
+  const auto priority = valueOf<ZephlinkSDK_connectionPriorityFromText>(arguments[1]);
   if (!priority) return invalid(usage);
-  return finish(call<ZephlinkSDK_setConnectionPriorities>(words[0], *priority), printAdapters);
+  return finish(call<ZephlinkSDK_setConnectionPriorities>(arguments[0], *priority), printAdapters);
 }
 
-int changeRateLimit(Words words, const char* usage) {
-  // Unlike elsewhere, too few arguments are Invalid.
-  if (words.size() != 2) return invalid(usage);
-  return changeLimit<ZephlinkSDK_setConnectionRateLimit, ZephlinkSDK_clearConnectionRateLimit>(words, usage);
+int changeRateLimit(Arguments arguments, const char* usage) {
+  // Unlike in other handlers, too few arguments are Invalid.
+  if (arguments.size() != 2) return invalid(usage);
+  return changeLimit<ZephlinkSDK_setConnectionRateLimit, ZephlinkSDK_clearConnectionRateLimit>(arguments, usage);
 }
 
-/// Encryption is a setting of the tunnel and prints its record.
-int changeEncryption(Words words, const char* usage) {
-  const auto on = valueOf<parseSwitch>(words[1]);
-  return on ? finish(call<ZephlinkSDK_setConnectionEncryption>(words[0], *on), printSettings) : invalid(usage);
+/// Encryption is a setting of the tunnel, so this prints the settings.
+int changeEncryption(Arguments arguments, const char* usage) {
+  const auto on = valueOf<parseSwitch>(arguments[1]);
+  return on ? finish(call<ZephlinkSDK_setConnectionEncryption>(arguments[0], *on), printSettings) : invalid(usage);
 }
 
-int changeMonthlyLimit(Words words, const char* usage) {
-  // Without a limit the day is not read: any word is accepted.
-  if (isUnlimited(words[1])) return finish(call<ZephlinkSDK_clearAdapterMonthlyDataLimit>(words[0]), printAdapters);
-  const auto bytes = valueOf<parseI64>(words[1]);
-  const auto resetDay = valueOf<parseI64>(words[2]);
+int changeMonthlyLimit(Arguments arguments, const char* usage) {
+  // Without a limit the day is not read: any argument is accepted.
+  if (isUnlimited(arguments[1]))
+    return finish(call<ZephlinkSDK_clearAdapterMonthlyDataLimit>(arguments[0]), printAdapters);
+  const auto bytes = valueOf<parseI64>(arguments[1]);
+  const auto resetDay = valueOf<parseI64>(arguments[2]);
   if (!bytes || !resetDay) return invalid(usage);
-  return finish(ZephlinkSDK_setAdapterMonthlyDataLimit(g_sdk, words[0], *bytes, *resetDay, nullptr, nullptr),
+  return finish(ZephlinkSDK_setAdapterMonthlyDataLimit(g_sdk, arguments[0], *bytes, *resetDay, nullptr, nullptr),
                 printAdapters);
 }
 
-int resetUsage(Words words, const char*) {
-  return finish(call<ZephlinkSDK_resetAdapterUsage>(words[0]), printAdapters);
+int resetUsage(Arguments arguments, const char*) {
+  return finish(call<ZephlinkSDK_resetAdapterUsage>(arguments[0]), printAdapters);
 }
 
-int changeDirectionalMode(Words words, const char* usage) {
-  const auto upload = valueOf<ZephlinkSDK_directionalModeFromText>(words[1]);
-  const auto download = valueOf<ZephlinkSDK_directionalModeFromText>(words[2]);
+int changeDirectionalMode(Arguments arguments, const char* usage) {
+  const auto upload = valueOf<ZephlinkSDK_directionalModeFromText>(arguments[1]);
+  const auto download = valueOf<ZephlinkSDK_directionalModeFromText>(arguments[2]);
   if (!upload || !download) return invalid(usage);
-  return finish(call<ZephlinkSDK_setConnectionDirectionalMode>(words[0], *upload, *download), printAdapters);
+  return finish(call<ZephlinkSDK_setConnectionDirectionalMode>(arguments[0], *upload, *download), printAdapters);
 }
 
 constexpr char kEncryptionUsage[] = "adapter encryption <adapter id> <on|off>";
 
-/// Without a subcommand, `adapter datalimit` names the usage of `adapter encryption`. That is how it has always been.
-int refuseDataLimit(Words words, const char* usage) {
-  return words.empty() ? missing(kEncryptionUsage) : invalid(usage);
+/// Without a subcommand, `adapter datalimit` prints the usage of `adapter encryption`, for compatibility.
+int refuseDataLimit(Arguments arguments, const char* usage) {
+  return arguments.empty() ? missing(kEncryptionUsage) : invalid(usage);
 }
 
 constexpr Action kDataLimitRows[] = {

@@ -1,4 +1,4 @@
-// Printer of the adapters, which the stream of statistics shares.
+// Prints the adapters; shared with the stream of statistics.
 #pragma once
 
 #include "zephlinksdk/records.h"

@@ -1,4 +1,4 @@
-// The choice of a server, connecting to it and disconnecting.
+// Choosing a server, connecting and disconnecting.
 #include <cstdint>
 #include <new>
 #include <optional>
@@ -79,11 +79,12 @@ constexpr ZephlinkSDK_ConnectMethod kDefaultKeywords[] = {
     ZephlinkSDK_ConnectMethod_P2P,     ZephlinkSDK_ConnectMethod_Proxy,
 };
 
-/// A keyword counts only as the one argument.
-std::optional<ZephlinkSDK_ConnectMethod> findKeyword(std::span<const ZephlinkSDK_ConnectMethod> methods, Words words) {
-  if (words.size() != 1) return std::nullopt;
+/// A keyword is valid only as the single argument.
+std::optional<ZephlinkSDK_ConnectMethod> findKeyword(std::span<const ZephlinkSDK_ConnectMethod> methods,
+                                                     Arguments arguments) {
+  if (arguments.size() != 1) return std::nullopt;
   for (const ZephlinkSDK_ConnectMethod method : methods) {
-    if (equal(ZephlinkSDK_connectMethodText(method), words[0])) return method;
+    if (equal(ZephlinkSDK_connectMethodText(method), arguments[0])) return method;
   }
   return std::nullopt;
 }
@@ -91,28 +92,29 @@ std::optional<ZephlinkSDK_ConnectMethod> findKeyword(std::span<const ZephlinkSDK
 constexpr char kConnectUsage[] =
     "connect [ closest | public | private | p2p | <country> [<city> [<number>]] | last | <tag> ]";
 
-/// A tag with a leading "#" means this server only, not another one of its place.
+/// A tag with a leading "#" selects exactly this server.
 template <auto& Server, auto& ExactServer, auto& Print>
-int chooseTag(const char* word, const char* usage) {
-  const bool exact = *word == '#';
+int chooseTag(const char* argument, const char* usage) {
+  const bool exact = *argument == '#';
   ServerTag tag;
-  if (!parseServerTag(exact ? word + 1 : word, tag)) return invalid(usage);
+  if (!parseServerTag(exact ? argument + 1 : argument, tag)) return invalid(usage);
   if (exact) return finish(call<ExactServer>(tag.country, tag.city, tag.number), Print);
   return finish(call<Server>(tag.country, tag.city, tag.number), Print);
 }
 
 template <auto& Country, auto& City, auto& Server, auto& ExactServer, auto& Print>
-int choosePlace(Words words, const char* usage) {
-  if (words.empty() || words.size() > 3) return invalid(usage);
-  if (words.size() == 1 && isServerTag(words[0])) return chooseTag<Server, ExactServer, Print>(words[0], usage);
-  if (!isCountryCode(words[0]) && !isPrivateCountryCode(words[0])) return invalid(usage);
-  if (words.size() == 1) return finish(call<Country>(words[0]), Print);
-  // Both actions name the usage of `connect` for a bad city.
-  if (!isAllLetters(words[1])) return invalid(kConnectUsage);
-  if (words.size() == 2) return finish(call<City>(words[0], words[1]), Print);
-  const auto number = valueOf<parseI32>(words[2]);
+int choosePlace(Arguments arguments, const char* usage) {
+  if (arguments.empty() || arguments.size() > 3) return invalid(usage);
+  if (arguments.size() == 1 && isServerTag(arguments[0]))
+    return chooseTag<Server, ExactServer, Print>(arguments[0], usage);
+  if (!isCountryCode(arguments[0]) && !isPrivateCountryCode(arguments[0])) return invalid(usage);
+  if (arguments.size() == 1) return finish(call<Country>(arguments[0]), Print);
+  // Both actions print the usage of `connect` for an invalid city.
+  if (!isAllLetters(arguments[1])) return invalid(kConnectUsage);
+  if (arguments.size() == 2) return finish(call<City>(arguments[0], arguments[1]), Print);
+  const auto number = valueOf<parseI32>(arguments[2]);
   if (!number || *number <= 0) return invalid(usage);
-  return finish(call<Server>(words[0], words[1], *number), Print);
+  return finish(call<Server>(arguments[0], arguments[1], *number), Print);
 }
 
 constexpr Handler& connectToPlace =
@@ -123,18 +125,18 @@ constexpr Handler& setDefaultPlace =
     choosePlace<ZephlinkSDK_setConnectMethodCountry, ZephlinkSDK_setConnectMethodCity,
                 ZephlinkSDK_setConnectMethodServer, ZephlinkSDK_setConnectMethodExactServer, printServerSettings>;
 
-int connectTo(Words words, const char* usage) {
-  if (words.empty()) return finish(call<ZephlinkSDK_connect>(ZephlinkSDK_ConnectMethod_Auto), printServer);
-  const auto keyword = findKeyword(kConnectKeywords, words);
-  if (!keyword) return connectToPlace(words, usage);
+int connectTo(Arguments arguments, const char* usage) {
+  if (arguments.empty()) return finish(call<ZephlinkSDK_connect>(ZephlinkSDK_ConnectMethod_Auto), printServer);
+  const auto keyword = findKeyword(kConnectKeywords, arguments);
+  if (!keyword) return connectToPlace(arguments, usage);
   if (*keyword == ZephlinkSDK_ConnectMethod_Proxy)
-    return perform<ZephlinkSDK_connectToProxy, printServer>(words, usage);
+    return perform<ZephlinkSDK_connectToProxy, printServer>(arguments, usage);
   return finish(call<ZephlinkSDK_connect>(*keyword), printServer);
 }
 
-int setDefault(Words words, const char* usage) {
-  const auto keyword = findKeyword(kDefaultKeywords, words);
-  if (!keyword) return setDefaultPlace(words, usage);
+int setDefault(Arguments arguments, const char* usage) {
+  const auto keyword = findKeyword(kDefaultKeywords, arguments);
+  if (!keyword) return setDefaultPlace(arguments, usage);
   return finish(call<ZephlinkSDK_setConnectMethod>(*keyword), printServerSettings);
 }
 

@@ -1,11 +1,11 @@
-// What each family adds to the program's action list. A new family has a line here and its rows in cli/actions.cpp.
+// The actions that each family adds to the program. For a new family, add a line here and its rows in cli/actions.cpp.
 #pragma once
 
 #include "cli/actions.h"
 
 namespace cli::families {
 
-/// Rows of one file.
+/// The rows of one file.
 struct Family {
   Actions actions;
   Actions show = {};  ///< subcommands of `show`

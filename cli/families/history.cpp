@@ -11,7 +11,7 @@ namespace cli {
 
 namespace {
 
-/// The name of a period, or its number of hours.
+/// Returns the name of a period, or its number of hours.
 std::string periodKey(std::uint32_t hours) {
   const char* name = ZephlinkSDK_periodText(hours);
   return *name != '\0' ? name : std::to_string(hours);
@@ -90,11 +90,11 @@ void printSessionStats(const ZephlinkSDK_SessionStatsResult& record) {
   writeJson(stdout, value);
 }
 
-int printHistory(Words, const char*) {
+int printHistory(Arguments, const char*) {
   Stream samples;
   samples.open<kConnectionStatsLabel, printConnectionStats, ZephlinkSDK_getHistoricConnectionStats>();
   samples.clock.waitForStart();
-  // All samples come from one event: ending the subscription waits until the last of them is printed.
+  // All samples are delivered by one event: ending the subscription waits until the last one is printed.
   samples.close();
   return kSuccess;
 }

@@ -1,4 +1,4 @@
-// What the stream of live statistics includes from the historic and session statistics.
+// Historic and session statistics that the stream of live statistics includes.
 #pragma once
 
 #include "cli/actions.h"
@@ -6,8 +6,8 @@
 
 namespace cli {
 
-/// The handler of `stats historic`; ignores arguments.
-int printHistory(Words words, const char* usage);
+/// The handler of `stats historic`. Ignores its arguments.
+int printHistory(Arguments arguments, const char* usage);
 
 void printSessionStats(const ZephlinkSDK_SessionStatsResult& record);
 

@@ -1,4 +1,4 @@
-// The local proxy. Its rules and services are `streamingbypass` to a user, `localproxy` is its own switch: one record,
+// The local proxy. The actions call its rules and services `streamingbypass` and its switch `localproxy`: one record,
 // two printers.
 #include "cli/families/families.h"
 #include "cli/families/rule_lists.h"
@@ -38,17 +38,17 @@ constexpr EditUsages kPortUsages = {
 };
 
 template <bool Enable>
-int setWatchlist(Words, const char*) {
+int setWatchlist(Arguments, const char*) {
   return finish(call<ZephlinkSDK_setLocalProxyGlobalDomainWatchlistEnable>(Enable), printBypass);
 }
 
-int setService(Words words, const char* usage) {
-  const auto enable = valueOf<parseSwitch>(words[1]);
+int setService(Arguments arguments, const char* usage) {
+  const auto enable = valueOf<parseSwitch>(arguments[1]);
   if (!enable) return invalid(usage);
-  return finish(call<ZephlinkSDK_setLocalProxyDomainWatchlistEnable>(words[0], *enable), printBypass);
+  return finish(call<ZephlinkSDK_setLocalProxyDomainWatchlistEnable>(arguments[0], *enable), printBypass);
 }
 
-// The master switch. Services whose titles are these words cannot be switched alone.
+// `enable` and `disable` are matched before service titles: services with these titles cannot be switched individually.
 constexpr Action kServiceRows[] = {
     {"enable", nullptr, setWatchlist<true>},
     {"disable", nullptr, setWatchlist<false>},

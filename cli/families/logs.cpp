@@ -1,4 +1,4 @@
-// The daemon's log files and problem reports, and its end.
+// The daemon's log files, problem reports and shutdown.
 #include <cstdlib>
 
 #include "cli/families/families.h"
@@ -9,7 +9,7 @@ namespace cli {
 
 namespace {
 
-/// The level goes out as its number.
+/// Prints the level as a number.
 void printSettings(const ZephlinkSDK_LogSettingsResult& record) {
   Json::Value value(Json::objectValue);
   Json::Value& daemon = value["daemon"];
@@ -29,26 +29,26 @@ void printTicket(const ZephlinkSDK_LogReportResult& record) {
 void printNothing(const ZephlinkSDK_Result&) {}
 
 /// Text that is not a number gives 0.
-std::int32_t plainNumber(const char* word) { return static_cast<std::int32_t>(std::strtol(word, nullptr, 10)); }
+std::int32_t plainNumber(const char* argument) { return static_cast<std::int32_t>(std::strtol(argument, nullptr, 10)); }
 
-int sendReport(Words words, const char* usage) {
-  if (words.size() != 3) return invalid(usage);
-  return finish(call<ZephlinkSDK_sendLogReport>(words[0], words[1], words[2]), printTicket);
+int sendReport(Arguments arguments, const char* usage) {
+  if (arguments.size() != 3) return invalid(usage);
+  return finish(call<ZephlinkSDK_sendLogReport>(arguments[0], arguments[1], arguments[2]), printTicket);
 }
 
 /// Ignores arguments.
-int eraseLogs(Words, const char*) { return finish(ZephlinkSDK_eraseLogs(g_sdk), printNothing); }
+int eraseLogs(Arguments, const char*) { return finish(ZephlinkSDK_eraseLogs(g_sdk), printNothing); }
 
-int setDaemonLog(Words words, const char* usage) {
-  if (words.size() != 4) return invalid(usage);
-  const auto level = valueOf<ZephlinkSDK_daemonLogLevelFromText>(words[3]);
+int setDaemonLog(Arguments arguments, const char* usage) {
+  if (arguments.size() != 4) return invalid(usage);
+  const auto level = valueOf<ZephlinkSDK_daemonLogLevelFromText>(arguments[3]);
   if (!level) return invalid(usage);
-  const ZephlinkSDK_DaemonLogSettings settings{plainNumber(words[0]), plainNumber(words[1]), plainNumber(words[2]),
-                                               *level};
+  const ZephlinkSDK_DaemonLogSettings settings{plainNumber(arguments[0]), plainNumber(arguments[1]),
+                                               plainNumber(arguments[2]), *level};
   return finish(call<ZephlinkSDK_setDaemonLogSettings>(settings), printSettings);
 }
 
-int exitDaemon(Words, const char*) { return finish(ZephlinkSDK_exitDaemon(g_sdk), printNothing); }
+int exitDaemon(Arguments, const char*) { return finish(ZephlinkSDK_exitDaemon(g_sdk), printNothing); }
 
 constexpr Action kLogRows[] = {
     {"report", "log report <email> <message> <filepath>", sendReport},

@@ -54,20 +54,20 @@ Json::Value peerToJson(const ZephlinkSDK_NetworkSharingPeer& peer) {
   return value;
 }
 
-// The older form of `autoPairBehavior`, which no usage text shows.
-bool parseSameUserAutoPair(const char* word, ZephlinkSDK_NetworkSharingAutoPairBehavior& behavior) {
-  const auto enabled = valueOf<parseSwitch>(word);
+// The older form of `autoPairBehavior`, which no usage text mentions.
+bool parseSameUserAutoPair(const char* argument, ZephlinkSDK_NetworkSharingAutoPairBehavior& behavior) {
+  const auto enabled = valueOf<parseSwitch>(argument);
   if (!enabled) return false;
   behavior = *enabled ? ZephlinkSDK_NetworkSharingAutoPairBehavior_AutoUserTeam
                       : ZephlinkSDK_NetworkSharingAutoPairBehavior_Manual;
   return true;
 }
 
-int setDisplayName(Words words, const char*) {
-  return finish(call<ZephlinkSDK_setNetworkSharingDisplayName>(words[0]), printSettings);
+int setDisplayName(Arguments arguments, const char*) {
+  return finish(call<ZephlinkSDK_setNetworkSharingDisplayName>(arguments[0]), printSettings);
 }
 
-/// Changes a setting by the first argument. In this family arguments after a value are ignored.
+/// Sets a value from the first argument. In this family arguments after the value are ignored.
 template <auto& Parse, auto& Method>
 constexpr Handler& change = atLeast<1, setValue<Parse, Method, printSettings>>;
 
@@ -89,9 +89,9 @@ constexpr Action kSetRows[] = {
 
 constexpr char kUsage[] = "networksharing <availableshares|connect|discovery|peer|set|settings|startdiscovery>";
 
-/// Unlike the actions that read, this one refuses arguments, with the usage of the whole family.
-int startDiscovery(Words words, const char*) {
-  return words.empty() ? finish(call<ZephlinkSDK_startNetworkSharingDiscovery>(), printDiscovery) : invalid(kUsage);
+/// Unlike the reading actions, this one rejects arguments, with the usage of the whole family.
+int startDiscovery(Arguments arguments, const char*) {
+  return arguments.empty() ? finish(call<ZephlinkSDK_startNetworkSharingDiscovery>(), printDiscovery) : invalid(kUsage);
 }
 
 constexpr Action kSharingRows[] = {

@@ -17,10 +17,10 @@ using Pair = ZephlinkSDK_NetworkSharingPairResult;
 
 constexpr std::size_t kConnectCodeSize = sizeof(ZephlinkSDK_NetworkSharingSettingsResult::hostConnectCode);
 
-/// Whether the word fits into a field of that size.
-bool fits(const char* word, std::size_t size) { return std::strlen(word) < size; }
+/// Returns whether the argument fits into a field of `size` bytes, including its terminator.
+bool fits(const char* argument, std::size_t size) { return std::strlen(argument) < size; }
 
-// A stream also prints failed connections as records. An action prints the error object.
+// A stream prints failed connections as records too; an action prints the error object.
 void printConnection(const Connection& record) {
   Json::Value value(Json::objectValue);
   value["role"] = ZephlinkSDK_peerRoleText(record.role);
@@ -42,24 +42,25 @@ void printPair(const Pair& record) {
   writeJson(stdout, value);
 }
 
-bool isUuid(const char* word) { return fits(word, ZephlinkSDK_UuidSize); }
+bool isUuid(const char* argument) { return fits(argument, ZephlinkSDK_UuidSize); }
 
-/// Connects by one argument of fewer than `Size` bytes.
-/// REQUIRES: an argument.
+/// Connects with one argument of fewer than `Size` bytes. REQUIRES: an argument.
 template <auto& Method, std::size_t Size>
-int connectBy(Words words, const char* usage) {
-  return fits(words[0], Size) ? finish(call<Method>(words[0]), printConnection) : invalid(usage);
+int connectBy(Arguments arguments, const char* usage) {
+  return fits(arguments[0], Size) ? finish(call<Method>(arguments[0]), printConnection) : invalid(usage);
 }
 
-/// Acts on the peer of a UUID. More arguments are ignored.
-template <auto& Method, auto... Arguments>
-int pair(Words words, const char* usage) {
-  if (words.empty()) return missing(usage);
-  return isUuid(words[0]) ? finish(call<Method>(words[0], Arguments...), printPair) : invalid(usage);
+/// Performs an action on the peer with a UUID. Ignores further arguments.
+template <auto& Method, auto... Values>
+int pair(Arguments arguments, const char* usage) {
+  if (arguments.empty()) return missing(usage);
+  return isUuid(arguments[0]) ? finish(call<Method>(arguments[0], Values...), printPair) : invalid(usage);
 }
 
 /// An unknown subcommand without a UUID is Missing.
-int refusePairing(Words words, const char* usage) { return words.size() < 2 ? missing(usage) : invalid(usage); }
+int refusePairing(Arguments arguments, const char* usage) {
+  return arguments.size() < 2 ? missing(usage) : invalid(usage);
+}
 
 constexpr Action kPairRows[] = {
     {"allow", nullptr, pair<ZephlinkSDK_allowNetworkSharingPair, true>},
@@ -69,20 +70,19 @@ constexpr Action kPairRows[] = {
 };
 
 /// REQUIRES: two arguments.
-bool isUuidAndSwitch(Words words) { return isUuid(words[0]) && valueOf<parseSwitch>(words[1]); }
+bool isUuidAndSwitch(Arguments arguments) { return isUuid(arguments[0]) && valueOf<parseSwitch>(arguments[1]); }
 
-/// Changes a switch of the peer of a UUID. More arguments are ignored.
-/// REQUIRES: two arguments.
+/// Sets a switch of the peer with a UUID. Ignores further arguments. REQUIRES: two arguments.
 template <auto& Method>
-int changeSwitch(Words words, const char* usage) {
-  if (!isUuidAndSwitch(words)) return invalid(usage);
-  return finish(call<Method>(words[0], *valueOf<parseSwitch>(words[1])), printShares);
+int changeSwitch(Arguments arguments, const char* usage) {
+  if (!isUuidAndSwitch(arguments)) return invalid(usage);
+  return finish(call<Method>(arguments[0], *valueOf<parseSwitch>(arguments[1])), printShares);
 }
 
-/// An unknown switch with valid arguments names the usage of `networksharing set <host|client>`.
-int refuseSwitch(Words words, const char* usage) {
-  if (words.size() < 3) return missing(usage);
-  return invalid(isUuidAndSwitch(words.subspan(1)) ? kSharingSwitchUsage : usage);
+/// An unknown switch with valid arguments prints the usage of `networksharing set <host|client>`.
+int refuseSwitch(Arguments arguments, const char* usage) {
+  if (arguments.size() < 3) return missing(usage);
+  return invalid(isUuidAndSwitch(arguments.subspan(1)) ? kSharingSwitchUsage : usage);
 }
 
 constexpr Action kSwitchRows[] = {

@@ -1,4 +1,4 @@
-// What network sharing and the stream of statistics include about single peers.
+// Actions and events of single peers, included by network sharing and the stream of statistics.
 #pragma once
 
 #include "cli/actions.h"
@@ -7,12 +7,12 @@ namespace cli {
 
 class Stream;
 
-/// Rows of `networksharing` that act on a peer.
+/// Rows of `networksharing` for a single peer.
 extern const Actions kPeerRows;
-/// The same of `networksharing set`.
+/// Rows of `networksharing set` for a single peer.
 extern const Actions kPeerSetRows;
 
-/// Subscribes to the three events of peers.
+/// Subscribes to the three events about peers.
 void listenForPeers(Stream& stream);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// What the forwarded ports and the rule lists share about port rules.
+// Port rules, shared by the forwarded ports and the rule lists.
 #pragma once
 
 #include <json/json.h>
@@ -7,7 +7,7 @@
 
 namespace cli {
 
-/// For tooMany(), when a list of ports is too long.
+/// Format for tooMany() if a list of ports is too long.
 inline constexpr char kTooManyPorts[] = "only %d ports may be requested\n";
 
 Json::Value portRuleToJson(const ZephlinkSDK_ProtocolPortPair& rule);

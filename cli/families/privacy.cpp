@@ -32,16 +32,16 @@ void printCaptiveLogin(const ZephlinkSDK_CaptivePortalLoginResult& record) {
   writeJson(stdout, value);
 }
 
-/// Every fault is Missing here, also a refused value and too many arguments.
+/// All errors are Missing here, including invalid values and too many arguments.
 template <auto& Method>
-int changeSwitch(Words words, const char* usage) {
-  const auto on = words.size() == 1 ? valueOf<parseSwitch>(words[0]) : std::nullopt;
+int changeSwitch(Arguments arguments, const char* usage) {
+  const auto on = arguments.size() == 1 ? valueOf<parseSwitch>(arguments[0]) : std::nullopt;
   return on ? finish(call<Method>(*on), printPrivacy) : missing(usage);
 }
 
 /// Unlike the other switches, this one ignores arguments after its value.
-int changeKillswitch(Words words, const char* usage) {
-  return changeSwitch<ZephlinkSDK_setKillswitch>(words.first(std::min<std::size_t>(words.size(), 1)), usage);
+int changeKillswitch(Arguments arguments, const char* usage) {
+  return changeSwitch<ZephlinkSDK_setKillswitch>(arguments.first(std::min<std::size_t>(arguments.size(), 1)), usage);
 }
 
 constexpr Action kPrivacyRows[] = {
@@ -51,14 +51,13 @@ constexpr Action kPrivacyRows[] = {
     {"ipleak", "privacy ipleak <on|off>", changeSwitch<ZephlinkSDK_setIPLeakProtection>},
 };
 
-/// Enabling requires an adapter, and only enabling takes one.
-/// REQUIRES: an argument.
-int captiveLogin(Words words, const char* usage) {
-  const auto on = valueOf<parseSwitch>(words[0]);
+/// Enabling requires an adapter; disabling accepts none. REQUIRES: an argument.
+int captiveLogin(Arguments arguments, const char* usage) {
+  const auto on = valueOf<parseSwitch>(arguments[0]);
   if (!on) return invalid(usage);
-  if (*on && words.size() == 1) return missing(usage);
-  if (words.size() > (*on ? 2U : 1U)) return invalid(usage);
-  const char* adapterID = *on ? words[1] : nullptr;
+  if (*on && arguments.size() == 1) return missing(usage);
+  if (arguments.size() > (*on ? 2U : 1U)) return invalid(usage);
+  const char* adapterID = *on ? arguments[1] : nullptr;
   return finish(call<ZephlinkSDK_setCaptivePortalLoginMode>(*on, adapterID), printCaptiveLogin);
 }
 
@@ -67,11 +66,11 @@ constexpr Action kCaptivePortalRows[] = {
     {"login", "captiveportal login <on|off> <adapter id>", atLeast<1, captiveLogin>},
 };
 
-/// Addresses that do not fit into the request are ignored.
-int setDnsServers(Words words, const char*) {
+/// Ignores addresses that do not fit into the request.
+int setDnsServers(Arguments arguments, const char*) {
   char addresses[ZephlinkSDK_MaxDnsAddresses][ZephlinkSDK_AddressSize];
-  const std::size_t count = std::min(words.size(), ZephlinkSDK_MaxDnsAddresses);
-  for (std::size_t i = 0; i < count; ++i) zephlinksdk::copyText(addresses[i], words[i]);
+  const std::size_t count = std::min(arguments.size(), ZephlinkSDK_MaxDnsAddresses);
+  for (std::size_t i = 0; i < count; ++i) zephlinksdk::copyText(addresses[i], arguments[i]);
   return finish(call<ZephlinkSDK_setDNSServers>(static_cast<std::uint16_t>(count), addresses), printPrivacy);
 }
 

@@ -15,10 +15,10 @@ Json::Value toJson(const ZephlinkSDK_RuleLists& lists) {
   return value;
 }
 
-std::optional<int> readRules(Words words, RuleList<PortRule>& list, const char* usage) {
-  if (words.size() > ZephlinkSDK_MaxRules) return tooMany(kTooManyPorts, ZephlinkSDK_MaxRules);
-  // Rule lists take low ports and ranges.
-  if (!parseProtocolPortList(static_cast<int>(words.size()), words.data(), list.fill().data(), true, true)) {
+std::optional<int> readRules(Arguments arguments, RuleList<PortRule>& list, const char* usage) {
+  if (arguments.size() > ZephlinkSDK_MaxRules) return tooMany(kTooManyPorts, ZephlinkSDK_MaxRules);
+  // Rule lists accept low ports and ranges.
+  if (!parseProtocolPortList(static_cast<int>(arguments.size()), arguments.data(), list.fill().data(), true, true)) {
     return invalid(usage);
   }
   return std::nullopt;

@@ -1,8 +1,8 @@
-// What firewall, streaming and local proxy share: printing their four rule lists, and editing one of them by the
-// arguments `set`, `add` and `rem`, for every kind of rule and every family.
+// Shared by the firewall, streaming and the local proxy: prints their four rule lists and edits one of them with the
+// arguments `set`, `add` and `rem`, for every type of rule and every family.
 //
-// The daemon accepts whole lists only: `add` and `rem` read the record, edit its list and send all of it back, even if
-// nothing has changed.
+// The daemon accepts whole lists only: `add` and `rem` read the record, edit its list and send the whole list back,
+// even if nothing has changed.
 #pragma once
 
 #include <json/json.h>
@@ -25,13 +25,13 @@
 
 namespace cli {
 
-/// An object of all four lists.
+/// Returns an object with all four lists.
 Json::Value toJson(const ZephlinkSDK_RuleLists& lists);
 
-/// Rules of one kind, up to a fixed number; rules appended beyond it are dropped.
+/// Rules of one type, up to a fixed number. Rules appended beyond it are dropped.
 template <class Rule>
 class RuleList {
-  // Rules are equal when their bytes are: a text has only zeros after its end.
+  // Rules are compared by their bytes: texts are zero-padded.
   static_assert(std::has_unique_object_representations_v<Rule>);
 
  public:
@@ -39,10 +39,10 @@ class RuleList {
 
   std::span<const Rule> all() const { return {rules.get(), count}; }
 
-  /// All rules that the list has room for, to fill. New rules are all zero.
+  /// Returns the list's whole capacity, to fill. New rules are all zero.
   std::span<Rule> fill() { return {rules.get(), count = capacity}; }
 
-  bool holds(const Rule& wanted) const {
+  bool contains(const Rule& wanted) const {
     return std::ranges::any_of(all(),
                                [&wanted](const Rule& rule) { return std::memcmp(&rule, &wanted, sizeof(Rule)) == 0; });
   }
@@ -57,7 +57,7 @@ class RuleList {
   std::unique_ptr<Rule[]> rules;
 };
 
-/// The members of the records that contain the rules of one kind.
+/// The members of the records that contain one type of rules.
 template <class Rule>
 struct RuleKind {
   using List = RuleList<Rule>;
@@ -81,45 +81,45 @@ enum class Edit { Set, Add, Remove };
 inline constexpr auto kEditWords =
     zephlinksdk::wordTable<Edit>({{Edit::Set, "set"}, {Edit::Add, "add"}, {Edit::Remove, "rem"}}, "");
 
-/// The usage text of each edit, in the order of `Edit`. Only ports have them: a word that is not a rule names one.
+/// The usage text of each edit, in the order of `Edit`. Only ports have them: an invalid rule prints one.
 using EditUsages = std::array<const char*, 3>;
 inline constexpr EditUsages kNoUsages{};
 
-/// A word that is no address gives one of zeros, and a long domain is cut.
-inline void readRule(const char* word, Domain& domain) { zephlinksdk::copyText(domain, word); }
+/// An invalid address reads as all zeros; a long domain is cut.
+inline void readRule(const char* argument, Domain& domain) { zephlinksdk::copyText(domain, argument); }
 template <class Address>
-void readRule(const char* word, Address& address) {
-  address = zephlinksdk::addressFromText<Address>(word);
+void readRule(const char* argument, Address& address) {
+  address = zephlinksdk::addressFromText<Address>(argument);
 }
 
-/// Reads one rule from each word. Prints the error and returns the status if a word is refused.
+/// Reads one rule from each argument. If an argument is invalid, prints the error and returns the status.
 template <class Rule>
-std::optional<int> readRules(Words words, RuleList<Rule>& list, const char*) {
-  for (const char* word : words) {
+std::optional<int> readRules(Arguments arguments, RuleList<Rule>& list, const char*) {
+  for (const char* argument : arguments) {
     Rule rule;
-    readRule(word, rule);
+    readRule(argument, rule);
     list.append(rule);
   }
   return std::nullopt;
 }
-std::optional<int> readRules(Words words, RuleList<PortRule>& list, const char* usage);
+std::optional<int> readRules(Arguments arguments, RuleList<PortRule>& list, const char* usage);
 
-/// Returns `rules` with the rules of `given` appended or removed. Compares all of `given`, however many; the result has
-/// as many rules as the daemon takes.
+/// Returns `rules` with the rules of `given` appended or removed. Compares all of `given`; the result is cut to the
+/// number of rules that the daemon accepts.
 template <class Rule>
 RuleList<Rule> edited(std::span<const Rule> rules, Edit edit, const RuleList<Rule>& given) {
   RuleList<Rule> list(ZephlinkSDK_MaxRules);
   for (const Rule& rule : rules) {
-    if (edit == Edit::Add || !given.holds(rule)) list.append(rule);
+    if (edit == Edit::Add || !given.contains(rule)) list.append(rule);
   }
   if (edit == Edit::Remove) return list;
   for (const Rule& rule : given.all()) {
-    if (!list.holds(rule)) list.append(rule);
+    if (!list.contains(rule)) list.append(rule);
   }
   return list;
 }
 
-/// Sends at most as many rules as the daemon takes.
+/// Sends at most as many rules as the daemon accepts.
 template <auto& Set, class Rule>
 auto send(const RuleList<Rule>& list) {
   const std::span<const Rule> rules = list.all();
@@ -136,14 +136,14 @@ auto changeList(Edit edit, const RuleList<Rule>& given) {
   return send<Set>(edited(Kind.of(record.lists), edit, given));
 }
 
-/// The handler of one list: its arguments are one of the three words and the rules.
+/// The handler of one list: its arguments are `set`, `add` or `rem`, and the rules.
 template <const auto& Kind, auto& Get, auto& Set, auto& Print, const EditUsages& Usages>
-int editList(Words words, const char* usage) {
-  if (words.empty()) return missing(usage);
-  const auto edit = kEditWords.find(words[0]);
+int editList(Arguments arguments, const char* usage) {
+  if (arguments.empty()) return missing(usage);
+  const auto edit = kEditWords.find(arguments[0]);
   if (!edit) return invalid(usage);
-  typename std::remove_cvref_t<decltype(Kind)>::List given(words.size() - 1);
-  if (const auto fault = readRules(words.subspan(1), given, Usages[static_cast<std::size_t>(*edit)])) return *fault;
+  typename std::remove_cvref_t<decltype(Kind)>::List given(arguments.size() - 1);
+  if (const auto fault = readRules(arguments.subspan(1), given, Usages[static_cast<std::size_t>(*edit)])) return *fault;
   return finish(changeList<Kind, Get, Set>(*edit, given), Print);
 }
 

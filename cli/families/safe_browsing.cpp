@@ -1,4 +1,4 @@
-// Safe browsing. Only a missing subcommand is Missing, every other fault is Invalid: a missing or refused value names
+// Safe browsing. Only a missing subcommand is Missing; all other errors are Invalid. A missing or invalid value prints
 // the usage of the subcommand, a wrong number of arguments that of the family.
 #include "cli/families/families.h"
 #include "cli/handlers.h"
@@ -59,7 +59,8 @@ void printBlock(const ZephlinkSDK_SafeBrowsingBlockResult& record) {
   writeJson(stdout, value);
 }
 
-/// Finishes the actions that connect to the service: a connect error is printed instead of the settings and fails.
+/// Ends the actions that connect to the service: a connect error is printed instead of the settings and fails the
+/// action.
 int finishConnecting(const Settings& record) {
   if (record.hasError || !record.connectFailed) return finish(record, printSettings);
   printConnectError(record);
@@ -72,31 +73,34 @@ constexpr char kUsage[] =
 
 /// Requires exactly one argument.
 template <Handler& Handle>
-int withValue(Words words, const char* usage) {
-  if (words.size() > 1) return invalid(kUsage);
-  return words.empty() ? invalid(usage) : Handle(words, usage);
+int withValue(Arguments arguments, const char* usage) {
+  if (arguments.size() > 1) return invalid(kUsage);
+  return arguments.empty() ? invalid(usage) : Handle(arguments, usage);
 }
 
-int initialize(Words words, const char*) { return finishConnecting(call<ZephlinkSDK_initSafeBrowsing>(words[0])); }
-
-int setConfig(Words words, const char*) {
-  return finish(call<ZephlinkSDK_setSafeBrowsingConfig>(words[0]), printSettings);
+int initialize(Arguments arguments, const char*) {
+  return finishConnecting(call<ZephlinkSDK_initSafeBrowsing>(arguments[0]));
 }
 
-int refreshToken(Words words, const char*) {
-  const WordOfSecret token(words[0]);
-  return finishConnecting(call<ZephlinkSDK_refreshSafeBrowsingToken>(words[0]));
+int setConfig(Arguments arguments, const char*) {
+  return finish(call<ZephlinkSDK_setSafeBrowsingConfig>(arguments[0]), printSettings);
 }
 
-/// Two calls. Only the second one counts; it prints the settings even if the service was not reached.
+int refreshToken(Arguments arguments, const char*) {
+  const SecretArgument token(arguments[0]);
+  return finishConnecting(call<ZephlinkSDK_refreshSafeBrowsingToken>(arguments[0]));
+}
+
+/// Makes two calls. The status depends on the second one only; it prints the settings even if the service was not
+/// reached.
 int startOrStop(bool enabled, const char* serviceConfig) {
   call<ZephlinkSDK_setSafeBrowsingEnabled>(enabled);
   return finish(call<ZephlinkSDK_initSafeBrowsing>(serviceConfig), printSettings);
 }
 
-int start(Words words, const char*) { return startOrStop(true, words[0]); }
+int start(Arguments arguments, const char*) { return startOrStop(true, arguments[0]); }
 
-int stop(Words, const char*) { return startOrStop(false, ""); }
+int stop(Arguments, const char*) { return startOrStop(false, ""); }
 
 // A connect error with one of these codes means that the home network was reported.
 constexpr bool isHomeNetworkReported(std::int32_t connectError) { return connectError == 0 || connectError == 17; }
@@ -107,12 +111,12 @@ int reportHomeNetwork(std::uint32_t retries, std::uint64_t delay, std::uint64_t 
   return record.connectFailed && isHomeNetworkReported(record.connectError) ? kSuccess : status;
 }
 
-int homeNetwork(Words words, const char* usage) {
-  if (words.empty()) return reportHomeNetwork(0, 0, 0);
-  if (words.size() != 3) return invalid(kUsage);
-  const auto retries = valueOf<parseU32>(words[0]);
-  const auto delay = valueOf<parseU64>(words[1]);
-  const auto timeout = valueOf<parseU64>(words[2]);
+int homeNetwork(Arguments arguments, const char* usage) {
+  if (arguments.empty()) return reportHomeNetwork(0, 0, 0);
+  if (arguments.size() != 3) return invalid(kUsage);
+  const auto retries = valueOf<parseU32>(arguments[0]);
+  const auto delay = valueOf<parseU64>(arguments[1]);
+  const auto timeout = valueOf<parseU64>(arguments[2]);
   if (!retries || !delay || !timeout) return invalid(usage);
   return reportHomeNetwork(*retries, *delay, *timeout);
 }
@@ -120,11 +124,12 @@ int homeNetwork(Words words, const char* usage) {
 constexpr char kErrorLabel[] = "safebrowsing_error";
 constexpr char kBlockLabel[] = "safebrowsing_block";
 
-/// Prints events until the given seconds have passed since the first of them; without end if none are given.
+/// Prints events until the given number of seconds has passed since the first event; without an end if no number is
+/// given.
 template <const char* Label, auto& Print, auto& Listen>
-int stream(Words words, const char* usage) {
-  if (words.size() > 1) return invalid(kUsage);
-  const auto seconds = words.empty() ? 0 : valueOf<parseI32>(words[0]);
+int stream(Arguments arguments, const char* usage) {
+  if (arguments.size() > 1) return invalid(kUsage);
+  const auto seconds = arguments.empty() ? 0 : valueOf<parseI32>(arguments[0]);
   if (!seconds || *seconds < -1) return invalid(usage);
   zephlinksdk::endOnClosedPipe();
   Stream events;
@@ -133,7 +138,7 @@ int stream(Words words, const char* usage) {
   return kSuccess;
 }
 
-// `redirects` names it too.
+// Also printed by `redirects`.
 constexpr char kErrorsUsage[] = "safebrowsing errors [duration in seconds]";
 
 constexpr Action kSafeBrowsingRows[] = {

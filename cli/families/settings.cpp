@@ -1,4 +1,4 @@
-// Settings of the tunnel as a whole.
+// Settings of the whole tunnel.
 #include "cli/families/settings.h"
 
 #include "cli/families/families.h"
@@ -31,47 +31,48 @@ Json::Value socketsToJson(const ZephlinkSDK_PerConnectionParallelSockets& entry)
   return value;
 }
 
-bool parseTransport(const char* word, ZephlinkSDK_TransportMode& mode) {
-  return ZephlinkSDK_transportModeFromText(word, &mode) && ZephlinkSDK_isTransportSetting(mode);
+bool parseTransport(const char* argument, ZephlinkSDK_TransportMode& mode) {
+  return ZephlinkSDK_transportModeFromText(argument, &mode) && ZephlinkSDK_isTransportSetting(mode);
 }
 
-/// Changes a setting of one argument.
+/// Sets a value from exactly one argument.
 template <auto& Parse, auto& Method>
 constexpr Handler& changeOne = exactly<1, setValue<Parse, Method, printSettings>>;
 
-/// A missing argument is Invalid here.
+/// A missing argument is reported as Invalid here.
 template <auto& Method>
-int changeRetry(Words words, const char* usage) {
-  return words.empty() ? invalid(usage) : changeOne<parseU32, Method>(words, usage);
+int changeRetry(Arguments arguments, const char* usage) {
+  return arguments.empty() ? invalid(usage) : changeOne<parseU32, Method>(arguments, usage);
 }
 
-/// Too many arguments are an unknown action here.
-int changeMaxRedundant(Words words, const char* usage) {
-  return words.size() > 1 ? unknownAction() : changeOne<parseU32, ZephlinkSDK_setMaxRedundantSends>(words, usage);
+/// Too many arguments are reported as an unknown action here.
+int changeMaxRedundant(Arguments arguments, const char* usage) {
+  return arguments.size() > 1 ? unknownAction()
+                              : changeOne<parseU32, ZephlinkSDK_setMaxRedundantSends>(arguments, usage);
 }
 
-int changeTargetConnections(Words words, const char* usage) {
-  const auto upload = valueOf<parseI32>(words[0]);
-  const auto download = valueOf<parseI32>(words[1]);
+int changeTargetConnections(Arguments arguments, const char* usage) {
+  const auto upload = valueOf<parseI32>(arguments[0]);
+  const auto download = valueOf<parseI32>(arguments[1]);
   if (!upload || !download) return invalid(usage);
   return finish(call<ZephlinkSDK_setTargetNumberOfConnections>(*upload, *download), printSettings);
 }
 
-int changePorts(Words words, const char* usage) {
-  if (words.size() > ZephlinkSDK_MaxForwardedPorts) return tooMany(kTooManyPorts, ZephlinkSDK_MaxForwardedPorts);
-  const auto count = static_cast<std::uint16_t>(words.size());
+int changePorts(Arguments arguments, const char* usage) {
+  if (arguments.size() > ZephlinkSDK_MaxForwardedPorts) return tooMany(kTooManyPorts, ZephlinkSDK_MaxForwardedPorts);
+  const auto count = static_cast<std::uint16_t>(arguments.size());
   ZephlinkSDK_ProtocolPortPair rules[ZephlinkSDK_MaxForwardedPorts];
-  if (!parseProtocolPortList(count, words.data(), rules, false, false)) return invalid(usage);
+  if (!parseProtocolPortList(count, arguments.data(), rules, false, false)) return invalid(usage);
   return finish(call<ZephlinkSDK_setForwardPorts>(count, rules), printSettings);
 }
 
-int changeSubnets(Words words, const char* usage) {
-  if (words.size() > ZephlinkSDK_MaxDownstreamSubnets) {
+int changeSubnets(Arguments arguments, const char* usage) {
+  if (arguments.size() > ZephlinkSDK_MaxDownstreamSubnets) {
     return tooMany("only %d subnets may be declared\n", ZephlinkSDK_MaxDownstreamSubnets);
   }
-  const auto count = static_cast<std::uint16_t>(words.size());
+  const auto count = static_cast<std::uint16_t>(arguments.size());
   ZephlinkSDK_Subnet list[ZephlinkSDK_MaxDownstreamSubnets];
-  if (!parseSubnetList(count, words.data(), list)) return invalid(usage);
+  if (!parseSubnetList(count, arguments.data(), list)) return invalid(usage);
   return finish(call<ZephlinkSDK_setDownstreamSubnets>(count, list), printSettings);
 }
 

@@ -1,4 +1,4 @@
-// Printer of the settings of the tunnel, which `adapter encryption` shares.
+// Prints the settings of the tunnel; shared with `adapter encryption`.
 #pragma once
 
 #include "zephlinksdk/records.h"

@@ -1,4 +1,4 @@
-// Speed tests and why the last session ended.
+// Speed tests and the reason of the last disconnect.
 #include "cli/families/families.h"
 #include "cli/handlers.h"
 #include "zephlinksdk/words.h"
@@ -7,7 +7,7 @@ namespace cli {
 
 namespace {
 
-/// A run that failed has no measurements but its latency, and only a stream test has all of them.
+/// A failed run has no measurement except its latency; only a stream test has all of them.
 Json::Value runToJson(const ZephlinkSDK_SpeedTestRun& run) {
   Json::Value value(Json::objectValue);
   value["time"] = run.time;

@@ -1,4 +1,4 @@
-// Printer of the daemon's state, which the families that end on a state share.
+// Prints the daemon's state; shared by the families whose actions end on a state.
 #pragma once
 
 #include "zephlinksdk/records.h"

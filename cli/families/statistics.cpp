@@ -88,31 +88,31 @@ void printStreamingStats(const ZephlinkSDK_StreamingStatsResult& record) {
   writeJson(stdout, value);
 }
 
-/// What the arguments of the stream request.
+/// The arguments of the stream.
 struct StreamChoice {
   std::int32_t duration = -1;
   std::vector<std::uint32_t> periods;
   bool peers = false;
 };
 
-bool takeWord(const char* word, StreamChoice& choice) {
-  if (equal(word, "networksharing")) {
+bool takeArgument(const char* argument, StreamChoice& choice) {
+  if (equal(argument, "networksharing")) {
     choice.peers = true;
     return true;
   }
   if (choice.periods.size() == ZephlinkSDK_MaxSessionPeriods) return false;
   std::uint32_t hours = 0;
-  if (!ZephlinkSDK_periodFromText(word, &hours) && !parseU32(word, hours)) return false;
+  if (!ZephlinkSDK_periodFromText(argument, &hours) && !parseU32(argument, hours)) return false;
   choice.periods.push_back(hours);
   return true;
 }
 
-std::optional<StreamChoice> parseChoice(Words words) {
+std::optional<StreamChoice> parseChoice(Arguments arguments) {
   StreamChoice choice;
-  if (words.empty()) return choice;
-  if (!parseI32(words[0], choice.duration) || choice.duration < -1) return std::nullopt;
-  for (const char* word : words.subspan(1)) {
-    if (!takeWord(word, choice)) return std::nullopt;
+  if (arguments.empty()) return choice;
+  if (!parseI32(arguments[0], choice.duration) || choice.duration < -1) return std::nullopt;
+  for (const char* argument : arguments.subspan(1)) {
+    if (!takeArgument(argument, choice)) return std::nullopt;
   }
   return choice;
 }
@@ -132,8 +132,8 @@ void printStream(const StreamChoice& choice) {
   stream.report(ZephlinkSDK_subscribeStats(g_sdk, false, 0, nullptr));
 }
 
-int stream(Words words, const char* usage) {
-  const auto choice = parseChoice(words);
+int stream(Arguments arguments, const char* usage) {
+  const auto choice = parseChoice(arguments);
   if (!choice) return invalid(usage);
   printStream(*choice);
   return kSuccess;

@@ -1,4 +1,4 @@
-// What the live statistics share with the historic ones.
+// Live statistics, shared with the historic ones.
 #pragma once
 
 #include <json/json.h>
@@ -9,7 +9,7 @@ namespace cli {
 
 inline constexpr char kConnectionStatsLabel[] = "connection_stats";
 
-/// With `brief` an entry has only its identity, state, load, loss, latency and total speed.
+/// With `brief`, an entry contains only its identity, state, load, loss, latency and total speed.
 Json::Value toJson(const ZephlinkSDK_ConnectionStatsResult& record, bool brief);
 
 void printConnectionStats(const ZephlinkSDK_ConnectionStatsResult& record);

@@ -1,4 +1,4 @@
-// in_addr and in6_addr, the address types of the rule lists, wherever the system keeps them.
+// Includes the system's declarations of in_addr and in6_addr, the address types of the rule lists.
 #pragma once
 
 #ifdef _WIN32
@@ -8,7 +8,7 @@
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
 #endif
-// The order of these two is required by the system.
+// winsock2.h must precede ws2tcpip.h.
 #include <winsock2.h>
 
 #include <ws2tcpip.h>

@@ -1,4 +1,4 @@
-// What lets the other headers read the same in C11 and in C++20. Not for use in a host.
+// Macros that let the other headers compile as both C11 and C++20. Not for use in a host.
 #pragma once
 
 #include <stdint.h>
@@ -6,11 +6,11 @@
 #ifdef __cplusplus
 #include <cstddef>
 
-/// The type of an enumeration's values, in its head.
+/// The underlying type of an enumeration, in its declaration.
 #define ZEPHLINKSDK_UINT32 : uint32_t
-/// Follows an enumeration. In C, a variable of 32 bits then has the enumeration's name as its type.
+/// Must follow the declaration of an enumeration. In C, declares the enumeration's name as a 32-bit type.
 #define ZEPHLINKSDK_ENUM(name) static_assert(sizeof(name) == sizeof(uint32_t))
-/// A constant for the size of an array.
+/// Defines a constant for the size of an array.
 #define ZEPHLINKSDK_BOUND(name, value) inline constexpr std::size_t name = value
 #else
 #define ZEPHLINKSDK_UINT32
@@ -18,7 +18,7 @@
 #define ZEPHLINKSDK_BOUND(name, value) enum { name = (value) }
 #endif
 
-/// C++ has no unnamed structures, but every compiler that we know takes them.
+/// Standard C++ has no unnamed structures, but all supported compilers accept them.
 #ifdef __GNUC__
 #define ZEPHLINKSDK_EXTENSION __extension__
 #else

@@ -1,8 +1,8 @@
 // The records that calls return and take as arguments, with their bounds and enumerations. C11 and C++20.
 //
-// Every record is flat plain data, copied by value, and all zero when made by `= {0}` (C++: `= {}`). Texts are UTF-8 if
-// the daemon sends UTF-8, cut to whole characters within their array less one byte and always terminated. Of an array
-// with a `...Count` field only the first `...Count` entries have a meaning.
+// Every record is plain data without pointers, copied by value, and all zero if initialized with `= {0}` (C++: `= {}`).
+// Texts are UTF-8 if the daemon sends UTF-8, always terminated, and cut to whole characters that fit their array. In an
+// array with a `...Count` field only the first `...Count` entries are valid.
 #pragma once
 
 #include <stdbool.h>
@@ -33,7 +33,7 @@ ZEPHLINKSDK_BOUND(ZephlinkSDK_MaxServiceDomains, 12);  ///< domains of each list
 ZEPHLINKSDK_BOUND(ZephlinkSDK_MaxSpeedTestRuns, 5);    ///< runs of a ZephlinkSDK_SpeedTestResult
 ZEPHLINKSDK_BOUND(ZephlinkSDK_MaxPeers, 32);           ///< peers of a ZephlinkSDK_NetworkSharingAvailableSharesResult
 
-// Bytes of text fields that several records share, the terminating zero included.
+// Sizes in bytes of text fields that several records share, including the terminating zero.
 ZEPHLINKSDK_BOUND(ZephlinkSDK_AddressSize, 46);            ///< an address of IPv4 or IPv6
 ZEPHLINKSDK_BOUND(ZephlinkSDK_AdapterTextSize, 100);       ///< a text about an adapter
 ZEPHLINKSDK_BOUND(ZephlinkSDK_AppNameSize, 32);            ///< the name of a host application
@@ -48,10 +48,10 @@ ZEPHLINKSDK_BOUND(ZephlinkSDK_UuidSize, 37);               ///< the UUID of a pe
 
 // ---- Start and common head ----------------------------------------------------------------------------------------
 
-/// What the library is started with; ZephlinkSDK_defaultConfig fills in the defaults.
+/// The configuration of an object; ZephlinkSDK_defaultConfig fills in the defaults.
 typedef struct ZephlinkSDK_Config {
   char appName[ZephlinkSDK_AppNameSize];  ///< announced to the daemon; empty announces nothing
-  char address[ZephlinkSDK_AddressSize];  ///< of the daemon, as text
+  char address[ZephlinkSDK_AddressSize];  ///< address of the daemon, as text
   uint16_t port;                          ///< TCP port of the daemon
 } ZephlinkSDK_Config;
 
@@ -59,26 +59,26 @@ typedef struct ZephlinkSDK_Config {
 // clang-format off
 #define ZEPHLINKSDK_HEAD_FIELDS \
   /** Whether the call failed. Test this, never `errorCode`: the immediate record of an asynchronous call has a code \
-      that is no error. */ \
+      that is not an error. */ \
   bool hasError; \
-  /** A ZephlinkSDK_Error, or a code that the daemon sent. */ \
+  /** A ZephlinkSDK_Error, or a code from the daemon. */ \
   uint32_t errorCode; \
   /** A text, usually more specific than ZephlinkSDK_errorText of the code. */ \
   char errorMessage[ZephlinkSDK_ErrorMessageSize]; \
-  /** The argument of ZephlinkSDK_removeListener. 0 is a valid handle. */ \
+  /** The argument for ZephlinkSDK_removeListener. 0 is a valid handle. */ \
   uint64_t handle;
 // clang-format on
 
-/// The head of every record, and the whole record of a call that has no answer.
+/// The head of every record, and the whole record of a call that the daemon does not answer.
 typedef struct ZephlinkSDK_Result {
   ZEPHLINKSDK_HEAD_FIELDS
 } ZephlinkSDK_Result;
 
-/// The first member of every other record: the fields of a ZephlinkSDK_Result, which `head` names as a whole.
+/// The first member of every other record: the fields of a ZephlinkSDK_Result, also accessible together as `head`.
 // clang-format off
 #define ZEPHLINKSDK_HEAD \
   ZEPHLINKSDK_EXTENSION union { \
-    /** The next four fields as a whole. */ \
+    /** The next four fields together. */ \
     ZephlinkSDK_Result head; \
     struct { ZEPHLINKSDK_HEAD_FIELDS }; \
   }
@@ -95,7 +95,7 @@ enum ZephlinkSDK_State ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_State_Connecting = 4,      ///< connecting
   ZephlinkSDK_State_Disconnecting = 5,   ///< ending the tunnel
   ZephlinkSDK_State_Connected = 6,       ///< signed in, with a tunnel
-  ZephlinkSDK_State_OverLimit = 7,       ///< signed in, but the account's data is used up
+  ZephlinkSDK_State_OverLimit = 7,       ///< signed in, but the account's data allowance is used up
   ZephlinkSDK_State_Unknown = 8,         ///< any other state of the daemon
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_State);
@@ -126,9 +126,9 @@ enum ZephlinkSDK_ConnectMethod ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_ConnectMethod_P2P = 4,         ///< a server that allows torrents
   ZephlinkSDK_ConnectMethod_Auto = 5,        ///< the daemon's own choice
   ZephlinkSDK_ConnectMethod_Country = 6,     ///< a server of a country or city
-  ZephlinkSDK_ConnectMethod_Exact = 7,       ///< one given server and no other
+  ZephlinkSDK_ConnectMethod_Exact = 7,       ///< exactly the given server
   ZephlinkSDK_ConnectMethod_Proxy = 8,       ///< the proxy
-  ZephlinkSDK_ConnectMethod_IgnoreLast = 9,  ///< any server but that of the last session
+  ZephlinkSDK_ConnectMethod_IgnoreLast = 9,  ///< any server except that of the last session
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_ConnectMethod);
 
@@ -155,14 +155,14 @@ typedef struct ZephlinkSDK_ConnectResult {
   ZephlinkSDK_ServerInfo server;  ///< the server; empty without a tunnel
 } ZephlinkSDK_ConnectResult;
 
-/// All servers, in the daemon's order. About 750 KB: mind the stack, and copy it no more than needed.
+/// All servers, in the daemon's order. About 750 KB: provide enough stack, and avoid copies.
 typedef struct ZephlinkSDK_DirectoryResult {
   ZEPHLINKSDK_HEAD;
   uint32_t count;                                          ///< entries in `servers`
   ZephlinkSDK_ServerInfo servers[ZephlinkSDK_MaxServers];  ///< the servers
 } ZephlinkSDK_DirectoryResult;
 
-/// The server that the daemon connects to by default. The last three fields belong to Country and Exact only.
+/// The server that the daemon connects to by default. The last three fields are used with Country and Exact only.
 typedef struct ZephlinkSDK_ServerSettingsResult {
   ZEPHLINKSDK_HEAD;
   ZephlinkSDK_ConnectMethod connectMethod;  ///< how the daemon chooses
@@ -173,15 +173,15 @@ typedef struct ZephlinkSDK_ServerSettingsResult {
 
 // ---- Account and directory settings -------------------------------------------------------------------------------
 
-/// How an account is paid for.
+/// How an account is paid.
 enum ZephlinkSDK_PaymentType ZEPHLINKSDK_UINT32 {
-  ZephlinkSDK_PaymentType_Free = 0,     ///< not paid for
-  ZephlinkSDK_PaymentType_Monthly = 1,  ///< paid by the month
-  ZephlinkSDK_PaymentType_Yearly = 2,   ///< paid by the year
+  ZephlinkSDK_PaymentType_Free = 0,     ///< free of charge
+  ZephlinkSDK_PaymentType_Monthly = 1,  ///< paid monthly
+  ZephlinkSDK_PaymentType_Yearly = 2,   ///< paid yearly
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_PaymentType);
 
-/// What the account needs next.
+/// The action that the account needs next.
 enum ZephlinkSDK_AccountAction ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_AccountAction_None = 0,             ///< nothing
   ZephlinkSDK_AccountAction_RetryLogin = 1,       ///< sign in again
@@ -189,14 +189,14 @@ enum ZephlinkSDK_AccountAction ZEPHLINKSDK_UINT32 {
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_AccountAction);
 
-/// A calendar day, counted as in std::tm; all zero for none.
+/// A calendar date, with the fields of std::tm; all zero if there is no date.
 typedef struct ZephlinkSDK_Date {
-  int32_t year;   ///< since 1900
-  int32_t month;  ///< from 0
-  int32_t day;    ///< of the month, from 1
+  int32_t year;   ///< years since 1900
+  int32_t month;  ///< month, from 0
+  int32_t day;    ///< day of the month, from 1
 } ZephlinkSDK_Date;
 
-/// The account's figures.
+/// The account's payment and usage figures.
 typedef struct ZephlinkSDK_AccountingResult {
   ZEPHLINKSDK_HEAD;
   char email[250];                      ///< name of the account
@@ -206,12 +206,12 @@ typedef struct ZephlinkSDK_AccountingResult {
   bool isTeam;                          ///< a team's account
   int32_t minutesAvailable;             ///< time available in this period, in minutes
   int32_t minutesUsed;                  ///< time used in this period, in minutes
-  ZephlinkSDK_PaymentType paymentType;  ///< how it is paid for
+  ZephlinkSDK_PaymentType paymentType;  ///< how the account is paid
   ZephlinkSDK_Date dataPeriodEnd;       ///< last day of this period
-  ZephlinkSDK_AccountAction action;     ///< what the account needs next
+  ZephlinkSDK_AccountAction action;     ///< the action that the account needs next
 } ZephlinkSDK_AccountingResult;
 
-/// Where the daemon finds its directory service.
+/// The location of the daemon's directory service.
 typedef struct ZephlinkSDK_DirectorySettingsResult {
   ZEPHLINKSDK_HEAD;
   char domain[ZephlinkSDK_DirectoryTextSize];      ///< domain of the service
@@ -223,13 +223,13 @@ typedef struct ZephlinkSDK_DirectorySettingsResult {
 
 /// How the tunnel uses several adapters at once.
 enum ZephlinkSDK_BondingMode ZEPHLINKSDK_UINT32 {
-  ZephlinkSDK_BondingMode_Speed = 0,      ///< adds up the speed of the adapters
+  ZephlinkSDK_BondingMode_Speed = 0,      ///< combines the speed of the adapters
   ZephlinkSDK_BondingMode_Redundant = 1,  ///< sends the same packets over several adapters
   ZephlinkSDK_BondingMode_Streaming = 2,  ///< favors streams
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_BondingMode);
 
-/// What carries the tunnel. Proxy and Share occur in statistics only and cannot be set.
+/// The transport of the tunnel. Proxy and Share occur in statistics only and cannot be set.
 enum ZephlinkSDK_TransportMode ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_TransportMode_Tcp = 0,       ///< TCP
   ZephlinkSDK_TransportMode_Udp = 1,       ///< UDP
@@ -252,49 +252,49 @@ ZEPHLINKSDK_ENUM(ZephlinkSDK_PortProtocol);
 typedef struct ZephlinkSDK_ProtocolPortPair {
   ZephlinkSDK_PortProtocol protocol;  ///< protocol of the port
   uint16_t port;                      ///< the port, or the first of a range
-  uint16_t portRangeEnd;              ///< 0 for the single port `port`
+  uint16_t portRangeEnd;              ///< last port of the range; 0 for the single port `port`
 } ZephlinkSDK_ProtocolPortPair;
 
-/// One downstream subnet. The address is text that nothing looks into.
+/// One downstream subnet. The address is not checked.
 typedef struct ZephlinkSDK_Subnet {
   char address[ZephlinkSDK_AddressSize];  ///< network address, as text
-  uint8_t prefixLength;                   ///< bits of the network
+  uint8_t prefixLength;                   ///< length of the network prefix, in bits
 } ZephlinkSDK_Subnet;
 
-/// Whether one adapter's connection is encrypted.
+/// The encryption setting of one adapter.
 typedef struct ZephlinkSDK_PerConnectionEncryption {
   char adapterID[ZephlinkSDK_AdapterTextSize];  ///< `adapterID` of a ZephlinkSDK_Adapter
   bool encrypted;                               ///< whether it is encrypted
 } ZephlinkSDK_PerConnectionEncryption;
 
-/// Whether one adapter's connection exposes the packets' DSCP marks.
+/// The DSCP setting of one adapter.
 typedef struct ZephlinkSDK_PerConnectionDscpExpose {
   char adapterID[ZephlinkSDK_AdapterTextSize];  ///< `adapterID` of a ZephlinkSDK_Adapter
-  bool exposed;                                 ///< whether the marks are exposed
+  bool exposed;                                 ///< whether the packets' DSCP marks are exposed
 } ZephlinkSDK_PerConnectionDscpExpose;
 
-/// How many sockets one adapter uses side by side.
+/// The number of parallel sockets of one adapter.
 typedef struct ZephlinkSDK_PerConnectionParallelSockets {
   char adapterID[ZephlinkSDK_AdapterTextSize];  ///< `adapterID` of a ZephlinkSDK_Adapter
   uint16_t sockets;                             ///< number of sockets
 } ZephlinkSDK_PerConnectionParallelSockets;
 
-/// The settings of the tunnel as a whole.
+/// The settings of the whole tunnel.
 typedef struct ZephlinkSDK_SettingsResult {
   ZEPHLINKSDK_HEAD;
   bool jumboPackets;                        ///< jumbo packets
-  bool encrypted;                           ///< encryption of the tunnel as a whole
-  bool allowChaChaEncryption;               ///< ChaCha may be the cipher
+  bool encrypted;                           ///< encryption of the whole tunnel
+  bool allowChaChaEncryption;               ///< whether the daemon may use ChaCha encryption
   ZephlinkSDK_BondingMode bondingMode;      ///< how the tunnel uses several adapters
-  bool startupConnect;                      ///< connect as soon as the daemon starts
-  ZephlinkSDK_TransportMode transportMode;  ///< what carries the tunnel; never Proxy or Share
+  bool startupConnect;                      ///< connect when the daemon starts
+  ZephlinkSDK_TransportMode transportMode;  ///< the transport of the tunnel; never Proxy or Share
   uint16_t forwardedPortCount;              ///< entries in `forwardedPorts`
   /// Ports forwarded to this machine; no ranges.
   ZephlinkSDK_ProtocolPortPair forwardedPorts[ZephlinkSDK_MaxForwardedPorts];
   uint16_t downstreamSubnetCount;  ///< entries in `downstreamSubnets`
   /// Subnets reached through this machine.
   ZephlinkSDK_Subnet downstreamSubnets[ZephlinkSDK_MaxDownstreamSubnets];
-  bool perConnectionEncryptionEnabled;    ///< the next list is in force; false empties it
+  bool perConnectionEncryptionEnabled;    ///< whether the next list applies; if false, the list is empty
   uint16_t perConnectionEncryptionCount;  ///< entries in `perConnectionEncryptionSettings`
   /// Encryption by adapter, ordered by adapter ID.
   ZephlinkSDK_PerConnectionEncryption perConnectionEncryptionSettings[ZephlinkSDK_MaxPerConnectionSettings];
@@ -310,14 +310,14 @@ typedef struct ZephlinkSDK_SettingsResult {
   bool enableDefaultRoute;            ///< the tunnel becomes the machine's default route
   bool headerCompression;             ///< header compression
   char language[3];                   ///< two-letter code of the daemon's language
-  bool enableAutomaticPriority;       ///< the daemon changes priorities by itself
+  bool enableAutomaticPriority;       ///< the daemon changes priorities automatically
   uint32_t ulpReportIntervalSeconds;  ///< interval of the daemon's ULP reports
-  uint32_t maxRedundant;              ///< connections
-  uint32_t maximumConnectRetry;       ///< seconds
-  uint32_t maximumTransportRetry;     ///< seconds
-  char packetPoolSize[20];            ///< size of the packet pool, a word of the daemon
-  int32_t targetUploadConnections;    ///< connections that uploads aim for; the daemon defines the meaning
-  int32_t targetDownloadConnections;  ///< the same for downloads
+  uint32_t maxRedundant;              ///< largest number of connections that carry the same packet
+  uint32_t maximumConnectRetry;       ///< retry limit for connecting, in seconds
+  uint32_t maximumTransportRetry;     ///< retry limit for a transport, in seconds
+  char packetPoolSize[20];            ///< size of the packet pool; the daemon defines the text
+  int32_t targetUploadConnections;    ///< target number of connections for uploads; the daemon defines its meaning
+  int32_t targetDownloadConnections;  ///< target number of connections for downloads
 } ZephlinkSDK_SettingsResult;
 
 // ---- Adapters -----------------------------------------------------------------------------------------------------
@@ -348,7 +348,7 @@ enum ZephlinkSDK_AdapterState ZEPHLINKSDK_UINT32 {
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_AdapterState);
 
-/// The kind of an adapter.
+/// The type of an adapter.
 enum ZephlinkSDK_AdapterType ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_AdapterType_WiFi = 0,                ///< Wi-Fi
   ZephlinkSDK_AdapterType_Ethernet = 1,            ///< Ethernet
@@ -358,29 +358,29 @@ enum ZephlinkSDK_AdapterType ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_AdapterType_Bluetooth = 5,           ///< Bluetooth
   ZephlinkSDK_AdapterType_NetworkShareClient = 6,  ///< network sharing, the client's side
   ZephlinkSDK_AdapterType_NetworkShareHost = 7,    ///< network sharing, the host's side
-  ZephlinkSDK_AdapterType_Unknown = 8,             ///< any other kind
+  ZephlinkSDK_AdapterType_Unknown = 8,             ///< any other type
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_AdapterType);
 
-/// One network adapter. A rate or a limit that the daemon does not give is -1.
+/// One network adapter. Rates and limits that the daemon omits are -1.
 typedef struct ZephlinkSDK_Adapter {
-  char adapterID[ZephlinkSDK_AdapterTextSize];    ///< the daemon's name of the adapter, the argument of its functions
-  char name[ZephlinkSDK_AdapterTextSize];         ///< translated
-  char description[ZephlinkSDK_AdapterTextSize];  ///< description by the system
-  ZephlinkSDK_AdapterState state;                 ///< state of its connection
-  ZephlinkSDK_AdapterType type;                   ///< its kind
-  ZephlinkSDK_ConnectionPriority priority;        ///< the priority that was set
+  char adapterID[ZephlinkSDK_AdapterTextSize];                ///< identifies the adapter in calls and reports
+  char name[ZephlinkSDK_AdapterTextSize];                     ///< translated
+  char description[ZephlinkSDK_AdapterTextSize];              ///< the system's description
+  ZephlinkSDK_AdapterState state;                             ///< state of its connection
+  ZephlinkSDK_AdapterType type;                               ///< its type
+  ZephlinkSDK_ConnectionPriority priority;                    ///< the priority that was set
   char connectedNetworkName[ZephlinkSDK_AdapterTextSize];     ///< name of its network (SSID); empty without one
   char connectedNetworkBSSID[ZephlinkSDK_AdapterTextSize];    ///< BSSID of its network; empty without one
-  int64_t rateLimit;                                          ///< bits per second
-  int64_t usageMonthly;                                       ///< bytes
-  int64_t usageDaily;                                         ///< bytes
-  int64_t usageMonthlyLimit;                                  ///< bytes
+  int64_t rateLimit;                                          ///< in bits per second
+  int64_t usageMonthly;                                       ///< in bytes
+  int64_t usageDaily;                                         ///< in bytes
+  int64_t usageMonthlyLimit;                                  ///< in bytes
   int64_t usageMonthlyResetDay;                               ///< day of the month; 0 for the last 30 days
-  int64_t usageDailyLimit;                                    ///< bytes
-  int64_t usageDailyBoost;                                    ///< bytes
-  int64_t overlimitRatelimit;                                 ///< bits per second
-  ZephlinkSDK_ConnectionPriority workingPriority;             ///< the priority in force
+  int64_t usageDailyLimit;                                    ///< in bytes
+  int64_t usageDailyBoost;                                    ///< in bytes
+  int64_t overlimitRatelimit;                                 ///< rate over the data limit, in bits per second
+  ZephlinkSDK_ConnectionPriority workingPriority;             ///< the priority that applies now
   char isp[ZephlinkSDK_AdapterTextSize];                      ///< name of its internet provider
   ZephlinkSDK_ConnectionDirectionalMode directionalUpload;    ///< whether it carries uploads
   ZephlinkSDK_ConnectionDirectionalMode directionalDownload;  ///< whether it carries downloads
@@ -402,21 +402,21 @@ typedef struct ZephlinkSDK_ConnectionStatsEntry {
   bool connected;                                  ///< whether it is connected
   bool sleeping;                                   ///< connected, but not used now
   char adapterID[ZephlinkSDK_AdapterTextSize];     ///< `adapterID` of its ZephlinkSDK_Adapter
-  char connectionID[ZephlinkSDK_AdapterTextSize];  ///< the daemon's name of the connection
+  char connectionID[ZephlinkSDK_AdapterTextSize];  ///< identifies the connection
   char localIp[ZephlinkSDK_AddressSize];           ///< this machine's address, as text
   double lossReceive;                              ///< loss of received packets; the daemon defines the scale
   double lossSend;                                 ///< loss of sent packets; the daemon defines the scale
-  int64_t latencyMs;                               ///< milliseconds
+  int64_t latencyMs;                               ///< in milliseconds
   char privateIp[ZephlinkSDK_AddressSize];         ///< address within the tunnel, as text
-  ZephlinkSDK_TransportMode protocol;              ///< what carries it
-  uint32_t numberOfSockets;                        ///< sockets side by side
+  ZephlinkSDK_TransportMode protocol;              ///< transport of the connection
+  uint32_t numberOfSockets;                        ///< number of parallel sockets
   char remoteIp[ZephlinkSDK_AddressSize];          ///< the server's address, as text
-  int64_t totalBps;                                ///< bits per second
-  int64_t sendBps;                                 ///< bits per second
-  int64_t receiveBps;                              ///< bits per second
-  double sendEstimateMbps;                         ///< megabits per second
-  double receiveEstimateMbps;                      ///< megabits per second
-  int32_t jitterMs;                                ///< milliseconds; -1 when not measured
+  int64_t totalBps;                                ///< in bits per second
+  int64_t sendBps;                                 ///< in bits per second
+  int64_t receiveBps;                              ///< in bits per second
+  double sendEstimateMbps;                         ///< in megabits per second
+  double receiveEstimateMbps;                      ///< in megabits per second
+  int32_t jitterMs;                                ///< in milliseconds; -1 if not measured
   float mos;                                       ///< mean opinion score
   uint64_t sendBytes;                              ///< bytes sent
   uint64_t receiveBytes;                           ///< bytes received
@@ -426,70 +426,70 @@ typedef struct ZephlinkSDK_ConnectionStatsEntry {
 /// The statistics of all connections at one moment.
 typedef struct ZephlinkSDK_ConnectionStatsResult {
   ZEPHLINKSDK_HEAD;
-  uint64_t time;             ///< the daemon's time stamp, passed on unchanged
+  uint64_t time;             ///< the daemon's time stamp, unchanged
   uint16_t connectionCount;  ///< entries in `connections`
   /// The connections.
   ZephlinkSDK_ConnectionStatsEntry connections[ZephlinkSDK_MaxConnections];
 } ZephlinkSDK_ConnectionStatsResult;
 
-/// How well a stream runs.
+/// The quality of a stream.
 enum ZephlinkSDK_StreamHealth ZEPHLINKSDK_UINT32 {
-  ZephlinkSDK_StreamHealth_Stopped = 0,  ///< stopped, or a number that is not listed
+  ZephlinkSDK_StreamHealth_Stopped = 0,  ///< stopped, or an unlisted value
   ZephlinkSDK_StreamHealth_Poor = 1,     ///< poor
   ZephlinkSDK_StreamHealth_Good = 2,     ///< good
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_StreamHealth);
 
-/// One stream that the daemon tracks. Units of times and speeds are the daemon's.
+/// One stream that the daemon tracks. The daemon defines the units of times and speeds.
 typedef struct ZephlinkSDK_StreamStatsEntry {
-  bool active;                             ///< runs now
-  uint64_t duration;                       ///< how long it has run
-  uint64_t id;                             ///< number of the stream
-  uint64_t groupId;                        ///< number that the streams of one group share
-  uint64_t startTime;                      ///< when it began
-  double uploadSpeed;                      ///< speed of the upload now
-  double downloadSpeed;                    ///< speed of the download now
-  double averageUploadSpeed;               ///< mean speed of the upload
-  double averageDownloadSpeed;             ///< mean speed of the download
-  uint64_t redundantModeSaves;             ///< times that redundant mode saved it
-  uint64_t speedModeSaves;                 ///< times that speed mode saved it
-  uint64_t failoverSaves;                  ///< times that a failover saved it
+  bool active;                             ///< whether the stream is running now
+  uint64_t duration;                       ///< how long the stream has been running
+  uint64_t id;                             ///< identifies the stream
+  uint64_t groupId;                        ///< identifies the group of the stream
+  uint64_t startTime;                      ///< when the stream started
+  double uploadSpeed;                      ///< current upload speed
+  double downloadSpeed;                    ///< current download speed
+  double averageUploadSpeed;               ///< mean upload speed
+  double averageDownloadSpeed;             ///< mean download speed
+  uint64_t redundantModeSaves;             ///< how often redundant mode saved the stream
+  uint64_t speedModeSaves;                 ///< how often speed mode saved the stream
+  uint64_t failoverSaves;                  ///< how often a failover saved the stream
   char name[50];                           ///< name of the stream or its service
-  ZephlinkSDK_StreamHealth health;         ///< how well it runs
-  char remoteIp[ZephlinkSDK_AddressSize];  ///< address of the other side, as text
-  uint16_t remotePort;                     ///< port of the other side
-  char protocol[32];                       ///< its protocol, a word of the daemon
-  char domain[256];                        ///< host name of the other side
+  ZephlinkSDK_StreamHealth health;         ///< quality of the stream
+  char remoteIp[ZephlinkSDK_AddressSize];  ///< remote address, as text
+  uint16_t remotePort;                     ///< remote port
+  char protocol[32];                       ///< protocol; the daemon defines the text
+  char domain[256];                        ///< remote host name
 } ZephlinkSDK_StreamStatsEntry;
 
 /// The statistics of all tracked streams.
 typedef struct ZephlinkSDK_StreamingStatsResult {
   ZEPHLINKSDK_HEAD;
-  ZephlinkSDK_BondingMode bondingMode;                           ///< the bonding mode in force
+  ZephlinkSDK_BondingMode bondingMode;                           ///< the current bonding mode
   uint32_t streamCount;                                          ///< entries in `streams`
   ZephlinkSDK_StreamStatsEntry streams[ZephlinkSDK_MaxStreams];  ///< the streams
-  bool badLoss;                                                  ///< loss harms the streams
-  bool badLatency;                                               ///< latency harms the streams
-  bool badCpu;                                                   ///< the processor harms the streams
-  bool badMemory;                                                ///< memory harms the streams
+  bool badLoss;                                                  ///< packet loss impairs the streams
+  bool badLatency;                                               ///< latency impairs the streams
+  bool badCpu;                                                   ///< CPU load impairs the streams
+  bool badMemory;                                                ///< memory shortage impairs the streams
 } ZephlinkSDK_StreamingStatsResult;
 
 // ---- Session statistics -------------------------------------------------------------------------------------------
 
-/// The periods that have a name; any other number of hours is a period too.
+/// The named periods. Any other number of hours is a valid period too.
 enum ZephlinkSDK_Period ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_Period_Current = 0,  ///< the current session
   ZephlinkSDK_Period_Day = 24,     ///< the last day
   ZephlinkSDK_Period_Week = 168,   ///< the last 7 days
   ZephlinkSDK_Period_Month = 720,  ///< the last 30 days
 #ifdef __cplusplus
-  ZephlinkSDK_Period_Total = 4294967295,  ///< all that the daemon has counted
+  ZephlinkSDK_Period_Total = 4294967295,  ///< everything that the daemon has counted
 #endif
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_Period);
 
 #ifndef __cplusplus
-// An enumerator of C is an int, which cannot have this value.
+// In C an enumerator is an int, which cannot have this value.
 #define ZephlinkSDK_Period_Total ((ZephlinkSDK_Period)UINT32_MAX)
 #endif
 
@@ -500,23 +500,23 @@ typedef struct ZephlinkSDK_SessionStatsPeriod {
   int64_t bytesSent;                 ///< bytes sent
   int64_t encryptedBytesReceived;    ///< encrypted bytes received
   int64_t encryptedBytesSent;        ///< encrypted bytes sent
-  double maxDownloadSpeed;           ///< highest speed of a download
-  double maxUploadSpeed;             ///< highest speed of an upload
+  double maxDownloadSpeed;           ///< highest download speed
+  double maxUploadSpeed;             ///< highest upload speed
   int32_t daysSinceFirst;            ///< days since the first session
-  int64_t numFailovers;              ///< times that another adapter took over
+  int64_t numFailovers;              ///< how often another adapter took over
   int64_t numSessions;               ///< sessions
-  int64_t retransBytes;              ///< bytes sent again
-  int64_t periodStartTime;           ///< begin of the period; the form is the daemon's
+  int64_t retransBytes;              ///< bytes retransmitted
+  int64_t periodStartTime;           ///< start of the period; the daemon defines the format
   int64_t totalConnectedMinutes;     ///< minutes with a tunnel
-  double mbpsDownBenefit;            ///< all connections together over the fastest alone
-  double mbpsUpBenefit;              ///< all connections together over the fastest alone
+  double mbpsDownBenefit;            ///< gain of all connections together over the fastest alone
+  double mbpsUpBenefit;              ///< gain of all connections together over the fastest alone
   uint64_t tunPacketsIn;             ///< packets into the tunnel's interface
   uint64_t tunPacketsOut;            ///< packets out of the tunnel's interface
   uint64_t tunBytesIn;               ///< bytes into the tunnel's interface
   uint64_t tunBytesOut;              ///< bytes out of the tunnel's interface
   uint64_t tunBufferWaits;           ///< waits for a buffer
   uint64_t tunPacketWaits;           ///< waits for a packet
-  uint64_t tunReadQueue;             ///< the read queue; the unit is the daemon's
+  uint64_t tunReadQueue;             ///< the read queue; the daemon defines the unit
   uint64_t tunDroppedIncoming;       ///< incoming packets dropped
   uint64_t handlerPacketsIn;         ///< packets into the packet handler
   uint64_t handlerPacketsOut;        ///< packets out of the packet handler
@@ -532,7 +532,7 @@ typedef struct ZephlinkSDK_SessionStatsPeriod {
   uint64_t uniqueSaves;              ///< saves, as the daemon counts unique ones
 } ZephlinkSDK_SessionStatsPeriod;
 
-/// The accounting over the periods that were subscribed to.
+/// The accounting over the subscribed periods.
 typedef struct ZephlinkSDK_SessionStatsResult {
   ZEPHLINKSDK_HEAD;
   uint8_t periodCount;  ///< entries in `periods`
@@ -556,7 +556,7 @@ typedef struct ZephlinkSDK_PrivacySettingsResult {
   bool apiProtection;          ///< protection of the daemon's API
 } ZephlinkSDK_PrivacySettingsResult;
 
-/// The networks behind a captive portal, each an adapter's network as text.
+/// The networks that have a captive portal, each an adapter's network as text.
 typedef struct ZephlinkSDK_CaptivePortalCheckResult {
   ZEPHLINKSDK_HEAD;
   uint32_t networkCount;  ///< entries in `networks`
@@ -564,11 +564,12 @@ typedef struct ZephlinkSDK_CaptivePortalCheckResult {
   char networks[ZephlinkSDK_MaxCaptiveNetworks][ZephlinkSDK_AdapterTextSize];
 } ZephlinkSDK_CaptivePortalCheckResult;
 
-/// The adapter whose captive portal is being logged in to.
+/// The adapter in login mode for its captive portal.
 typedef struct ZephlinkSDK_CaptivePortalLoginResult {
   ZEPHLINKSDK_HEAD;
   bool enabled;                                 ///< whether the login mode is on
-  char adapterID[ZephlinkSDK_AdapterTextSize];  ///< `adapterID` of its ZephlinkSDK_Adapter; empty for none
+  char adapterID[ZephlinkSDK_AdapterTextSize];  ///< `adapterID` of its ZephlinkSDK_Adapter; empty if there is no
+                                                ///< adapter
 } ZephlinkSDK_CaptivePortalLoginResult;
 
 // ---- Rule lists: firewall, streaming, local proxy -----------------------------------------------------------------
@@ -594,33 +595,33 @@ typedef struct ZephlinkSDK_CaptivePortalLoginResult {
   ZephlinkSDK_ProtocolPortPair ports[ZephlinkSDK_MaxRules];
 // clang-format on
 
-/// The four rule lists that firewall, streaming and local proxy have in common, each with its count of entries.
+/// The four rule lists of the firewall, streaming and the local proxy, each with its number of entries.
 typedef struct ZephlinkSDK_RuleLists {
   ZEPHLINKSDK_RULE_LIST_FIELDS
 } ZephlinkSDK_RuleLists;
 
-/// The member of a record that has rule lists: the fields of a ZephlinkSDK_RuleLists, which `lists` names as a whole.
+/// The rule lists of a record: the fields of a ZephlinkSDK_RuleLists, also accessible together as `lists`.
 // clang-format off
 #define ZEPHLINKSDK_RULE_LISTS \
   ZEPHLINKSDK_EXTENSION union { \
-    /** The next eight fields as a whole. */ \
+    /** The next eight fields together. */ \
     ZephlinkSDK_RuleLists lists; \
     struct { ZEPHLINKSDK_RULE_LIST_FIELDS }; \
   }
 // clang-format on
 
-/// What the firewall's rules mean.
+/// The effect of the firewall's rules.
 enum ZephlinkSDK_FirewallMode ZEPHLINKSDK_UINT32 {
-  ZephlinkSDK_FirewallMode_Off = 0,        ///< nothing: the firewall is off
-  ZephlinkSDK_FirewallMode_AllowList = 1,  ///< only what they name is allowed
-  ZephlinkSDK_FirewallMode_DenyList = 2,   ///< what they name is denied
+  ZephlinkSDK_FirewallMode_Off = 0,        ///< no effect: the firewall is off
+  ZephlinkSDK_FirewallMode_AllowList = 1,  ///< only matching traffic is allowed
+  ZephlinkSDK_FirewallMode_DenyList = 2,   ///< matching traffic is denied
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_FirewallMode);
 
 /// The firewall: its mode and its rule lists.
 typedef struct ZephlinkSDK_FirewallSettingsResult {
   ZEPHLINKSDK_HEAD;
-  ZephlinkSDK_FirewallMode mode;  ///< what the rules mean
+  ZephlinkSDK_FirewallMode mode;  ///< the effect of the rules
   ZEPHLINKSDK_RULE_LISTS;
 } ZephlinkSDK_FirewallSettingsResult;
 
@@ -630,16 +631,17 @@ typedef struct ZephlinkSDK_StreamingSettingsResult {
   ZEPHLINKSDK_RULE_LISTS;
 } ZephlinkSDK_StreamingSettingsResult;
 
-/// What the local proxy's rules mean; numbered apart from ZephlinkSDK_FirewallMode, without an "off".
+/// The effect of the local proxy's rules. The values differ from those of ZephlinkSDK_FirewallMode: there is no "off".
 enum ZephlinkSDK_LocalProxyMatchMode ZEPHLINKSDK_UINT32 {
-  ZephlinkSDK_LocalProxyMatchMode_AllowList = 0,  ///< they allow
-  ZephlinkSDK_LocalProxyMatchMode_DenyList = 1,   ///< they deny
+  ZephlinkSDK_LocalProxyMatchMode_AllowList = 0,  ///< the rules allow
+  ZephlinkSDK_LocalProxyMatchMode_DenyList = 1,   ///< the rules deny
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_LocalProxyMatchMode);
 
 /// One service of the local proxy's watch list.
 typedef struct ZephlinkSDK_LocalProxyService {
-  char title[30];               ///< name of the service, the argument of ZephlinkSDK_setLocalProxyDomainWatchlistEnable
+  char title[30];               ///< name of the service, the argument for
+                                ///< ZephlinkSDK_setLocalProxyDomainWatchlistEnable
   bool enabled;                 ///< whether the service is watched
   uint16_t watchedDomainCount;  ///< entries in `watchedDomains`
   /// Domains that are watched.
@@ -653,8 +655,8 @@ typedef struct ZephlinkSDK_LocalProxyService {
 typedef struct ZephlinkSDK_LocalProxySettingsResult {
   ZEPHLINKSDK_HEAD;
   bool enabled;                               ///< whether the proxy is on
-  bool watchlistEnabled;                      ///< whether the watch list is in force
-  ZephlinkSDK_LocalProxyMatchMode matchMode;  ///< what the rules mean
+  bool watchlistEnabled;                      ///< whether the watch list is on
+  ZephlinkSDK_LocalProxyMatchMode matchMode;  ///< the effect of the rules
   ZEPHLINKSDK_RULE_LISTS;
   uint16_t serviceCount;                                            ///< entries in `services`
   ZephlinkSDK_LocalProxyService services[ZephlinkSDK_MaxServices];  ///< the watch list
@@ -662,32 +664,32 @@ typedef struct ZephlinkSDK_LocalProxySettingsResult {
 
 // ---- Speed tests and disconnect reason ----------------------------------------------------------------------------
 
-/// The kind of a test run.
+/// The type of a test run.
 enum ZephlinkSDK_SpeedTestType ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_SpeedTestType_Speed = 0,      ///< a speed test
   ZephlinkSDK_SpeedTestType_Streaming = 1,  ///< a stream test
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_SpeedTestType);
 
-/// One test run. Units of speeds, latency and jitter are the daemon's.
+/// One test run. The daemon defines the units of speeds, latency and jitter.
 typedef struct ZephlinkSDK_SpeedTestRun {
-  int64_t time;                           ///< seconds since the epoch; 0 when unknown
+  int64_t time;                           ///< seconds since the epoch; 0 if unknown
   char country[ZephlinkSDK_CountrySize];  ///< country code of the server
   char city[ZephlinkSDK_CitySize];        ///< city key of the server
-  uint16_t numConnections;                ///< connections used
-  double downloadSpeed;                   ///< speed of the download
-  double uploadSpeed;                     ///< speed of the upload
-  bool isError;  ///< the run failed; `errorMessage` says why, and the measurements mean nothing
+  uint16_t numConnections;                ///< number of connections used
+  double downloadSpeed;                   ///< download speed
+  double uploadSpeed;                     ///< upload speed
+  bool isError;                           ///< the run failed: see `errorMessage`; the measurements are invalid
   char errorMessage[ZephlinkSDK_ErrorMessageSize];  ///< why the run failed
-  ZephlinkSDK_SpeedTestType type;                   ///< the kind of the run
-  char resolution[6];                               ///< of the video; Streaming only
+  ZephlinkSDK_SpeedTestType type;                   ///< the type of the run
+  char resolution[6];                               ///< video resolution; Streaming only
   uint16_t fps;                                     ///< frames per second; Streaming only
   uint16_t jitter;                                  ///< Streaming only
   uint16_t latency;                                 ///< measured by both kinds
   double loss;                                      ///< Streaming only
 } ZephlinkSDK_SpeedTestRun;
 
-/// Past test runs, or the one that has just ended.
+/// Past test runs, or the run that has just ended.
 typedef struct ZephlinkSDK_SpeedTestResult {
   ZEPHLINKSDK_HEAD;
   uint16_t runCount;                                            ///< entries in `runs`
@@ -696,7 +698,7 @@ typedef struct ZephlinkSDK_SpeedTestResult {
 
 /// Why a session ended.
 enum ZephlinkSDK_DisconnectReason ZEPHLINKSDK_UINT32 {
-  ZephlinkSDK_DisconnectReason_Unknown = 0,                  ///< not known, or a reason that is not listed
+  ZephlinkSDK_DisconnectReason_Unknown = 0,                  ///< unknown, or an unlisted reason
   ZephlinkSDK_DisconnectReason_Connectivity = 1,             ///< connectivity was lost
   ZephlinkSDK_DisconnectReason_Airplane = 2,                 ///< airplane mode
   ZephlinkSDK_DisconnectReason_Reboot = 3,                   ///< the machine restarted
@@ -709,15 +711,15 @@ enum ZephlinkSDK_DisconnectReason ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_DisconnectReason_StartTimeout = 10,            ///< the start took too long
   ZephlinkSDK_DisconnectReason_InactiveTimeout = 11,         ///< nothing was sent for too long
   ZephlinkSDK_DisconnectReason_SettingChangeReconnect = 12,  ///< a changed setting required a new session
-  ZephlinkSDK_DisconnectReason_DnsTimeout = 13,              ///< DNS took too long
-  ZephlinkSDK_DisconnectReason_TunnelTimeout = 14,           ///< the tunnel took too long
+  ZephlinkSDK_DisconnectReason_DnsTimeout = 13,              ///< DNS did not respond in time
+  ZephlinkSDK_DisconnectReason_TunnelTimeout = 14,           ///< the tunnel did not respond in time
   ZephlinkSDK_DisconnectReason_OverQuota = 15,               ///< the account's data was used up
   ZephlinkSDK_DisconnectReason_SafeNetwork = 16,             ///< the network is safe without a tunnel
   ZephlinkSDK_DisconnectReason_None = 17,                    ///< no session has ended
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_DisconnectReason);
 
-/// The end of the last session. The form of both times is the daemon's.
+/// The end of the last session. The daemon defines the format of both times.
 typedef struct ZephlinkSDK_DisconnectEventResult {
   ZEPHLINKSDK_HEAD;
   ZephlinkSDK_DisconnectReason disconnectReason;  ///< why it ended
@@ -736,21 +738,22 @@ enum ZephlinkSDK_DaemonLogLevel ZEPHLINKSDK_UINT32 {
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_DaemonLogLevel);
 
-/// The daemon's log files; also the argument of ZephlinkSDK_setDaemonLogSettings. Nothing checks the numbers.
+/// The settings of the daemon's log files, also the argument for ZephlinkSDK_setDaemonLogSettings. The numbers are not
+/// checked.
 typedef struct ZephlinkSDK_DaemonLogSettings {
-  int32_t fileSize;                     ///< largest size of one file; the unit is the daemon's
-  int32_t filesPerDaemon;               ///< files kept of one daemon
-  int32_t totalFiles;                   ///< files kept in all
+  int32_t fileSize;                     ///< largest size of one file; the daemon defines the unit
+  int32_t filesPerDaemon;               ///< number of files kept for one daemon
+  int32_t totalFiles;                   ///< number of files kept in total
   ZephlinkSDK_DaemonLogLevel logLevel;  ///< how much is logged
 } ZephlinkSDK_DaemonLogSettings;
 
-/// The log settings in force.
+/// The current log settings.
 typedef struct ZephlinkSDK_LogSettingsResult {
   ZEPHLINKSDK_HEAD;
   ZephlinkSDK_DaemonLogSettings daemon;  ///< the settings
 } ZephlinkSDK_LogSettingsResult;
 
-/// A problem report that was taken.
+/// A problem report that was accepted.
 typedef struct ZephlinkSDK_LogReportResult {
   ZEPHLINKSDK_HEAD;
   char ticketId[32];  ///< the ticket of the report
@@ -758,7 +761,7 @@ typedef struct ZephlinkSDK_LogReportResult {
 
 // ---- Safe browsing ------------------------------------------------------------------------------------------------
 
-/// How much the safe-browsing service logs; numbered apart from ZephlinkSDK_DaemonLogLevel.
+/// How much the safe-browsing service logs. The values differ from those of ZephlinkSDK_DaemonLogLevel.
 enum ZephlinkSDK_SafeBrowsingLogLevel ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_SafeBrowsingLogLevel_Debug = 0,    ///< from debugging up
   ZephlinkSDK_SafeBrowsingLogLevel_Info = 1,     ///< from information up
@@ -768,18 +771,18 @@ enum ZephlinkSDK_SafeBrowsingLogLevel ZEPHLINKSDK_UINT32 {
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_SafeBrowsingLogLevel);
 
-/// How the current network is treated, whatever the service thinks of it.
+/// How the current network is treated, regardless of the service's own classification.
 enum ZephlinkSDK_SafeBrowsingSafeNetworkOverride ZEPHLINKSDK_UINT32 {
-  ZephlinkSDK_SafeBrowsingSafeNetworkOverride_None = 0,    ///< as the service thinks
+  ZephlinkSDK_SafeBrowsingSafeNetworkOverride_None = 0,    ///< as the service classifies it
   ZephlinkSDK_SafeBrowsingSafeNetworkOverride_Unsafe = 1,  ///< as unsafe
   ZephlinkSDK_SafeBrowsingSafeNetworkOverride_Safe = 2,    ///< as safe
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_SafeBrowsingSafeNetworkOverride);
 
-/// The safe-browsing settings, or why the service could not connect (which is no error of the call).
+/// The safe-browsing settings, or the reason why the service could not connect (which does not fail the call).
 typedef struct ZephlinkSDK_SafeBrowsingResult {
   ZEPHLINKSDK_HEAD;
-  bool connectFailed;    ///< the next two fields tell why; the settings are as they were
+  bool connectFailed;    ///< the service could not connect: see the next two fields; the other settings are unchanged
   int32_t connectError;  ///< the daemon's code
   char connectErrorMessage[ZephlinkSDK_ErrorMessageSize];       ///< the daemon's text
   bool initialized;                                             ///< the service has been initialized
@@ -792,9 +795,9 @@ typedef struct ZephlinkSDK_SafeBrowsingResult {
 /// The counters of safe browsing.
 typedef struct ZephlinkSDK_SafeBrowsingStatsResult {
   ZEPHLINKSDK_HEAD;
-  uint32_t min;                 ///< minimum; the daemon defines what is measured
-  uint32_t max;                 ///< maximum of the same
-  uint32_t average;             ///< average of the same
+  uint32_t min;                 ///< minimum; the daemon defines the quantity
+  uint32_t max;                 ///< maximum of the same quantity
+  uint32_t average;             ///< average of the same quantity
   uint32_t numErrors;           ///< lookups that failed
   uint32_t numBlocks;           ///< lookups of blocked hosts
   double failureRate;           ///< share of failed lookups; the daemon defines the scale
@@ -829,15 +832,15 @@ enum ZephlinkSDK_NetworkSharingPairRequestBehavior ZEPHLINKSDK_UINT32 {
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_NetworkSharingPairRequestBehavior);
 
-/// Which peers the daemon pairs with by itself.
+/// Which peers the daemon pairs with automatically.
 enum ZephlinkSDK_NetworkSharingAutoPairBehavior ZEPHLINKSDK_UINT32 {
-  ZephlinkSDK_NetworkSharingAutoPairBehavior_Manual = 0,        ///< none
-  ZephlinkSDK_NetworkSharingAutoPairBehavior_AutoUser = 1,      ///< those of the same user
-  ZephlinkSDK_NetworkSharingAutoPairBehavior_AutoUserTeam = 2,  ///< those of the same user or team
+  ZephlinkSDK_NetworkSharingAutoPairBehavior_Manual = 0,        ///< no peers
+  ZephlinkSDK_NetworkSharingAutoPairBehavior_AutoUser = 1,      ///< peers of the same user
+  ZephlinkSDK_NetworkSharingAutoPairBehavior_AutoUserTeam = 2,  ///< peers of the same user or team
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_NetworkSharingAutoPairBehavior);
 
-/// How far a peer has come.
+/// The authentication status of a peer.
 enum ZephlinkSDK_PeerStatus ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_PeerStatus_Disconnected = 0,     ///< not connected
   ZephlinkSDK_PeerStatus_Unauthenticated = 1,  ///< connected, not yet authenticated
@@ -845,9 +848,9 @@ enum ZephlinkSDK_PeerStatus ZEPHLINKSDK_UINT32 {
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_PeerStatus);
 
-/// The tunnel between this machine and a peer.
+/// The status of the tunnel between this machine and a peer.
 enum ZephlinkSDK_PeerTunnelStatus ZEPHLINKSDK_UINT32 {
-  ZephlinkSDK_PeerTunnelStatus_Inactive = 0,           ///< carries nothing
+  ZephlinkSDK_PeerTunnelStatus_Inactive = 0,           ///< no traffic
   ZephlinkSDK_PeerTunnelStatus_Active = 1,             ///< carries traffic
   ZephlinkSDK_PeerTunnelStatus_DisabledOnClient = 2,   ///< switched off at the client
   ZephlinkSDK_PeerTunnelStatus_DisabledOnHost = 3,     ///< switched off at the host
@@ -860,7 +863,7 @@ enum ZephlinkSDK_PeerTunnelStatus ZEPHLINKSDK_UINT32 {
 };
 ZEPHLINKSDK_ENUM(ZephlinkSDK_PeerTunnelStatus);
 
-/// The side of network sharing that a peer takes.
+/// The role of a peer in network sharing.
 enum ZephlinkSDK_PeerRole ZEPHLINKSDK_UINT32 {
   ZephlinkSDK_PeerRole_Client = 0,  ///< uses the networks of a host
   ZephlinkSDK_PeerRole_Host = 1,    ///< shares its networks
@@ -872,39 +875,40 @@ typedef struct ZephlinkSDK_NetworkSharingSettingsResult {
   ZEPHLINKSDK_HEAD;
   bool clientEnabled;                          ///< whether this machine uses the shares of peers
   bool hostEnabled;                            ///< whether this machine shares its networks
-  char hostConnectCode[129];                   ///< what a client needs to connect to this host
+  char hostConnectCode[129];                   ///< the code that a client needs to connect to this host
   char displayName[ZephlinkSDK_PeerNameSize];  ///< the name that peers see
   /// What the daemon does when a peer asks to pair.
   ZephlinkSDK_NetworkSharingPairRequestBehavior pairRequestBehavior;
   bool sameUserAutoPair;                                        ///< whether `autoPairBehavior` is not Manual
   bool alwaysOnDiscovery;                                       ///< whether the daemon looks for peers all the time
-  ZephlinkSDK_NetworkSharingAutoPairBehavior autoPairBehavior;  ///< which peers the daemon pairs with by itself
+  ZephlinkSDK_NetworkSharingAutoPairBehavior autoPairBehavior;  ///< which peers the daemon pairs with automatically
 } ZephlinkSDK_NetworkSharingSettingsResult;
 
 /// Whether the daemon looks for peers.
 typedef struct ZephlinkSDK_NetworkSharingDiscoveryResult {
   ZEPHLINKSDK_HEAD;
-  bool discoveryActive;  ///< whether it looks for peers now
+  bool discoveryActive;  ///< whether the daemon is looking for peers now
 } ZephlinkSDK_NetworkSharingDiscoveryResult;
 
-/// A peer's state in one role; all zero for a role that it does not have. The unit of usage is the daemon's.
+/// A peer's state in one role; all zero if it does not have that role. The daemon defines the unit of usage.
 typedef struct ZephlinkSDK_NetworkSharingPeerRole {
-  ZephlinkSDK_PeerStatus peerStatus;          ///< how far the peer has come
-  ZephlinkSDK_PeerTunnelStatus tunnelStatus;  ///< state of its tunnel
+  ZephlinkSDK_PeerStatus peerStatus;          ///< authentication status of the peer
+  ZephlinkSDK_PeerTunnelStatus tunnelStatus;  ///< status of its tunnel
   bool allowed;                               ///< whether the peer may take this role
   uint64_t usageToday;                        ///< usage of today
   uint64_t usageWeek;                         ///< usage of this week
   uint64_t usageMonth;                        ///< usage of this month
-  uint64_t usageTotal;                        ///< usage in all
+  uint64_t usageTotal;                        ///< total usage
 } ZephlinkSDK_NetworkSharingPeerRole;
 
 /// One peer that the daemon knows.
 typedef struct ZephlinkSDK_NetworkSharingPeer {
-  char uuid[ZephlinkSDK_UuidSize];                  ///< names the peer
-  bool autoReconnect;                               ///< whether the daemon connects to it again by itself
-  bool haveAuthToken;                               ///< whether there is a token for it, as after a pairing
+  char uuid[ZephlinkSDK_UuidSize];                  ///< identifies the peer
+  bool autoReconnect;                               ///< whether the daemon reconnects to it automatically
+  bool haveAuthToken;                               ///< whether the daemon has a token for it, for example after
+                                                    ///< pairing
   bool supportsHost;                                ///< whether it can share its networks
-  char displayName[ZephlinkSDK_PeerNameSize];       ///< the name that it shows
+  char displayName[ZephlinkSDK_PeerNameSize];       ///< the name that the peer shows
   ZephlinkSDK_NetworkSharingPeerRole peerAsClient;  ///< its state as a client
   ZephlinkSDK_NetworkSharingPeerRole peerAsHost;    ///< its state as a host
 } ZephlinkSDK_NetworkSharingPeer;
@@ -919,16 +923,16 @@ typedef struct ZephlinkSDK_NetworkSharingAvailableSharesResult {
 /// The state of the connection to one peer.
 typedef struct ZephlinkSDK_NetworkSharingConnectionResult {
   ZEPHLINKSDK_HEAD;
-  ZephlinkSDK_PeerRole role;                  ///< of the peer
-  char uuid[ZephlinkSDK_UuidSize];            ///< names the peer
-  ZephlinkSDK_PeerStatus peerStatus;          ///< how far the peer has come
-  ZephlinkSDK_PeerTunnelStatus tunnelStatus;  ///< state of its tunnel
+  ZephlinkSDK_PeerRole role;                  ///< role of the peer
+  char uuid[ZephlinkSDK_UuidSize];            ///< identifies the peer
+  ZephlinkSDK_PeerStatus peerStatus;          ///< authentication status of the peer
+  ZephlinkSDK_PeerTunnelStatus tunnelStatus;  ///< status of its tunnel
 } ZephlinkSDK_NetworkSharingConnectionResult;
 
-/// A peer that has shown up, asks to pair, or was paired or unpaired.
+/// A peer that has appeared, asks to pair, or was paired or unpaired.
 typedef struct ZephlinkSDK_NetworkSharingPairResult {
   ZEPHLINKSDK_HEAD;
-  char uuid[ZephlinkSDK_UuidSize];             ///< names the peer
-  char displayName[ZephlinkSDK_PeerNameSize];  ///< the name that it shows
-  bool haveAuthToken;                          ///< whether there is a token for it, as after a pairing
+  char uuid[ZephlinkSDK_UuidSize];             ///< identifies the peer
+  char displayName[ZephlinkSDK_PeerNameSize];  ///< the name that the peer shows
+  bool haveAuthToken;                          ///< whether the daemon has a token for it, for example after pairing
 } ZephlinkSDK_NetworkSharingPairResult;

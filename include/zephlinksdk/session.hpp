@@ -1,5 +1,5 @@
-// A session: one connection to the daemon that keeps itself and its subscriptions alive, for whatever runs long. C++20,
-// header-only, over the functions of zephlinksdk.h alone.
+// A session: a connection to the daemon that keeps itself and its subscriptions alive, for long-running hosts. C++20,
+// header-only; uses only the functions of zephlinksdk.h.
 //
 //     zephlinksdk::Session session(config, [](zephlinksdk::SessionStatus status) { ... });
 //     session.subscribe(&ZephlinkSDK_getAdapters, [](const ZephlinkSDK_AdaptersResult& record) { ... });
@@ -8,23 +8,24 @@
 //
 // What it does
 //
-// - Silence: when no report has come for `probeAfter`, the session asks for the daemon's version. Any report counts as
-//   a sign of life. After `quietAfter` without one it replaces its object, which covers a lost connection, a daemon
-//   that was restarted, and a close frame, after which an object does not reconnect.
-// - Forgotten subscriptions: each new object subscribes anew. On an object that lives on, the session repeats all
-//   requests when reports that came by themselves cease for `renewAfter`, and in any case every `refreshEvery`.
-// - A daemon that cannot be reached: an object tries to connect several times a second for 5 seconds, then a new one
-//   takes over, without what the old one had queued.
-// - A daemon that does not answer, or does not let the session live for `mostPause`: the pause before a new object
-//   doubles from `leastPause` to `mostPause`.
+// - Silent daemon: when no report has arrived for `probeAfter`, the session requests the daemon's version. Any report
+//   counts as a sign of life. After `quietAfter` without a report it replaces its object. This covers a lost
+//   connection, a restarted daemon, and a close frame, after which an object does not reconnect.
+// - Lost subscriptions: each new object subscribes again. On an existing object, the session repeats all requests when
+//   unsolicited reports stop for `renewAfter`, and in any case every `refreshEvery`.
+// - Unreachable daemon: an object tries to connect several times a second for 5 seconds. Then a new object replaces it,
+//   and requests queued on the old one are dropped.
+// - Unresponsive daemon: if the daemon does not answer, or sessions do not stay live for `mostPause`, the pause before
+//   each new object doubles from `leastPause` to `mostPause`.
 //
 // Threads
 //
-// - One thread of the session supervises, besides those of the object. It sleeps until a deadline or an event.
-// - Record handlers run one after the other on the object's channel thread, under the rules of its callbacks: make no
-//   synchronous calls there. The status handler runs on the session's thread, at the same time as a record handler
-//   perhaps; while it runs nothing is supervised.
-// - Every function of Session may be called from any thread and in handlers, but for the destructor.
+// - In addition to the object's threads, the session has one thread of supervision. It sleeps until a deadline or an
+//   event.
+// - Record handlers run one at a time on the object's channel thread, under the rules of its callbacks: they must not
+//   make synchronous calls. The status handler runs on the session's thread, possibly concurrently with a record
+//   handler; supervision pauses while it runs.
+// - Every function of Session except the destructor may be called from any thread and in handlers.
 // - Handlers must not throw: an exception ends the process.
 #pragma once
 
@@ -55,24 +56,24 @@ namespace zephlinksdk {
 /// The state of the link between a session and the daemon.
 enum class SessionStatus : std::uint8_t {
   Connecting,   ///< no report yet, and no failure
-  Live,         ///< reports come
+  Live,         ///< reports arrive
   Quiet,        ///< no report for SessionOptions::quietAfter
   Unreachable,  ///< no connection to a daemon for 5 seconds
-  Mute,         ///< connected for 5 seconds without an answer; or the object failed, for example without memory
+  Mute,         ///< connected for 5 seconds without an answer; or the object failed, for example when out of memory
 };
 
-/// Returns the status as a word in lower case, a constant.
+/// Returns the status as a lower-case word, a constant.
 constexpr const char* sessionStatusText(SessionStatus status) {
   constexpr const char* kTexts[] = {"connecting", "live", "quiet", "unreachable", "mute"};
   const auto index = static_cast<std::size_t>(status);
   return index < std::size(kTexts) ? kTexts[index] : "unknown";
 }
 
-/// What a session reads the time from and sleeps on. The default is the system's steady clock; tests derive from it to
-/// turn the clock. An object belongs to one session.
+/// The clock of a session, which also puts its thread to sleep. The default is the system's steady clock; tests derive
+/// from it to control the time. Each clock belongs to one session.
 class SessionClock {
  public:
-  /// A moment of this clock.
+  /// A point in time of this clock.
   using time_point = std::chrono::steady_clock::time_point;
 
   SessionClock() = default;
@@ -80,17 +81,17 @@ class SessionClock {
   SessionClock(const SessionClock&) = delete;
   SessionClock& operator=(const SessionClock&) = delete;
 
-  /// Thread-safe. Never goes back.
+  /// Returns the current time, which never decreases. Thread-safe.
   virtual time_point now() { return std::chrono::steady_clock::now(); }
 
-  /// Returns at `deadline` or after a `wake`, also after one that came since the last return. One thread calls it.
+  /// Returns at `deadline` or after a `wake`, including one since the last return. Called by one thread only.
   virtual void sleepUntil(time_point deadline) {
     std::unique_lock lock(mutex);
     woken.wait_until(lock, deadline, [this] { return awake; });
     awake = false;
   }
 
-  /// Ends the current `sleepUntil`, or the next. Thread-safe.
+  /// Ends the current `sleepUntil`, or the next one. Thread-safe.
   virtual void wake() {
     {
       const std::lock_guard lock(mutex);
@@ -105,36 +106,36 @@ class SessionClock {
   bool awake = false;
 };
 
-/// The periods of a session. The defaults fit statistics that come every second.
+/// The periods of a session. The defaults suit statistics that arrive every second.
 struct SessionOptions {
-  /// Silence after which the daemon is asked for its version.
+  /// The silence after which the session requests the daemon's version.
   std::chrono::milliseconds probeAfter{1500};
-  /// Silence after which the status is Quiet and the object is replaced. REQUIRES: more than `probeAfter`.
+  /// The silence after which the status becomes Quiet and the object is replaced. REQUIRES: more than `probeAfter`.
   std::chrono::milliseconds quietAfter{3000};
-  /// Time without reports that were not answers to the session, after which all requests are repeated, once. More than
-  /// the longest usual distance between reports.
+  /// The time without unsolicited reports after which all requests are repeated, once. Should exceed the usual interval
+  /// between reports.
   std::chrono::milliseconds renewAfter{2500};
-  /// All requests are repeated in this period, whatever comes.
+  /// The period in which all requests are repeated in any case.
   std::chrono::milliseconds refreshEvery{30000};
-  /// The first pause before a new object, which later ones double.
+  /// The first pause before a new object; each later pause is twice as long.
   std::chrono::milliseconds leastPause{1000};
-  /// The longest of these pauses.
+  /// The longest pause before a new object.
   std::chrono::milliseconds mostPause{60000};
   /// Null: the system's clock.
   std::shared_ptr<SessionClock> clock = nullptr;
 };
 
-/// Owns one connection to a daemon. See the head of this file.
+/// Owns one connection to a daemon. See the top of this file.
 class Session {
  public:
-  /// Gets the new status, on the session's thread.
+  /// Receives the new status, on the session's thread.
   using StatusHandler = std::function<void(SessionStatus)>;
-  /// Names a subscription of one session. No two are the same.
+  /// Identifies a subscription of one session. Unique within the session.
   using SubscriptionId = std::uint64_t;
 
-  /// Starts to connect and returns at once. `onStatus` (may be empty) gets every change of the status, perhaps
-  /// before the constructor has returned; the first status is Connecting. Throws std::system_error if the system has no
-  /// thread left, std::bad_alloc without memory.
+  /// Starts to connect and returns at once. `onStatus` (may be empty) receives every change of the status, possibly
+  /// before the constructor returns; the first status is Connecting. Throws std::system_error if the system cannot
+  /// start a thread, std::bad_alloc when out of memory.
   ///
   /// REQUIRES: the texts of `config` are terminated.
   explicit Session(const ZephlinkSDK_Config& config, StatusHandler onStatus = {}, SessionOptions options = {})
@@ -144,7 +145,7 @@ class Session {
         clock(periods.clock ? periods.clock : std::make_shared<SessionClock>()),
         supervisor(&Session::supervise, this) {}
 
-  /// Ends the connection and all subscriptions; waits for running handlers, and never for the daemon. No handler runs
+  /// Ends the connection and all subscriptions. Waits for running handlers, but never for the daemon. No handler runs
   /// afterwards.
   ///
   /// REQUIRES: not called in a handler; no other thread is in a function of this object.
@@ -160,31 +161,31 @@ class Session {
   /// Returns the latest status.
   SessionStatus status() const { return currentStatus; }
 
-  /// Subscribes by a function that "stays subscribed" or listens, for example &ZephlinkSDK_getState or
-  /// &ZephlinkSDK_listenForNetworkSharePairRequest: the handler gets every record of the daemon, until `unsubscribe`,
-  /// whatever becomes of the connection. Returns at once; the request is sent by the session's thread.
+  /// Subscribes with a function that "stays subscribed" or listens, for example &ZephlinkSDK_getState or
+  /// &ZephlinkSDK_listenForNetworkSharePairRequest. Until `unsubscribe`, the handler receives every record of the
+  /// daemon, across reconnections. Returns at once; the session's thread sends the request.
   ///
-  /// Time-outs do not reach the handler: they appear as the status. Other failures do, with `hasError` true. Records
-  /// that were lost with the connection are not made up for; the request is repeated, which brings the latest.
+  /// Time-outs are not passed to the handler: they change the status. Other failures are, with `hasError` true. Records
+  /// lost with a connection are not replayed; the repeated request delivers the latest.
   template <class Record>
   SubscriptionId subscribe(Record (*function)(ZephlinkSDK*, Callback<Record>, void*),
                            std::type_identity_t<std::function<void(const Record&)>> handler) {
     return add(std::make_shared<SubscriptionTo<Record>>(*this, function, std::move(handler), false));
   }
 
-  /// The same for a function whose callback runs once, for example &ZephlinkSDK_getVersion: it is called on each object
-  /// and again with every repetition of the requests, and the handler gets each answer.
+  /// Like `subscribe`, for a function whose callback runs once, for example &ZephlinkSDK_getVersion. The session calls
+  /// it on each object and whenever it repeats the requests; the handler receives each answer.
   template <class Record>
   SubscriptionId poll(Record (*function)(ZephlinkSDK*, Callback<Record>, void*),
                       std::type_identity_t<std::function<void(const Record&)>> handler) {
     return add(std::make_shared<SubscriptionTo<Record>>(*this, function, std::move(handler), true));
   }
 
-  /// Ends what `subscribe` or `poll` began. Once it returns, the handler no longer runs: it waits for a running
-  /// handler, unless it is called in that handler. The handler object may be destroyed later, by the session's thread.
-  /// An unknown id does nothing.
+  /// Ends a subscription of `subscribe` or `poll`. Waits for a running handler, unless called in that handler: after it
+  /// returns, the handler no longer runs. The handler object may be destroyed later, by the session's thread. Ignores
+  /// an unknown id.
   ///
-  /// REQUIRES: the caller has locked no mutex that the handler locks.
+  /// REQUIRES: the caller holds no mutex that the handler locks.
   void unsubscribe(SubscriptionId id) {
     std::shared_ptr<Subscription> found;
     {
@@ -198,7 +199,7 @@ class Session {
       found->ended = true;
     }
     {
-      // Only now: the supervisor ends what is no longer in the list.
+      // Wake the supervisor only after the removal: it ends subscriptions that are no longer in the list.
       const std::lock_guard lock(mutex);
       std::erase(subscriptions, found);
       subscriptionsChanged = true;
@@ -206,9 +207,9 @@ class Session {
     clock->wake();
   }
 
-  /// Makes the daemon send statistics about once a second, as ZephlinkSDK_subscribeStats does, and repeats that for
-  /// every new object and with every repetition of the requests. `hours` are the periods of the session statistics, of
-  /// which the first ZephlinkSDK_MaxSessionPeriods count; empty leaves them to the daemon. Replaces the previous call.
+  /// Makes the daemon send statistics about once a second, as ZephlinkSDK_subscribeStats does; repeats that for every
+  /// new object and whenever the requests are repeated. `hours` are the periods of the session statistics: the first
+  /// ZephlinkSDK_MaxSessionPeriods are used; if empty, the daemon chooses. Replaces the previous call.
   void subscribeStats(const std::vector<std::uint32_t>& hours = {}) {
     Stats wanted{.enabled = true};
     for (const std::uint32_t period : hours) {
@@ -217,13 +218,13 @@ class Session {
     setStats(wanted);
   }
 
-  /// Makes the daemon stop what `subscribeStats` started.
+  /// Makes the daemon stop the statistics of `subscribeStats`.
   void unsubscribeStats() { setStats({}); }
 
   /// Calls a function of the library with the current object, `arguments`, no callback and no user data: a synchronous
-  /// call, with that function's time-out. `session.call(&ZephlinkSDK_setMode, ZephlinkSDK_BondingMode_Speed)`. May be
-  /// made right after construction. Fails at once with ZephlinkSDK_Error_NotConnected during a pause, when there is no
-  /// object. An object that is replaced during the call lives until the call has ended.
+  /// call, with that function's time-out. Example: `session.call(&ZephlinkSDK_setMode, ZephlinkSDK_BondingMode_Speed)`.
+  /// May be called right after construction. Fails at once with ZephlinkSDK_Error_NotConnected during a pause, when
+  /// there is no object. An object that is replaced during the call is destroyed after the call.
   template <class Record, class... Parameters, class... Arguments>
   Record call(Record (*function)(ZephlinkSDK*, Parameters...),
               Arguments&&... arguments) requires(sizeof...(Parameters) == sizeof...(Arguments) + 2) {
@@ -232,7 +233,7 @@ class Session {
     return function(lease.sdk(), std::forward<Arguments>(arguments)..., nullptr, nullptr);
   }
 
-  /// The same for what is more than one synchronous call: `work` gets the current object and returns a record. It must
+  /// Like `call`, for more than one synchronous call: `work` receives the current object and returns a record. It must
   /// not keep the object. Callbacks that it registers end with that object: prefer `subscribe`.
   template <std::invocable<ZephlinkSDK*> Work>
   std::invoke_result_t<Work, ZephlinkSDK*> call(Work&& work) {
@@ -245,13 +246,13 @@ class Session {
   struct Object;
 
  public:
-  /// Keeps the current object from being destroyed, for asynchronous calls on it: end them before the lease.
+  /// Prevents the destruction of the current object, for asynchronous calls on it: end them before the lease.
   ///
-  /// REQUIRES: the session lives as long.
+  /// REQUIRES: the session outlives the lease.
   class Lease {
    public:
-    /// Waits until the session has made its first object, which it does at once.
-    explicit Lease(Session& ofSession) : session(ofSession) {
+    /// Waits until the session has created its first object, which it does at once.
+    explicit Lease(Session& owner) : session(owner) {
       std::unique_lock lock(session.mutex);
       session.firstOpened.wait(lock, [this] { return session.hasOpened; });
       object = session.current;
@@ -282,7 +283,7 @@ class Session {
   using Handle = std::optional<std::uint64_t>;
 
   static constexpr time_point kNever = time_point::min();
-  /// An upper bound of one sleep.
+  /// An upper bound for one sleep.
   static constexpr std::chrono::hours kLongest{1};
 
   struct Stats {
@@ -291,31 +292,31 @@ class Session {
     std::array<std::uint32_t, ZephlinkSDK_MaxSessionPeriods> hours{};
   };
 
-  /// An object of the library, and how many calls of `call` are using it.
+  /// An object of the library and the number of `call`s that use it.
   struct Object {
     ZephlinkSDK* sdk = nullptr;
     int users = 0;
   };
 
-  /// A subscription, without the type of its record.
+  /// A subscription, independent of its record type.
   struct Subscription {
     Subscription() = default;
     virtual ~Subscription() = default;
     Subscription(const Subscription&) = delete;
     Subscription& operator=(const Subscription&) = delete;
 
-    /// Subscribes on a new object; the request is sent. Returns the handle.
+    /// Subscribes on a new object, which sends the request. Returns the handle.
     virtual Handle begin(ZephlinkSDK* sdk) = 0;
-    /// Sends the request once more. Returns the handle of that call.
+    /// Repeats the request. Returns the handle of that call.
     virtual Handle repeat(ZephlinkSDK* sdk) = 0;
 
     SubscriptionId id = 0;
-    /// Locked while the handler runs, which may end its own subscription.
+    /// Locked while the handler runs. Recursive, because the handler may end its own subscription.
     std::recursive_mutex delivery;
     bool ended = false;
-    /// Requests that no record has followed yet.
+    /// Requests that no record has answered yet.
     std::atomic<int> unanswered{0};
-    // The supervisor's.
+    // Used by the supervisor only.
     bool begun = false;
     Handle handle;
     Handle repeated;
@@ -325,8 +326,9 @@ class Session {
   struct SubscriptionTo final : Subscription {
     using Function = Record (*)(ZephlinkSDK*, Callback<Record>, void*);
 
-    SubscriptionTo(Session& ofSession, Function asks, std::function<void(const Record&)> getsRecords, bool runsOnce)
-        : session(ofSession), function(asks), handler(std::move(getsRecords)), once(runsOnce) {}
+    SubscriptionTo(Session& owner, Function subscribeFunction, std::function<void(const Record&)> recordHandler,
+                   bool runsOnce)
+        : session(owner), function(subscribeFunction), handler(std::move(recordHandler)), once(runsOnce) {}
 
     Handle begin(ZephlinkSDK* sdk) override {
       this->unanswered = 1;
@@ -335,7 +337,7 @@ class Session {
 
     Handle repeat(ZephlinkSDK* sdk) override {
       ++this->unanswered;
-      // The answer reaches what `begin` subscribed, if that is still there.
+      // The subscription of `begin` receives the answer, if it still exists.
       constexpr auto kIgnore = [](Record, void*) { return false; };
       return handleOf(once ? function(sdk, onRecord, this) : function(sdk, kIgnore, nullptr));
     }
@@ -343,7 +345,7 @@ class Session {
     static bool onRecord(Record record, void* userData) noexcept {
       auto& self = *static_cast<SubscriptionTo*>(userData);
       if (timedOut(record)) return true;
-      self.session.heard(self.unanswered);
+      self.session.noteReport(self.unanswered);
       {
         const std::lock_guard lock(self.delivery);
         if (!self.ended && self.handler) self.handler(record);
@@ -404,13 +406,13 @@ class Session {
 
   // ---- The channel thread ------------------------------------------------------------------------------------------
 
-  /// `unanswered` of the subscription: a report that is no answer came by itself.
-  void heard(std::atomic<int>& unanswered) {
+  /// `unanswered` is that of the subscription: a report that answers no request is unsolicited.
+  void noteReport(std::atomic<int>& unanswered) {
     const time_point now = clock->now();
     if (unanswered > 0) {
       --unanswered;
     } else {
-      lastUnasked = now;
+      lastUnsolicited = now;
     }
     lastReport = now;
   }
@@ -439,7 +441,7 @@ class Session {
     destroyUnused();
   }
 
-  /// Does what is due and returns when to look again.
+  /// Performs the due work and returns the next deadline.
   time_point nextStep() noexcept {
     const time_point now = clock->now();
     try {
@@ -452,40 +454,40 @@ class Session {
       serveChanges();
       return watch(now);
     } catch (const std::exception&) {
-      // Without memory nothing can be relied on but a fresh start.
+      // Out of memory: only a new object is reliable.
       markOpened();
       replace(SessionStatus::Mute, std::max<std::chrono::milliseconds>(pause, periods.leastPause), now);
       return reopenAt;
     }
   }
 
-  /// Looks at how long the daemon has been silent. Returns the next deadline.
+  /// Checks how long the daemon has been silent. Returns the next deadline.
   time_point watch(time_point now) {
     const time_point last = lastReport;
-    if (last == kNever) return now + kLongest;  // the first answer or its time-out wakes us
+    if (last == kNever) return now + kLongest;  // the first answer or its time-out wakes the thread
     if (now - last >= periods.quietAfter) {
       replace(SessionStatus::Quiet, pause, now);
       return reopenAt;
     }
     if (currentStatus != SessionStatus::Live) liveSince = now;
     setStatus(SessionStatus::Live);
-    const time_point unasked = lastUnasked;
-    const bool ceased = unasked != kNever && now - unasked >= periods.renewAfter;
+    const time_point unsolicited = lastUnsolicited;
+    const bool ceased = unsolicited != kNever && now - unsolicited >= periods.renewAfter;
     if (ceased || now - renewed >= periods.refreshEvery) {
       repeatRequests(now);
     } else if (now - last >= periods.probeAfter && !probing) {
       probe();
     }
     const time_point due = last + (now - last >= periods.probeAfter ? periods.quietAfter : periods.probeAfter);
-    const time_point ceases = unasked == kNever || ceased ? due : unasked + periods.renewAfter;
+    const time_point ceases = unsolicited == kNever || ceased ? due : unsolicited + periods.renewAfter;
     return std::min({due, ceases, renewed + periods.refreshEvery});
   }
 
-  /// The version, which every daemon reports when asked, has not come in time.
+  /// Called after a version request, which every daemon answers, has timed out.
   void giveUp(std::uint32_t code, time_point now) {
     if (!current) return;
     const time_point last = lastReport;
-    if (last != kNever && now - last < periods.quietAfter) return;  // the request was lost, the daemon is not
+    if (last != kNever && now - last < periods.quietAfter) return;  // the request was lost, not the daemon
     if (code == ZephlinkSDK_Error_NotConnected) {
       replace(SessionStatus::Unreachable, {}, now);
     } else {
@@ -493,8 +495,8 @@ class Session {
     }
   }
 
-  /// Ends the object; the next one is opened after `wait`. Whatever had to be paced makes the next pause longer, unless
-  /// the session was live for long.
+  /// Closes the object and opens the next one after `wait`. Doubles the next pause, except for Unreachable; resets it
+  /// if the session was live for `mostPause`.
   void replace(SessionStatus status, std::chrono::milliseconds wait, time_point now) {
     close();
     destroyUnused();
@@ -508,10 +510,10 @@ class Session {
   }
 
   void open(time_point now) {
-    retired.reserve(retired.size() + 1);  // so that close() needs no memory
+    retired.reserve(retired.size() + 1);  // so that close() allocates no memory
     auto opened = std::make_shared<Object>();
     lastReport = kNever;
-    lastUnasked = kNever;
+    lastUnsolicited = kNever;
     renewed = now;
     opened->sdk = ZephlinkSDK_create(daemon);
     {
@@ -523,7 +525,7 @@ class Session {
     probe();
   }
 
-  /// Lets calls go on that waited for the first object, or for the failure to create it.
+  /// Resumes calls that waited for the first object, or for the failure to create it.
   void markOpened() {
     {
       const std::lock_guard lock(mutex);
@@ -544,7 +546,7 @@ class Session {
     current = nullptr;
   }
 
-  /// Destroys replaced objects that no call uses any more.
+  /// Destroys replaced objects that no call uses.
   void destroyUnused() {
     const auto unused = [this](const std::shared_ptr<Object>& object) {
       const std::lock_guard lock(mutex);
@@ -556,7 +558,7 @@ class Session {
     std::erase_if(retired, [](const std::shared_ptr<Object>& object) { return object->sdk == nullptr; });
   }
 
-  /// Begins and ends subscriptions as other threads asked.
+  /// Starts and ends subscriptions as requested by other threads.
   void serveChanges() {
     std::vector<std::shared_ptr<Subscription>> before;
     {
@@ -604,7 +606,7 @@ class Session {
 
   void repeatRequests(time_point now) {
     renewed = now;
-    lastUnasked = kNever;
+    lastUnsolicited = kNever;
     for (const auto& subscription : served) {
       remove(subscription->repeated, current->sdk);
       subscription->repeated = subscription->repeat(current->sdk);
@@ -637,32 +639,32 @@ class Session {
   std::atomic<bool> stopping{false};
   std::atomic<SessionStatus> currentStatus{SessionStatus::Connecting};
   std::atomic<time_point> lastReport{kNever};
-  /// The last one that came by itself.
-  std::atomic<time_point> lastUnasked{kNever};
+  /// The time of the last unsolicited report.
+  std::atomic<time_point> lastUnsolicited{kNever};
   std::atomic<bool> probing{false};
   std::atomic<std::uint32_t> failure{ZephlinkSDK_Error_None};
 
-  /// Guards the following. Not locked in calls of the library and of handlers.
+  /// Guards the following. Not locked during calls of the library or of handlers.
   std::mutex mutex;
   std::vector<std::shared_ptr<Subscription>> subscriptions;
   bool subscriptionsChanged = false;
   SubscriptionId nextId = 0;
   Stats stats;
   bool statsChanged = false;
-  std::shared_ptr<Object> current;  // only the supervisor changes it
+  std::shared_ptr<Object> current;  // changed by the supervisor only
   bool hasOpened = false;
   std::condition_variable firstOpened;
 
-  // The supervisor's.
-  std::vector<std::shared_ptr<Subscription>> served;  ///< begun on the current object
-  std::vector<std::shared_ptr<Object>> retired;       ///< replaced, but used by a call
+  // Used by the supervisor only.
+  std::vector<std::shared_ptr<Subscription>> served;  ///< started on the current object
+  std::vector<std::shared_ptr<Object>> retired;       ///< replaced, but still used by a call
   Handle probeHandle;
   time_point renewed = kNever;
   time_point liveSince = kNever;
   time_point reopenAt = kNever;
   std::chrono::milliseconds pause{0};
 
-  std::thread supervisor;  // last: it uses all of the above
+  std::thread supervisor;  // last member: the thread uses all of the above
 };
 
 }  // namespace zephlinksdk

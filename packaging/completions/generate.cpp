@@ -1,9 +1,8 @@
-// Writes a shell's completion from its template: the line "@RULES@" becomes the rules that the usage texts give. With
-// --usages, prints those texts: each action's and subcommand's words, a tab, and its usage text.
+// Writes a shell's completion from its template: replaces the line "@RULES@" by rules generated from the usage texts.
+// With --usages, prints these texts: for each action and subcommand its path, a tab, and its usage text.
 //
-// A rule is a line of slots, one a word of the command line. A slot is a choice of words with "|" between them, among
-// which "*" stands for any word and "@adapters", "@countries", ... for values that the daemon knows; a "+" behind the
-// last slot repeats it.
+// A rule is a line of slots, one for each argument. A slot is a list of alternatives separated by "|": "*" is any
+// argument, "@adapters", "@countries", ... are values that the daemon knows. A "+" after the last slot repeats it.
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
@@ -46,7 +45,7 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
-/// The pieces between the separators that stand outside of all brackets, without those that are empty.
+/// Splits a text at separators outside of all brackets. Omits empty pieces.
 std::vector<std::string_view> split(std::string_view text, char separator) {
   std::vector<std::string_view> pieces;
   int depth = 0;
@@ -77,7 +76,7 @@ std::string placeholder(std::string_view name) {
 
 Rules sequence(std::string_view text, bool nested);
 
-/// What stands between a pair of brackets. A single word is a placeholder unless it may be left out of a choice.
+/// Returns the rules of the text within brackets. A single word is a placeholder, unless it is an optional choice.
 Rules group(std::string_view text, bool singleIsWord) {
   const auto alternatives = split(text, '|');
   std::string slot;
@@ -100,11 +99,11 @@ Rules group(std::string_view text, bool singleIsWord) {
   return rules;
 }
 
-/// The rules of one word of a usage text, or of the brackets in its place.
+/// Returns the rules of one word of a usage text, or of brackets.
 Rules item(std::string_view text, bool nested) {
   if (!isOpening(text.front())) return group(text, true);
   Rules rules = group(text.substr(1, text.size() - 2), nested && text.front() == '[');
-  // What a placeholder stands for has its place; a choice may be passed over.
+  // An optional placeholder keeps its slot; an optional choice may be omitted.
   if (text.front() == '[' && rules[0][0] != "*") rules.emplace_back();
   return rules;
 }
@@ -144,7 +143,7 @@ std::string rulesText() {
     }
   };
   for (const char* path : cli::kListedActions) add(cli::usageOf(path));
-  // The others that work. A text with subcommands only repeats what theirs say.
+  // Add all other actions that have a handler. A text with subcommands only repeats their texts.
   cli::forEachAction([&add](const std::string&, const cli::Action& action, const char* usage) {
     if (usage != nullptr && action.subcommands == nullptr) add(usage);
   });

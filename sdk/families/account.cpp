@@ -1,4 +1,4 @@
-// Signing in and out, the account's figures, and where the directory is found.
+// Signing in and out, the account's figures and the directory settings.
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -19,7 +19,7 @@ constexpr std::uint64_t kLoginTimeoutMs = 60000;
 constexpr const char* kReportDirectory = "report_directory_settings";
 constexpr std::int64_t kFirstYear = 1900;
 
-/// Reads "year-month-day" as far as it goes.
+/// Reads "year-month-day" up to the first invalid character.
 void readDate(const std::string& text, ZephlinkSDK_Date& date) {
   date = {};
   const char* rest = text.c_str();
@@ -52,7 +52,7 @@ void readDirectorySettings(const Json::Value& data, ZephlinkSDK_DirectorySetting
   readMember(data, "gatewayUri", record.gatewayUri);
 }
 
-/// All forms of signing in end alike.
+/// All ways of signing in end with the same reports.
 ZephlinkSDK_StateResult signIn(const Channel& channel, std::vector<Request> requests,
                                Callback<ZephlinkSDK_StateResult> callback, void* userData) {
   return ask(channel,
@@ -65,7 +65,7 @@ ZephlinkSDK_StateResult signIn(const Channel& channel, std::vector<Request> requ
              callback, userData);
 }
 
-/// Without a value the request goes out without members. A refusal is not heard: it ends in the time-out.
+/// A null `value` sends the request without members. A refusal does not end the call, which then times out.
 ZephlinkSDK_DirectorySettingsResult setDirectoryText(const Channel& channel, const char* request, const char* key,
                                                      const char* value,
                                                      Callback<ZephlinkSDK_DirectorySettingsResult> callback,

@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kReport = "report_networks";
 
-/// What stands for a rate or a limit that the daemon does not give.
+/// The value of rates and limits that the daemon omits.
 constexpr std::int64_t kNoLimit = -1;
 
 std::int64_t readLimit(const Json::Value& limits, const char* key) {
@@ -50,7 +50,7 @@ void readAdapter(const Json::Value& entry, ZephlinkSDK_Adapter& adapter) {
   adapter.priority = readPriority(member(entry, "priority"));
   readMember(entry, "ssid", adapter.connectedNetworkName);
   readMember(entry, "bssid", adapter.connectedNetworkBSSID);
-  // Unlike the limits the daemon gives this rate in 32 bits.
+  // Unlike the limits, this rate has 32 bits.
   adapter.rateLimit = has(entry, "rateLimit") ? asInt(member(entry, "rateLimit")) : kNoLimit;
   readUsage(member(entry, "limits"), adapter);
   adapter.workingPriority =
@@ -72,7 +72,7 @@ ZephlinkSDK_AdaptersResult change(const Channel& channel, const char* request, M
   return changeSetting(channel, request, members, kReport, readAdapters, callback, userData);
 }
 
-/// Changes usage, which is no setting that could be refused.
+/// Changes the usage counters. This is not a setting: the daemon reports no refusal.
 ZephlinkSDK_AdaptersResult changeUsage(const Channel& channel, const char* request, Members members,
                                        AdaptersCallback callback, void* userData) {
   return ask(channel, {.requests = {{request, members}}, .reports = {{kReport, readAdapters}}}, callback, userData);
@@ -150,7 +150,7 @@ ZephlinkSDK_AdaptersResult ZephlinkSDK::setAdapterOverlimitRatelimit(const char*
 
 ZephlinkSDK_AdaptersResult ZephlinkSDK::resetAdapterUsage(const char* adapterID, AdaptersCallback callback,
                                                           void* userData) {
-  // The one request that names the adapter so.
+  // Only this request names the adapter "guid".
   return changeUsage(channel, "reset_network_usage", {{"guid", adapterID}}, callback, userData);
 }
 

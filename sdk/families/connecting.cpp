@@ -1,4 +1,4 @@
-// The choice of a server, connecting to it and disconnecting.
+// Choosing a server, connecting and disconnecting.
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -21,7 +21,7 @@ constexpr std::string_view kPrivatePrefix = "private";
 constexpr const char* kReportServer = "report_connected_server";
 constexpr const char* kReportSettings = "report_server_settings";
 
-/// The fields of a place, joined as the daemon takes them.
+/// A place in the daemon's form.
 class Place {
  public:
   Place(const char* country, const char* city) : known(country != nullptr && city != nullptr) {
@@ -31,13 +31,13 @@ class Place {
     joined += "|" + std::to_string(number);
   }
 
-  /// Puts a mark in front.
+  /// Prepends a prefix.
   Place& marked(const char* mark) {
     joined.insert(0, mark);
     return *this;
   }
 
-  /// Null when one of the fields is: the request is then refused.
+  /// Returns null if one of the fields is null: the request is then refused.
   const char* text() const { return known ? joined.c_str() : nullptr; }
 
  private:
@@ -69,14 +69,14 @@ void readDirectory(const Json::Value& data, ZephlinkSDK_DirectoryResult& record)
   readEntries(data, record.servers, record.count, readServer);
 }
 
-/// Takes the piece up to the next "|" off the front of `text`; empty when nothing is left.
+/// Removes and returns the part of `text` before the next "|"; empty at the end.
 std::string_view takePiece(std::string_view& text) {
   const std::string_view piece = text.substr(0, text.find('|'));
   text.remove_prefix(std::min(text.size(), piece.size() + 1));
   return piece;
 }
 
-/// Clears what the method does not need: an unknown method reads as the closest server.
+/// Clears the fields that the method does not use. An unknown method reads as the closest server.
 void readServerSettings(const Json::Value& data, ZephlinkSDK_ServerSettingsResult& record) {
   const auto method = kStoredConnectMethods.find(asString(member(data, "connect_to_best_method")));
   record.connectMethod = method.value_or(ZephlinkSDK_ConnectMethod_Closest);
@@ -89,7 +89,7 @@ void readServerSettings(const Json::Value& data, ZephlinkSDK_ServerSettingsResul
   record.num = leadingInteger(std::string(takePiece(rest)).c_str());
 }
 
-/// The daemon tells where it connects to before it is connected: the call goes on until it is.
+/// The daemon reports the server before it is connected: store it and continue to wait.
 bool noteServer(const Json::Value& data, ZephlinkSDK_ConnectResult& record) {
   readServer(data, record.server);
   return false;

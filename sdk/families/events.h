@@ -1,4 +1,4 @@
-// The names of events that several families use. All others are where their only family is.
+// The names of events that several families use. Other names are in their family's file.
 #pragma once
 
 namespace zephlinksdk {

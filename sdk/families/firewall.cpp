@@ -18,9 +18,9 @@ void readFirewall(const Json::Value& data, Record& record) {
   readRuleLists(data, record.lists);
 }
 
-Record change(const Channel& channel, const char* request, const Member& wish, Callback<Record> callback,
+Record change(const Channel& channel, const char* request, const Member& setting, Callback<Record> callback,
               void* userData) {
-  return changeSetting(channel, request, {wish}, kReport, readFirewall, callback, userData);
+  return changeSetting(channel, request, {setting}, kReport, readFirewall, callback, userData);
 }
 
 }  // namespace

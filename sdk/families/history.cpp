@@ -1,4 +1,4 @@
-// Historic and session statistics: what the daemon remembers, over minutes and over periods of hours.
+// Historic statistics (the last minutes) and session statistics (periods of hours).
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -17,28 +17,28 @@ namespace {
 
 constexpr std::uint64_t kHistoryMs = 300000;
 
-/// Why a text of the daemon could not be read; null when it could.
+/// The reason why a text of the daemon could not be read; null on success.
 using Failure = const char*;
 
-/// Puts a failed conversion into the head.
+/// Stores a failed conversion in the head.
 void fail(Failure failure, ZephlinkSDK_Result& head) { setError(head, ZephlinkSDK_Error_Sdk, failure); }
 
-/// The members of an object; none of any other value.
+/// Returns the members of an object; empty for any other value.
 Elements membersOf(const Json::Value& value) {
   return Elements(value.isObject() ? value : Json::Value::nullSingleton());
 }
 
 // ---- Historic samples ----
 
-/// The text of one connection: fields of fixed width, one behind the other. The first failure stays, and what is read
-/// behind it is 0.
+/// The packed text of one connection: consecutive fields of fixed width. The first failure is kept, and later fields
+/// read as 0.
 class PackedText {
  public:
   explicit PackedText(std::string packed) : text(std::move(packed)) {}
 
   bool flag() { return next(1) == "1"; }
 
-  /// In hexadecimal, read as far as it goes: blanks and a sign may lead.
+  /// Reads a hexadecimal number up to the first invalid character, after optional blanks and a sign.
   std::int64_t number(std::size_t width) {
     const std::string digits = next(width);
     if (failed != nullptr) return 0;
@@ -55,7 +55,7 @@ class PackedText {
   Failure failure() const { return failed; }
 
  private:
-  /// Shorter than `width` where the text ends.
+  /// Returns the next field; shorter than `width` at the end of the text.
   std::string next(std::size_t width) {
     if (failed == nullptr && position > text.size()) failed = "invalid string position";
     if (failed != nullptr) return {};
@@ -69,7 +69,7 @@ class PackedText {
   Failure failed = nullptr;
 };
 
-/// Fields that a sample knows nothing of are emptied but for those that no sample ever writes.
+/// Clears the fields that a sample does not contain, except for those that no sample ever sets.
 Failure readConnection(const std::string& adapter, const std::string& protocol, const Json::Value& packed,
                        ZephlinkSDK_ConnectionStatsEntry& entry) {
   copyText(entry.adapterID, adapter);
@@ -117,7 +117,8 @@ Failure readSample(const Json::Value& sample, ZephlinkSDK_ConnectionStatsResult&
 
 // ---- Session statistics ----
 
-/// The number of hours in a name, read as far as it goes: blanks and a sign may lead, and a negative number wraps.
+/// Reads the number of hours in a name up to the first invalid character, after optional blanks and a sign. Negative
+/// numbers wrap.
 Failure readPeriodName(const std::string& name, std::uint32_t& period) {
   constexpr long long kMost = std::numeric_limits<std::uint32_t>::max();
   char* end = nullptr;
@@ -129,13 +130,13 @@ Failure readPeriodName(const std::string& name, std::uint32_t& period) {
   return nullptr;
 }
 
-/// What all connections together bring over the fastest alone.
+/// Returns the gain of all connections together over the fastest alone.
 double readBenefit(const Json::Value& benefit) {
   if (asInt(member(benefit, "num_connections")) == 0) return 0;
   return asDouble(member(benefit, "combined_mbps")) - asDouble(member(benefit, "fastest_conn_mbps"));
 }
 
-/// A counter that crosses the wire as a signed number: a negative one wraps.
+/// Reads a counter that the daemon sends as a signed number: negative numbers wrap.
 void readCounter(const Json::Value& object, const char* key, std::uint64_t& field) {
   field = static_cast<std::uint64_t>(asInt64(member(object, key)));
 }
@@ -202,14 +203,14 @@ void readSessionStats(const Json::Value& data, ZephlinkSDK_SessionStatsResult& r
 ZephlinkSDK_ConnectionStatsResult ZephlinkSDK::getHistoricConnectionStats(
     Callback<ZephlinkSDK_ConnectionStatsResult> callback, void* userData) {
   if (callback == nullptr) return refused<ZephlinkSDK_ConnectionStatsResult>(ZephlinkSDK_Error_CallbackRequired);
-  // One report holds many samples: each is delivered from here, and the last (or a failure) once more by the frame.
+  // One report contains many samples. Each is delivered here; the frame delivers the last one (or a failure) again.
   const auto deliverSamples = [callback, userData](const Json::Value& data, ZephlinkSDK_ConnectionStatsResult& record) {
     for (const Json::Value& sample : Elements(data)) {
       if (const Failure failure = readSample(sample, record)) return fail(failure, record.head);
       callback(record, userData);
     }
   };
-  // A system that has just started has no time that far back.
+  // The clock of a recently started system can be below kHistoryMs.
   const std::uint64_t since = std::max(monotonicMs(), kHistoryMs) - kHistoryMs;
   return ask(channel,
              {.requests = {{"request_historic_connection_stats", {{"dataSince", Json::UInt64{since}}}}},

@@ -29,9 +29,9 @@ void readLocalProxy(const Json::Value& data, Record& record) {
   readEntries(member(data, "domain_watchlist"), record.services, record.serviceCount, readService);
 }
 
-Record change(const Channel& channel, const char* request, const Member& wish, Callback<Record> callback,
+Record change(const Channel& channel, const char* request, const Member& setting, Callback<Record> callback,
               void* userData) {
-  return changeSetting(channel, request, {wish}, kReport, readLocalProxy, callback, userData);
+  return changeSetting(channel, request, {setting}, kReport, readLocalProxy, callback, userData);
 }
 
 }  // namespace
@@ -61,7 +61,7 @@ Record ZephlinkSDK::setLocalProxyIPv6(std::uint16_t count, const in6_addr* addre
 
 Record ZephlinkSDK::setLocalProxyPorts(std::uint16_t count, const ZephlinkSDK_ProtocolPortPair* rules,
                                        Callback<Record> callback, void* userData) {
-  // The daemon refuses this setting under the firewall's name; a refusal under any other leaves the call waiting.
+  // The daemon refuses this setting under the firewall's name. A refusal under another name does not end the call.
   return ask(channel,
              {.requests = {{"set_localproxy_ports", {ruleListMember("ports", count, rules)}}},
               .reports = {{kReport, readLocalProxy}},
@@ -71,13 +71,13 @@ Record ZephlinkSDK::setLocalProxyPorts(std::uint16_t count, const ZephlinkSDK_Pr
 }
 
 Record ZephlinkSDK::setLocalProxyGlobalDomainWatchlistEnable(bool enable, Callback<Record> callback, void* userData) {
-  // The report spells the same member watchlist_enabled.
+  // The report names the same member watchlist_enabled.
   return change(channel, "set_localproxy_bypass", {"watchlistEnabled", enable}, callback, userData);
 }
 
 Record ZephlinkSDK::setLocalProxyDomainWatchlistEnable(const char* title, bool enable, Callback<Record> callback,
                                                        void* userData) {
-  // The daemon refuses it under no name at all.
+  // The daemon reports no refusal of this request.
   return ask(channel,
              {.requests = {{"set_localproxy_domainwatchlist_enable", {{"title", title}, {"enabled", enable}}}},
               .reports = {{kReport, readLocalProxy}}},

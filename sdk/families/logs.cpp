@@ -1,4 +1,4 @@
-// The daemon's log files and problem reports, and its end.
+// The daemon's log files, problem reports and shutdown.
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -25,19 +25,19 @@ void readSettings(const Json::Value& data, Settings& record) {
   readMember(daemon, "file_size", record.daemon.fileSize);
   readMember(daemon, "files_per_daemon", record.daemon.filesPerDaemon);
   readMember(daemon, "total_files", record.daemon.totalFiles);
-  // An unknown level leaves the field as it was.
+  // Keep the previous level if the level is unknown.
   if (const auto level = kDaemonLogLevelWords.find(asString(member(daemon, "log_level")))) {
     record.daemon.logLevel = *level;
   }
 }
 
 void readTicket(const Json::Value& data, Ticket& record) {
-  if (tellsOfFailure(data)) return readDaemonError(data, record.head);
+  if (reportsFailure(data)) return readDaemonError(data, record.head);
   readMember(data, "ticket_id", record.ticketId);
 }
 
-/// The path of a file that is there, absolute and with links resolved, both sides as UTF-8; nothing when no file is
-/// there. Throws `fs::filesystem_error` when the system cannot tell.
+/// Returns the absolute path of an existing file with links resolved; nothing if the file does not exist. Both paths
+/// are UTF-8. Throws `fs::filesystem_error` if the system cannot examine the path.
 std::optional<std::string> canonicalPath(const char* file) {
   const fs::path path(reinterpret_cast<const char8_t*>(file));
   std::error_code failure;
@@ -54,8 +54,8 @@ std::optional<std::string> canonicalPath(const char* file) {
 
 bool isEmpty(const char* text) { return text == nullptr || *text == '\0'; }
 
-/// A request that nothing answers.
-ZephlinkSDK_Result tell(const Channel& channel, const char* request) {
+/// Sends a request that the daemon does not answer.
+ZephlinkSDK_Result sendUnanswered(const Channel& channel, const char* request) {
   if (!channel) return refused<ZephlinkSDK_Result>(ZephlinkSDK_Error_Sdk);
   channel->send(request);
   return {};
@@ -100,8 +100,8 @@ Ticket ZephlinkSDK::sendLogReport(const char* email, const char* message, const 
              callback, userData);
 }
 
-ZephlinkSDK_Result ZephlinkSDK::eraseLogs() { return tell(channel, "erase_all_log_files"); }
+ZephlinkSDK_Result ZephlinkSDK::eraseLogs() { return sendUnanswered(channel, "erase_all_log_files"); }
 
-ZephlinkSDK_Result ZephlinkSDK::exitDaemon() { return tell(channel, "exit"); }
+ZephlinkSDK_Result ZephlinkSDK::exitDaemon() { return sendUnanswered(channel, "exit"); }
 
 }  // namespace zephlinksdk

@@ -34,8 +34,8 @@ void readDiscovery(const Json::Value& data, Discovery& record) {
   readMember(data, "discovering", record.discoveryActive);
 }
 
-/// A counter is a 32-bit number with a sign, whatever the daemon's is: its low 32 bits are kept, and the sign fills the
-/// wider field. Elsewhere a number out of range reads as zero.
+/// Reads a counter as a signed 32-bit number: keeps the low 32 bits of the daemon's number and sign-extends them. In
+/// other fields, a number out of range reads as zero.
 std::uint64_t asCounter(const Json::Value& value) {
   const std::int64_t number = asInt64(value);
   const std::uint64_t bits = number < 0 ? static_cast<std::uint64_t>(number) : asUInt64(value);
@@ -63,9 +63,9 @@ void readPeer(const Json::Value& data, ZephlinkSDK_NetworkSharingPeer& peer) {
   readRole(member(data, "peer_as_host"), peer.peerAsHost);
 }
 
-Settings changeSharing(const Channel& channel, const char* request, const Member& wanted, Callback<Settings> callback,
+Settings changeSharing(const Channel& channel, const char* request, const Member& setting, Callback<Settings> callback,
                        void* userData) {
-  return changeSetting(channel, request, {wanted}, kSettingsReport, readSettings, callback, userData);
+  return changeSetting(channel, request, {setting}, kSettingsReport, readSettings, callback, userData);
 }
 
 }  // namespace
@@ -86,7 +86,7 @@ Settings ZephlinkSDK::setNetworkSharingClientEnabled(bool enabled, Callback<Sett
   return changeSharing(channel, "set_networksharing_client_enabled", {"client_enabled", enabled}, callback, userData);
 }
 
-// No platform has this switch yet.
+// Not supported on any platform.
 Settings ZephlinkSDK::setNetworkSharingHostEnabled(bool, Callback<Settings>, void*) {
   return refused<Settings>(ZephlinkSDK_Error_NotSupported);
 }

@@ -1,4 +1,4 @@
-// Readers of network sharing that the words on peers use too.
+// Readers of network sharing that the peer functions also use.
 #pragma once
 
 #include <json/json.h>
@@ -7,7 +7,7 @@
 
 namespace zephlinksdk {
 
-/// Takes the list of peers as far as it fits, and forgets the peers that the record held before.
+/// Reads as many peers as fit, replacing those in the record.
 void readShares(const Json::Value& data, ZephlinkSDK_NetworkSharingAvailableSharesResult& record);
 
 }  // namespace zephlinksdk

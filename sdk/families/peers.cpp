@@ -27,15 +27,15 @@ void readConnection(const Json::Value& data, Connection& record) {
   readDaemonError(data, record.head);
 }
 
-/// Connecting ends when the peer is authenticated, or in a failure; steps on the way are passed over.
+/// Connecting ends when the peer is authenticated or on a failure. Other changes are skipped.
 bool readConnectionEnd(const Json::Value& data, Connection& record) {
   const bool authenticated = asInt(member(data, "peerStatus")) == ZephlinkSDK_PeerStatus_Authenticated;
-  if (!authenticated && !tellsOfFailure(data)) return false;
+  if (!authenticated && !reportsFailure(data)) return false;
   readConnection(data, record);
   return true;
 }
 
-/// A listener hears of failures as of any other change: the code stays in the record, which is no error for it.
+/// A listener receives failures like any other change: the code is stored, but `hasError` stays false.
 void readStatusChange(const Json::Value& data, Connection& record) {
   readConnection(data, record);
   record.hasError = false;
@@ -47,16 +47,16 @@ void readPair(const Json::Value& data, Pair& record) {
   readMember(data, "have_auth_token", record.haveAuthToken);
 }
 
-/// While a pairing is waited for, a change of the peer's status matters only when it tells of a failure.
+/// While waiting for a pairing, skips status changes that report no failure.
 bool readPairFailure(const Json::Value& data, Pair& record) {
-  if (!tellsOfFailure(data)) return false;
+  if (!reportsFailure(data)) return false;
   readPair(data, record);
   record.haveAuthToken = false;
   readDaemonError(data, record.head);
   return true;
 }
 
-/// The host that a connect code names; nothing when the code does not read.
+/// Returns the host in a connect code; nothing if the code is invalid.
 std::optional<std::string> hostOf(const char* code) {
   Json::Value content;
   std::string errors;
@@ -64,9 +64,9 @@ std::optional<std::string> hostOf(const char* code) {
   return asString(member(content, "u"));
 }
 
-/// Asks for a pairing or answers one. Every event about the peer that does not end the wait leaves the time-out alone.
-Pair askForPair(const Channel& channel, Request request, const char* uuid, std::uint64_t timeoutMs,
-                Callback<Pair> callback, void* userData) {
+/// Requests or answers a pairing. Events about the peer that do not end the wait do not cancel the time-out.
+Pair requestPairing(const Channel& channel, Request request, const char* uuid, std::uint64_t timeoutMs,
+                    Callback<Pair> callback, void* userData) {
   return ask(
       channel,
       {.requests = {std::move(request)},
@@ -76,7 +76,7 @@ Pair askForPair(const Channel& channel, Request request, const char* uuid, std::
       callback, userData);
 }
 
-/// Sets one of a peer's switches, whose member is named alike in all.
+/// Changes one switch of a peer; all requests use the same member.
 Shares setSwitch(const Channel& channel, const char* request, const char* uuid, bool allow, Callback<Shares> callback,
                  void* userData) {
   return ask(channel,
@@ -86,8 +86,8 @@ Shares setSwitch(const Channel& channel, const char* request, const char* uuid, 
 
 }  // namespace
 
-// The request carries the code as it is; the daemon's events name the host that it stands for, or nobody when it cannot
-// read the code.
+// The request contains the code itself. The daemon's events contain the host in the code, or no uuid if the daemon
+// cannot read it.
 Connection ZephlinkSDK::connectToNetworkShareViaConnectCode(const char* code, Callback<Connection> callback,
                                                             void* userData) {
   const auto host = code != nullptr ? hostOf(code) : std::nullopt;
@@ -109,17 +109,17 @@ Connection ZephlinkSDK::reconnectToNetworkShare(const char* uuid, Callback<Conne
              callback, userData);
 }
 
-// The peer's user has to answer first.
+// The longer time-out lets the peer's user answer.
 Pair ZephlinkSDK::requestNetworkSharingPair(const char* uuid, Callback<Pair> callback, void* userData) {
-  return askForPair(channel, {"request_networksharing_pair", {{"uuid", uuid}}}, uuid, 70000, callback, userData);
+  return requestPairing(channel, {"request_networksharing_pair", {{"uuid", uuid}}}, uuid, 70000, callback, userData);
 }
 
 Pair ZephlinkSDK::allowNetworkSharingPair(const char* uuid, bool allow, Callback<Pair> callback, void* userData) {
-  return askForPair(channel, {"allow_networksharing_pair", {{"uuid", uuid}, {"allow", allow}}}, uuid,
-                    WebsocketImpl::kDefaultTimeoutMs, callback, userData);
+  return requestPairing(channel, {"allow_networksharing_pair", {{"uuid", uuid}, {"allow", allow}}}, uuid,
+                        WebsocketImpl::kDefaultTimeoutMs, callback, userData);
 }
 
-// Any pair's change will do, whichever peer it names.
+// A change of any peer's pairing ends the call.
 Pair ZephlinkSDK::unpairNetworkSharingPeer(const char* uuid, Callback<Pair> callback, void* userData) {
   return ask(channel,
              {.requests = {{"unpair_networksharing_peer", {{"uuid", uuid}}}}, .reports = {{kPairChange, readPair}}},

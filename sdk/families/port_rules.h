@@ -1,4 +1,4 @@
-// One port rule on the wire, which the forwarded ports and the rule lists share.
+// The wire format of a port rule, shared by the forwarded ports and the rule lists.
 #pragma once
 
 #include <json/json.h>
@@ -7,10 +7,10 @@
 
 namespace zephlinksdk {
 
-/// Reads one rule. An unknown protocol is tcp; without an end of the range the rule is a single port.
+/// Reads one rule. An unknown protocol reads as tcp; a rule without an end of its range is a single port.
 void readPortRule(const Json::Value& entry, ZephlinkSDK_ProtocolPortPair& rule);
 
-/// The object of a rule in a request. It has no `proto` for a protocol that the table lacks.
+/// Returns a rule as the object in a request. Omits `proto` for a protocol that is not in the table.
 Json::Value portRuleObject(const ZephlinkSDK_ProtocolPortPair& rule);
 
 }  // namespace zephlinksdk

@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* kReport = "report_privacy_settings";
 
-// A check asks every network, which takes its time.
+// Longer than usual, since the daemon checks every network.
 constexpr std::uint64_t kCaptiveCheckTimeoutMs = 30000;
 
 void readPrivacySettings(const Json::Value& data, ZephlinkSDK_PrivacySettingsResult& record) {

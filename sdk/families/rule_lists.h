@@ -1,4 +1,4 @@
-// What firewall, streaming and local proxy share: their four rule lists on the wire.
+// The wire format of the four rule lists that the firewall, streaming and the local proxy share.
 #pragma once
 
 #include <json/json.h>
@@ -14,17 +14,17 @@
 
 namespace zephlinksdk {
 
-/// Reads all four lists of a report.
+/// Reads the four lists of a report.
 void readRuleLists(const Json::Value& data, ZephlinkSDK_RuleLists& lists);
 
-// One entry in a request.
+// Each returns one entry of a request.
 Json::Value ruleToWire(const char (&domain)[ZephlinkSDK_DomainSize]);
 Json::Value ruleToWire(const in_addr& address);
 Json::Value ruleToWire(const in6_addr& address);
 Json::Value ruleToWire(const ZephlinkSDK_ProtocolPortPair& rule);
 
-/// The whole list as the member of a request, as much of it as a list may hold; not valid when entries are counted but
-/// none are given.
+/// Returns the list as the member of a request, cut to the size of a list. Invalid if `entries` is null and `count`
+/// above 0.
 template <class Entry>
 Member ruleListMember(const char* name, std::uint16_t count, const Entry* entries) {
   Member list(name, Json::Value(Json::arrayValue));

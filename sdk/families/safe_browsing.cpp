@@ -69,7 +69,7 @@ Settings ZephlinkSDK::initSafeBrowsing(const char* config, Callback<Settings> ca
              callback, userData);
 }
 
-// Refused under another request's name.
+// The daemon refuses it under the name of another request.
 Settings ZephlinkSDK::setSafeBrowsingConfig(const char* config, Callback<Settings> callback, void* userData) {
   return ask(channel,
              {.requests = {{"set_safe_browsing_config", {{"config", config}}}},
@@ -112,7 +112,7 @@ Settings ZephlinkSDK::refreshSafeBrowsingToken(const char* token, Callback<Setti
              callback, userData);
 }
 
-// Refused under another request's name.
+// The daemon refuses it under the name of another request.
 Settings ZephlinkSDK::reportSafeBrowsingHomeNetwork(Callback<Settings> callback, void* userData, std::uint32_t retries,
                                                     std::uint64_t delay, std::uint64_t timeout) {
   return ask(channel,

@@ -1,4 +1,4 @@
-// Settings of the tunnel as a whole.
+// Settings of the whole tunnel.
 #include <algorithm>
 
 #include "sdk/families/port_rules.h"
@@ -18,7 +18,7 @@ void readSubnet(const Json::Value& entry, ZephlinkSDK_Subnet& subnet) {
   readMember(entry, "prefix_length", subnet.prefixLength);
 }
 
-/// Reads an object whose members' names are adapter IDs, in their order; what is beyond the room is dropped.
+/// Reads an object whose keys are adapter IDs, in their order. Drops entries that do not fit.
 template <class Entry, std::size_t N, class Read>
 void readPerConnection(const Json::Value& object, Entry (&entries)[N], std::uint16_t& count, Read read) {
   count = 0;
@@ -75,7 +75,7 @@ void readSettings(const Json::Value& data, ZephlinkSDK_SettingsResult& record) {
   readLists(data, record);
   readAllPerConnection(data, record);
   readMember(data, "connection_secondary_speed_activation", record.overflowThreshold);
-  // The daemon spells it so.
+  // "treshold" is the daemon's spelling.
   readMember(data, "connection_priority_overflow_treshold", record.priorityOverflowThreshold);
   readMember(data, "packet_aggregation", record.packetAggregation);
   readMember(data, "enable_default_route", record.enableDefaultRoute);
@@ -187,7 +187,7 @@ ZephlinkSDK_SettingsResult ZephlinkSDK::setForwardPorts(std::uint16_t count, con
   Json::Value list(Json::arrayValue);
   const std::size_t walked = std::min<std::size_t>(count, ZephlinkSDK_MaxForwardedPorts);
   for (std::size_t i = 0; i < walked; ++i) {
-    // Forwarded ports know no ranges.
+    // Forwarded ports cannot be ranges.
     if (rules[i].port != 0 && rules[i].portRangeEnd == 0) list.append(portRuleObject(rules[i]));
   }
   return change(channel, "set_connection_forward_ports", {{"forward_ports", list}}, callback, userData);

@@ -1,4 +1,4 @@
-// Speed tests, which the daemon runs and keeps, and why the last session ended.
+// Speed tests, which the daemon runs and stores, and the reason of the last disconnect.
 #include <algorithm>
 #include <ctime>
 #include <iomanip>
@@ -19,7 +19,7 @@ constexpr const char* kReport = "report_speedtest_results";
 constexpr std::uint64_t kSpeedTestTimeoutMs = 60000;
 constexpr std::uint64_t kStreamTestTimeoutMs = 200000;
 
-/// Runs are dated in local time. 0 where the text is no time, and for all times before 1970.
+/// Reads the local time of a run. Returns 0 for invalid texts and for times before 1970.
 std::int64_t readTime(const Json::Value& run) {
   std::tm time{};
   std::istringstream stream(asString(member(run, "time")));
@@ -29,7 +29,7 @@ std::int64_t readTime(const Json::Value& run) {
   return std::max<std::int64_t>(std::mktime(&time), 0);
 }
 
-/// What is measured cannot be negative.
+/// Reads a measurement, which is never negative.
 std::uint16_t readMeasure(const Json::Value& data, const char* key) {
   return static_cast<std::uint16_t>(asUInt(member(data, key)));
 }
@@ -53,10 +53,11 @@ void readRun(const Json::Value& data, ZephlinkSDK_SpeedTestRun& run) {
   readMember(data, "msg", run.errorMessage);
 }
 
-/// The first runs of the report, in its own order.
+/// Reads the first runs of the report, in its order.
 void readRuns(const Json::Value& data, Record& record) { readEntries(data, record.runs, record.runCount, readRun); }
 
-/// The run that has just ended: the newest, and of runs of the same time the last. Without a single time there is none.
+/// Reads the run that has just ended: the newest, and the last of runs with equal times. Without a valid time there is
+/// no run.
 void readNewestRun(const Json::Value& data, Record& record) {
   std::int64_t latest = 0;
   for (const Json::Value& entry : Elements(data)) {

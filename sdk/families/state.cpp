@@ -21,7 +21,7 @@ void readVersion(const Json::Value& data, ZephlinkSDK_VersionResult& record) {
 }  // namespace
 
 void readState(const Json::Value& data, ZephlinkSDK_StateResult& record) {
-  // A negative state wraps to one that is above all others.
+  // Negative states wrap to values above all states.
   const auto state = static_cast<std::uint32_t>(asInt(member(data, "state")));
   record.state = std::min<std::uint32_t>(state, ZephlinkSDK_State_Unknown);
 }

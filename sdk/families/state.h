@@ -1,4 +1,4 @@
-// The daemon's state, on which login, logout, connecting and disconnecting end.
+// The report of the daemon's state, which ends login, logout, connecting and disconnecting.
 #pragma once
 
 #include <json/json.h>
@@ -11,7 +11,7 @@ namespace zephlinksdk {
 
 void readState(const Json::Value& data, ZephlinkSDK_StateResult& record);
 
-/// The report of one state alone.
+/// Matches reports of one state only.
 template <class Record, class Read>
 Report<Record> stateReport(ZephlinkSDK_State state, Read reader) {
   return {kReportState, reader, {{"state", static_cast<int>(state)}}};

@@ -9,8 +9,7 @@ namespace zephlinksdk {
 
 namespace {
 
-/// Without the member the protocol is the automatic one; a text that names none of the others, "auto" among them,
-/// leaves the field alone.
+/// Without the member, the protocol is Auto. Unknown texts, including "auto", do not change the field.
 void readProtocol(const Json::Value& connection, ZephlinkSDK_TransportMode& protocol) {
   if (!has(connection, "protocol")) {
     protocol = ZephlinkSDK_TransportMode_Auto;
@@ -34,7 +33,7 @@ void readConnection(const Json::Value& connection, ZephlinkSDK_ConnectionStatsEn
   readMember(connection, "ltMs", entry.latencyMs);
   readMember(connection, "privateIp", entry.privateIp);
   readProtocol(connection, entry.protocol);
-  // A negative number wraps.
+  // Negative numbers wrap.
   entry.numberOfSockets = static_cast<std::uint32_t>(asInt(member(connection, "numConns")));
   readMember(connection, "remoteIp", entry.remoteIp);
   readMember(connection, "totBps", entry.totalBps);

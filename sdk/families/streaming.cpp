@@ -13,9 +13,9 @@ constexpr const char* kReport = "report_streaming_settings";
 
 void readStreaming(const Json::Value& data, Record& record) { readRuleLists(data, record.lists); }
 
-Record change(const Channel& channel, const char* request, const Member& wish, Callback<Record> callback,
+Record change(const Channel& channel, const char* request, const Member& setting, Callback<Record> callback,
               void* userData) {
-  return changeSetting(channel, request, {wish}, kReport, readStreaming, callback, userData);
+  return changeSetting(channel, request, {setting}, kReport, readStreaming, callback, userData);
 }
 
 }  // namespace

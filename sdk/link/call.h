@@ -1,5 +1,5 @@
-// How a method of the library is declared: what it sends, which reports answer it and how each is read. The frame does
-// the rest, so a method is a row of a table:
+// The declaration of a library method: what it sends, which reports answer it and how each report is read. The call
+// frame does the rest, so a method is a row of a table:
 //
 //   return changeSetting(channel, "set_packet_aggregation", {{"enable", enable}}, "report_connection_settings",
 //                        readSettings, callback, userData);
@@ -24,8 +24,7 @@ namespace zephlinksdk {
 
 using Channel = std::unique_ptr<WebsocketImpl>;
 
-/// A member of a request or of a filter. A null text stays without a value and makes the request one that is refused
-/// with `ZephlinkSDK_Error_InvalidArgument`.
+/// A member of a request or of a filter. A null text makes the call fail with `ZephlinkSDK_Error_InvalidArgument`.
 struct Member {
   template <class Value>
   Member(const char* memberName, const Value& memberValue) : name(memberName), value(memberValue) {}
@@ -41,8 +40,8 @@ using Members = std::initializer_list<Member>;
 
 Json::Value toObject(Members members);
 
-/// A request's event and its members; none at all leave the text without an object. Its texts may be secrets: copies
-/// share the members, and nothing of them stays in freed memory.
+/// A request's event and its members; without members the text has no object. The texts may be secrets: copies share
+/// the members, and freed memory is wiped.
 struct Request {
   Request(const char* name) : event(name) {}
   /// Wipes the texts of `list`.
@@ -53,19 +52,19 @@ struct Request {
   bool valid = true;
 };
 
-/// A report that answers a call, without the type of its record.
+/// A report that answers a call, independent of its record type.
 struct AnyReport {
   const char* event;
-  /// Reads the report's members into the record that begins with this head. False refuses the event: the wait goes on.
-  /// Does not throw.
+  /// Reads the report's members into the record that starts with this head. Returns false if the event does not end the
+  /// wait. Does not throw.
   std::function<bool(const Json::Value& data, ZephlinkSDK_Result& head)> read;
-  /// The members that the report must have; null for any report. Values have the type that the parser gives (an `int`
-  /// for a number; null requires only that the member is there).
+  /// The members that the report must have; null matches any report. Values have the type that the parser returns
+  /// (`int` for a number); null requires only that the member exists.
   Json::Value filter;
 };
 
-/// The same for one type of record: nothing else of a call is a template. A reader takes the record or its head; one
-/// that returns nothing takes every event.
+/// The same for one record type; nothing else of a call is a template. A reader takes the record or its head. A reader
+/// that returns void accepts every event.
 template <class Record>
 struct Report : AnyReport {
   template <class Read>
@@ -99,40 +98,41 @@ struct Report : AnyReport {
 
 using Reports = std::vector<AnyReport>;
 
-/// Reports of one type of record, as a list in braces.
+/// Reports of one record type, as a list in braces.
 template <class Record>
 struct ReportsOf : Reports {
   ReportsOf(std::initializer_list<Report<Record>> list) : Reports(list.begin(), list.end()) {}
 };
 
-/// A method, declared. Fields that are left out have the common value. Reports of one name share one reader.
+/// The declaration of a method. Omitted fields have the usual value. Reports with the same name share one reader.
 template <class Record>
 struct Call {
   std::vector<Request> requests;
   ReportsOf<Record> reports;
-  /// Milliseconds.
+  /// In milliseconds.
   std::uint64_t timeoutMs = WebsocketImpl::kDefaultTimeoutMs;
-  /// The name under which a refused setting is reported; empty where the call changes none.
+  /// The name under which the daemon refuses the setting; empty if the call changes no setting.
   const char* settingName = "";
-  /// An event that is refused leaves the time-out running; otherwise the first event of any kind ends it.
+  /// An event that the reader rejects does not cancel the time-out; otherwise the first event of any kind cancels it.
   bool keepsTimeout = false;
 };
 
 namespace detail {
 
-/// Returns why a call is refused before anything is sent; ZephlinkSDK_Error_None if it is not.
+/// Returns the reason to refuse a call before sending anything, or ZephlinkSDK_Error_None.
 std::uint32_t refusal(const Channel& channel, const std::vector<Request>& requests);
 
-/// Wipes the members of the requests once their texts are written.
+/// Builds the texts of the requests, then wipes the requests' members.
 WebsocketImpl::EventDescription describe(const std::vector<Request>& requests, const Reports& reports,
                                          std::uint64_t timeoutMs, bool keepsTimeout);
 
-/// The parser of a call: the first report of the event's name reads it. Clears only the error flag of the head.
+/// Returns the parser of a call, which uses the first report with the event's name. It clears only the error flag of
+/// the head.
 Parser parserOf(Reports reports, std::shared_ptr<lockedHead> result);
 
 }  // namespace detail
 
-/// A call that ends with its first answer.
+/// Makes a call that ends with its first answer.
 template <class Record>
 Record ask(const Channel& channel, Call<std::type_identity_t<Record>> call, Callback<Record> callback, void* userData) {
   if (const std::uint32_t code = detail::refusal(channel, call.requests)) return refused<Record>(code);
@@ -142,7 +142,7 @@ Record ask(const Channel& channel, Call<std::type_identity_t<Record>> call, Call
                                   detail::parserOf(std::move(call.reports), result), call.settingName);
 }
 
-/// A call that reads what the daemon keeps and, with a callback, stays subscribed.
+/// Makes a call that reads a value of the daemon and, with a callback, stays subscribed.
 template <class Record, class Read>
 Record subscribe(const Channel& channel, const char* request, const char* report, Read reader,
                  Callback<Record> callback, void* userData) {
@@ -154,7 +154,7 @@ Record subscribe(const Channel& channel, const char* request, const char* report
                                detail::parserOf(std::move(reports), result));
 }
 
-/// A call that changes a setting: the daemon refuses it under the name of the request.
+/// Makes a call that changes a setting; the daemon refuses it under the name of the request.
 template <class Record, class Read>
 Record changeSetting(const Channel& channel, const char* request, Members members, const char* report, Read reader,
                      Callback<Record> callback, void* userData) {
@@ -162,8 +162,8 @@ Record changeSetting(const Channel& channel, const char* request, Members member
              callback, userData);
 }
 
-/// A subscription that sends nothing and does not time out. Refused with ZephlinkSDK_Error_CallbackRequired without a
-/// callback.
+/// Subscribes without sending anything and without a time-out. Fails with ZephlinkSDK_Error_CallbackRequired if
+/// `callback` is null.
 template <class Record, class Read>
 Record listenFor(const Channel& channel, const char* report, Read reader, Callback<Record> callback, void* userData) {
   if (callback == nullptr) return refused<Record>(ZephlinkSDK_Error_CallbackRequired);

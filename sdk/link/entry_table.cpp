@@ -30,7 +30,7 @@ void EntryTable::add(std::uint64_t id, Entry entry) {
 }
 
 void EntryTable::remove(std::uint64_t id, bool waitForVisit) {
-  Entry removed;  // Outlives the lock: an entry's destructor may be a caller's code.
+  Entry removed;  // Declared before the lock: its destructor may run a caller's code and must run after unlocking.
   std::unique_lock lock(mutex);
   removed = take(id);
   if (waitForVisit) visitEnded.wait(lock, [this, id] { return !visiting || visited != id; });
@@ -50,7 +50,7 @@ EntryTable::Entry EntryTable::beginVisit(std::string_view event, std::uint64_t f
   return next != ids->second.end() && *next <= last ? beginVisit(*next) : nullptr;
 }
 
-/// The overdue entry of the lowest id from `from` on. Looks at all that are overdue: there are few at a time.
+/// Returns the overdue entry with the lowest id from `from` on. Checks all overdue entries: there are few at a time.
 EntryTable::Entry EntryTable::beginVisit(std::uint64_t now, std::uint64_t from) {
   const std::lock_guard lock(mutex);
   std::optional<std::uint64_t> lowest;

@@ -1,4 +1,4 @@
-// The table of waiting entries: who waits for which event, and until when.
+// The table of waiting entries, with their events and time-outs.
 #pragma once
 
 #include <json/json.h>
@@ -21,8 +21,8 @@
 
 namespace zephlinksdk {
 
-/// A report that answers a request: its name and, where not every such report will do, the members that must be there
-/// with an equal value (null: with any value).
+/// A report that answers a request: its name and, unless any such report will do, the members that must have an equal
+/// value (null: any value).
 struct ExpectedEvent {
   std::string event;
   std::vector<Json::Value> members;
@@ -32,45 +32,44 @@ struct ExpectedEvent {
 struct EventDescription {
   static constexpr std::uint64_t kDefaultTimeoutMs = 5000;
 
-  /// Called on the channel thread with the event's name, the whole message and, if some entry asked for it, its parsed
-  /// form. True removes the entry. Does not throw.
+  /// Called on the channel thread with the event's name, the whole message and, if an entry requires it, the parsed
+  /// message. Returns true to remove the entry. Does not throw.
   using Handler = std::function<bool(const std::string& event, const std::string& message, const Json::Value& root)>;
 
-  /// An entry without any does not time out.
+  /// An entry with an empty list does not time out.
   std::vector<ExpectedEvent> expectedEvents;
   /// Delivered without a filter.
   std::vector<std::string> listenEvents;
-  /// Finished texts, sent in order after the entry is added.
+  /// Complete texts, sent in order after the entry is added.
   std::vector<WipedText> requests;
   Handler handler;
-  /// Monotonic milliseconds; 0 when no time-out is pending.
+  /// In monotonic milliseconds; 0 if no time-out is pending.
   std::uint64_t sentAt = 0;
-  /// Does not ask for the message to be parsed.
+  /// Does not require the message to be parsed.
   bool rawOnly = false;
-  /// 0: never.
+  /// In milliseconds; 0: no time-out.
   std::uint64_t timeoutMs = kDefaultTimeoutMs;
   bool delivered = false;
-  /// An event that the handler refuses leaves the time-out running, where it otherwise ends it.
+  /// An event that the handler rejects does not cancel the time-out; otherwise it does.
   bool keepsTimeout = false;
 };
 
-/// Entries by id, with an index by the names of their events and one by the ends of their time-outs: an event costs
-/// what its own entries cost.
+/// Entries by id, indexed by event name and by deadline: the cost of an event depends on its own entries only.
 ///
-/// The lock is not held while an entry is visited. One thread visits entries; any thread adds and removes them.
+/// The table is not locked while an entry is visited. One thread visits entries; any thread adds and removes them.
 class EntryTable {
  public:
   using Entry = std::shared_ptr<EventDescription>;
 
-  /// Adds an entry, whose time-out begins at its `sentAt`. Throws std::bad_alloc, and then changes nothing.
+  /// Adds an entry; its time-out starts at its `sentAt`. If it throws std::bad_alloc, the table is unchanged.
   void add(std::uint64_t id, Entry entry);
 
-  /// Removes an entry; an unknown id does nothing. With `waitForVisit`, returns only when no visit of it is under way.
+  /// Removes an entry; ignores an unknown id. With `waitForVisit`, waits until no visit of the entry is running.
   void remove(std::uint64_t id, bool waitForVisit);
 
   /// Calls `visit` with each entry that waits for the event, in ascending order of ids, and removes those for which it
-  /// returns true. Entries that are added meanwhile are not visited. A `visit` that sets `sentAt` to 0 ends the
-  /// time-out. It may add and remove any entry.
+  /// returns true. Skips entries added in the meantime. A `visit` that sets `sentAt` to 0 cancels the time-out. It may
+  /// add and remove any entry.
   template <class Visit>
   void forEachOfEvent(std::string_view event, Visit visit) {
     const std::uint64_t last = lastOfEvent(event);
@@ -79,7 +78,7 @@ class EntryTable {
     }
   }
 
-  /// Does the same with each entry whose time-out has passed at `now`, in monotonic milliseconds.
+  /// Like forEachOfEvent, for each entry whose time-out has passed at `now`, in monotonic milliseconds.
   template <class Visit>
   void forEachOverdue(std::uint64_t now, Visit visit) {
     for (std::uint64_t from = 0; const Entry entry = beginVisit(now, from); from = visited + 1) {
@@ -87,7 +86,7 @@ class EntryTable {
     }
   }
 
-  /// Does the same with each entry that has a time-out.
+  /// Like forEachOfEvent, for each entry that has a time-out.
   template <class Visit>
   void forEachPending(Visit visit) {
     forEachOverdue(std::numeric_limits<std::uint64_t>::max(), visit);
@@ -96,7 +95,7 @@ class EntryTable {
  private:
   struct Slot {
     Entry entry;
-    // Monotonic milliseconds; 0 without a time-out.
+    // In monotonic milliseconds; 0 without a time-out.
     std::uint64_t deadline = 0;
   };
   using Ids = std::set<std::uint64_t>;
@@ -113,7 +112,7 @@ class EntryTable {
   std::map<std::uint64_t, Slot> entries;
   std::map<std::string, Ids, std::less<>> byEvent;
   std::set<std::pair<std::uint64_t, std::uint64_t>> deadlines;
-  // The entry that is visited, or was visited last.
+  // The entry of the current or last visit.
   std::uint64_t visited = 0;
   bool visiting = false;
   std::condition_variable visitEnded;

@@ -11,7 +11,7 @@ constexpr std::size_t kMaxUrl = 127;
 constexpr std::size_t kMaxOrigin = 199;
 constexpr std::size_t kPeekSize = 2048;
 
-// The daemon trusts loopback and ignores the key: one serves every connection.
+// The daemon trusts loopback and ignores the key: all connections use the same one.
 constexpr const char* kWebSocketKey = "q7ZPmV2sT0dWc8LhE4nYfA==";
 
 struct Url {
@@ -59,7 +59,7 @@ Handshake::Handshake(const std::string& url, const std::string& origin, Waker* w
 }
 
 Handshake::~Handshake() {
-  // A refused upgrade leaves its socket to the process: the peer sees no close until then.
+  // The socket of a refused upgrade stays open until the process exits, so the peer sees no close before.
   if (current != Step::kFailed) closeSocket(socket);
 }
 
@@ -76,7 +76,7 @@ SocketHandle Handshake::takeSocket() {
   return taken;
 }
 
-/// True when another step can follow at once.
+/// Returns true if the next step can follow at once.
 bool Handshake::step() {
   switch (current) {
     case Step::kLookUp:
@@ -102,7 +102,7 @@ bool Handshake::lookUp() {
     case HostLookup::State::kUnderWay:
       return false;
     case HostLookup::State::kFailed:
-      // Goes on without a socket, on which every call fails, so that the handshake takes its usual course.
+      // Continue without a socket: every call on it fails, and the handshake ends as usual.
       return go(Step::kSend);
     default:
       startNextAddress();
@@ -110,7 +110,7 @@ bool Handshake::lookUp() {
   }
 }
 
-/// Starts with the next address that takes a connection; fails after the last one.
+/// Connects to the next address that accepts; fails after the last one.
 void Handshake::startNextAddress() {
   while (nextAddress < lookup->addresses().size()) {
     const Connecting begun = startConnecting(lookup->addresses()[nextAddress++], port, socket);
@@ -135,7 +135,7 @@ bool Handshake::connect() {
   }
 }
 
-/// Whether the request arrives shows in the answer alone.
+/// Send errors are ignored: only the answer shows whether the request has arrived.
 bool Handshake::send() {
   while (sent < request.size()) {
     const std::ptrdiff_t taken = sendBytes(socket, request.data() + sent, request.size() - sent);
@@ -146,8 +146,8 @@ bool Handshake::send() {
   return go(Step::kReceive);
 }
 
-/// Takes the bytes of the answer and none that follow it: those belong to the first frame. A failed read is retried; as
-/// many failures as a line has bytes count as a peer that has gone.
+/// Consumes the bytes of the answer only: the following bytes belong to the first frame. Retries failed reads; after as
+/// many failures as a line has bytes, the peer counts as gone.
 bool Handshake::receive() {
   char bytes[kPeekSize];
   const std::ptrdiff_t seen = peekBytes(socket, bytes, sizeof bytes);
@@ -163,7 +163,7 @@ bool Handshake::readAnswer(const char* bytes, std::size_t seen) {
   std::size_t used = 0;
   Step next = Step::kReceive;
   while (used < seen && next == Step::kReceive) next = takeByte(bytes[used++]);
-  // Takes what was seen, in pieces if the system gives no more at once.
+  // Consume the peeked bytes, in several reads if necessary.
   char taken[kPeekSize];
   while (used > 0) {
     const std::ptrdiff_t count = receiveBytes(socket, taken, used);
@@ -173,7 +173,7 @@ bool Handshake::readAnswer(const char* bytes, std::size_t seen) {
   return go(next);
 }
 
-/// A line ends with its LF, the byte that follows its CR, or the last byte that fits.
+/// A line ends with its LF, with the byte after its CR, or when the buffer is full.
 Handshake::Step Handshake::takeByte(char byte) {
   line[length++] = byte;
   if (length < 2) return Step::kReceive;

@@ -1,4 +1,4 @@
-// The opening of a WebSocket: name, TCP connection, upgrade request and answer, without ever blocking.
+// Opens a WebSocket without blocking: host lookup, TCP connection, upgrade request and answer.
 #pragma once
 
 #include <cstddef>
@@ -11,33 +11,33 @@
 
 namespace zephlinksdk {
 
-/// A handshake that its owner pumps: `advance` goes as far as it can, `wait` waits for what it needs next.
+/// A handshake driven by its owner: `advance` proceeds as far as possible, `wait` waits until it can continue.
 ///
-/// One thread at a time may use an object.
+/// Not thread-safe: one thread at a time may use an object.
 class Handshake {
  public:
   enum class State { kUnderWay, kDone, kFailed };
 
-  /// Begins to open `ws://host[:port][/path]` (IPv4, at most 127 bytes). An `origin` that is not empty (at most 199
-  /// bytes) goes into the request. `waker` (may be null) ends a `wait`; it must outlive the object.
+  /// Starts to open `ws://host[:port][/path]` (IPv4, at most 127 bytes). If `origin` (at most 199 bytes) is not empty,
+  /// the request contains it. `waker` (may be null) ends a `wait`; it must outlive the object.
   Handshake(const std::string& url, const std::string& origin, Waker* waker);
 
-  /// Closes the socket of a handshake that was neither accepted nor refused.
+  /// Closes the socket unless the upgrade was accepted or refused.
   ~Handshake();
   Handshake(const Handshake&) = delete;
   Handshake& operator=(const Handshake&) = delete;
 
-  /// Takes all steps that need no waiting.
+  /// Performs all steps that require no waiting.
   State advance();
 
-  /// Waits until `advance` has something to do, the waker is woken, or `timeoutMs` have passed (negative: no limit).
+  /// Waits until `advance` can continue, the waker is woken, or `timeoutMs` have passed (negative: no limit).
   void wait(int timeoutMs) { waitForSocket(handle(), wantsToWrite(), waker, timeoutMs); }
 
-  /// What such a wait watches.
+  /// The socket and the direction that `wait` watches.
   SocketHandle handle() const { return socket; }
   bool wantsToWrite() const { return current == Step::kConnect || current == Step::kSend; }
 
-  /// The connected socket, which the caller owns from now on. REQUIRES: advance() has returned kDone.
+  /// Returns the connected socket, which the caller then owns. REQUIRES: advance() has returned kDone.
   SocketHandle takeSocket();
 
  private:
@@ -65,7 +65,7 @@ class Handshake {
   std::size_t nextAddress = 0;
   SocketHandle socket = kNoSocket;
 
-  // The line of the answer that is being read.
+  // The current line of the answer.
   char line[kLineSize] = "";
   std::size_t length = 0;
   std::size_t failures = 0;

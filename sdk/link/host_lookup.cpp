@@ -7,13 +7,13 @@
 
 namespace zephlinksdk {
 
-/// What the two threads share. The lookup's thread writes `addresses` before it changes `state`.
+/// Shared by both threads. The lookup's thread writes `addresses` before it changes `state`.
 struct HostLookup::Shared {
   std::string host;
   std::mutex mutex;
   State state = State::kUnderWay;
   std::vector<Ipv4> addresses = {};
-  // Null once nobody waits any more.
+  // Null when no thread waits any more.
   Waker* waker = nullptr;
 };
 
@@ -47,7 +47,7 @@ void HostLookup::run(void* argument) {
   try {
     found = lookUpHost(lookup.host.c_str(), lookup.addresses);
   } catch (const std::exception&) {
-    // No memory for the addresses.
+    // Out of memory for the addresses: the lookup fails.
   }
   const std::lock_guard lock(lookup.mutex);
   lookup.state = found ? State::kFound : State::kFailed;

@@ -1,4 +1,4 @@
-// The lookup of a host name, without blocking the thread that waits for it.
+// Looks up a host name without blocking the waiting thread.
 #pragma once
 
 #include <memory>
@@ -10,13 +10,13 @@
 
 namespace zephlinksdk {
 
-/// One lookup. The system's resolver blocks as long as it likes and cannot be stopped, so it runs on its own thread,
-/// which outlives this object if need be. A text in dotted decimal form needs no thread and is found at once.
+/// One lookup. The system's resolver may block for any time and cannot be cancelled, so it runs on its own thread,
+/// which may outlive this object. An address in dotted decimal form is found at once, without a thread.
 class HostLookup {
  public:
   enum class State { kUnderWay, kFound, kFailed };
 
-  /// Begins. `waker` (may be null) is woken when the state changes; it must outlive this object.
+  /// Starts the lookup. `waker` (may be null) is woken when the state changes; it must outlive this object.
   HostLookup(const std::string& host, Waker* waker);
   ~HostLookup();
   HostLookup(const HostLookup&) = delete;
@@ -24,7 +24,7 @@ class HostLookup {
 
   State state() const;
 
-  /// The addresses, in the resolver's order. REQUIRES: state() is kFound.
+  /// Returns the addresses, in the resolver's order. REQUIRES: state() is kFound.
   const std::vector<Ipv4>& addresses() const;
 
  private:

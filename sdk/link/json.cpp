@@ -14,7 +14,7 @@ namespace {
 
 template <class Integer>
 Integer fromReal(double real) {
-  // For 64 bits the largest value as a double is one more than itself.
+  // For 64 bits, the largest value converted to double exceeds the type's range by one.
   constexpr auto smallest = static_cast<double>(std::numeric_limits<Integer>::min());
   constexpr auto largest = static_cast<double>(std::numeric_limits<Integer>::max());
   const bool inRange =
@@ -42,7 +42,7 @@ Integer asInteger(const Json::Value& value) {
   }
 }
 
-/// Puts the reals of the text that was parsed in the places of their zeros.
+/// Replaces the zeros of a parsed text by the reals of the original text.
 void restoreReals(const JsonReals& reals, Json::Value& value) {
   if (value.isArray() || value.isObject()) {
     for (Json::Value& inner : value) restoreReals(reals, inner);
@@ -100,7 +100,7 @@ JsonParser::JsonParser() {
 }
 
 bool JsonParser::parse(std::string_view text, Json::Value& root, std::string& errors) {
-  // Finding the reals takes a fifth as long as parsing.
+  // Finding the reals costs a fifth of the parsing time.
   if (std::locale() == std::locale::classic()) return parseByGlobalLocale(text, root, errors);
   const JsonReals reals(text);
   const bool whole = parseByGlobalLocale(reals.text(), root, errors);
@@ -112,7 +112,7 @@ bool JsonParser::parseByGlobalLocale(std::string_view text, Json::Value& root, s
   try {
     return reader->parse(text.data(), text.data() + text.size(), &root, &errors);
   } catch (const Json::RuntimeError& error) {
-    // Thrown for nesting, and for memory that is refused.
+    // jsoncpp throws for deep nesting; anything else is a failed allocation.
     if (std::string_view(error.what()).find("stackLimit") == std::string_view::npos) throw std::bad_alloc();
     errors = error.what();
     return false;

@@ -1,5 +1,5 @@
-// All reading of what a daemon sends. Nothing here throws, whatever the text or the value holds: what is missing or of
-// another kind reads as the zero of its type.
+// Reads the JSON that a daemon sends. No reader throws, whatever the text or value: missing and mistyped values read as
+// the zero of their type.
 #pragma once
 
 #include <json/json.h>
@@ -13,17 +13,17 @@
 
 namespace zephlinksdk {
 
-/// Whether `object` is an object that has `key`. A member that holds null is there.
+/// Returns whether `object` is an object that has `key`. A member whose value is null counts.
 bool has(const Json::Value& object, const char* key);
 
-/// The member `key`, or null when `object` is no object or lacks it.
+/// Returns the member `key`; null if `object` is not an object or has no such member.
 const Json::Value& member(const Json::Value& object, const char* key);
 
-/// The element at `index`, or null when `array` is no array or is shorter.
+/// Returns the element at `index`; null if `array` is not an array or is too short.
 const Json::Value& element(const Json::Value& array, Json::ArrayIndex index);
 
-/// The elements of an array in order, or the members' values of an object in the order of their names; empty for any
-/// other value. For `for` loops; `name()` of an iterator gives a member's name.
+/// The elements of an array in order, or the values of an object in the order of their keys; empty for any other value.
+/// For `for` loops; `name()` of an iterator returns a member's key.
 class Elements {
  public:
   explicit Elements(const Json::Value& value);
@@ -34,8 +34,8 @@ class Elements {
   const Json::Value& values;
 };
 
-/// What jsoncpp can convert is converted (a bool to a number, 3.7 to 3, a number to a text); a text as a number, a
-/// number out of the type's range and an object or array as anything read as zero, false or the empty text.
+/// These convert what jsoncpp can convert (a bool to a number, 3.7 to 3, a number to a text). Texts read as numbers,
+/// numbers out of the type's range, and objects and arrays read as zero, false or the empty text.
 bool asBool(const Json::Value& value);
 std::int32_t asInt(const Json::Value& value);
 std::uint32_t asUInt(const Json::Value& value);
@@ -44,10 +44,11 @@ std::uint64_t asUInt64(const Json::Value& value);
 double asDouble(const Json::Value& value);
 std::string asString(const Json::Value& value);
 
-/// The same without a copy where `value` is a text, which must then outlive what is returned; `held` takes all else.
+/// Like asString, without a copy if `value` is a text, which must then outlive the result; other results are stored in
+/// `held`.
 std::string_view asText(const Json::Value& value, std::string& held);
 
-/// Reads the member `key` into a field of its type. A field of 8 or 16 bits keeps the low bits of what `asInt` reads.
+/// Reads the member `key` into a field of its type. Fields of 8 or 16 bits keep the low bits of what `asInt` returns.
 inline void readMember(const Json::Value& object, const char* key, bool& field) { field = asBool(member(object, key)); }
 inline void readMember(const Json::Value& object, const char* key, std::uint8_t& field) {
   field = static_cast<std::uint8_t>(asInt(member(object, key)));
@@ -76,8 +77,7 @@ void readMember(const Json::Value& object, const char* key, char (&field)[N]) {
   copyText(field, asText(member(object, key), held));
 }
 
-/// Reads the elements of `list` into the first entries by `read(element, entry)`; what is beyond the array's room is
-/// dropped.
+/// Reads the elements of `list` into the first entries with `read(element, entry)`. Drops elements that do not fit.
 template <class Entry, std::size_t N, class Count, class Read>
 void readEntries(const Json::Value& list, Entry (&entries)[N], Count& count, Read read) {
   count = 0;
@@ -93,14 +93,14 @@ void readTexts(const Json::Value& list, char (&texts)[N][Size], Count& count) {
   readEntries(list, texts, count, [](const Json::Value& value, char(&text)[Size]) { copyText(text, asString(value)); });
 }
 
-/// Parses texts, one after the other, and reads their numbers in the same way under every locale. Worth keeping: making
-/// one costs more than reading a short report.
+/// Parses texts and reads their numbers independently of the locale. Reuse it: constructing one costs more than reading
+/// a short report.
 class JsonParser {
  public:
   JsonParser();
 
-  /// False, with the reasons in `errors`, when the text is no JSON or is nested too deep; `root` then has what was read
-  /// so far. Throws std::bad_alloc.
+  /// Returns false, with the reasons in `errors`, if the text is not JSON or nested too deeply; `root` then contains
+  /// what was read so far. Throws std::bad_alloc.
   bool parse(std::string_view text, Json::Value& root, std::string& errors);
 
  private:

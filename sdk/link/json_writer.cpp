@@ -104,7 +104,7 @@ void wipeTexts(const Json::Value& value) {
   const char* begin = nullptr;
   const char* end = nullptr;
   if (value.getString(&begin, &end)) {
-    // The value's own copy.
+    // Points to the value's own copy.
     wipe(const_cast<char*>(begin), static_cast<std::size_t>(end - begin));
     return;
   }

@@ -1,4 +1,4 @@
-// All writing of what is sent to a daemon.
+// Writes the JSON that is sent to a daemon.
 #pragma once
 
 #include <json/json.h>
@@ -7,11 +7,11 @@
 
 namespace zephlinksdk {
 
-/// Appends `value` in ASCII, without blanks and line ends, object members in the order of their names. Each byte that
-/// is not UTF-8 becomes U+FFFD. The same under every locale.
+/// Appends `value` in ASCII, without white space, object members ordered by key. Each byte that is not UTF-8 becomes
+/// U+FFFD. Independent of the locale.
 void appendJson(WipedText& to, const Json::Value& value);
 
-/// Fills the texts of a value with zeros. REQUIRES: none of them is a Json::StaticString.
+/// Overwrites the texts of a value with zeros. REQUIRES: none of them is a Json::StaticString.
 void wipeTexts(const Json::Value& value);
 
 }  // namespace zephlinksdk

@@ -19,12 +19,12 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr std::size_t kReadSize = 1500;
 constexpr std::size_t kMaxReadPerPoll = std::size_t{256} * 1024;
 
-// The room that a buffer keeps for later messages: a new one for each message of a burst would cost more than the
-// message. What was larger is given back.
+// The capacity that a buffer keeps for later messages: allocating a buffer for each message of a burst would cost more
+// than the message. Larger capacity is freed.
 constexpr std::size_t kKeptMessage = std::size_t{64} * 1024;
 constexpr std::size_t kKeptReceived = 2 * kMaxReadPerPoll;
 
-// The daemon trusts loopback and ignores the mask: one serves every frame.
+// The daemon trusts loopback and ignores the mask: all frames use the same one.
 constexpr std::array<std::uint8_t, 4> kMaskingKey{0x5B, 0xC3, 0x1E, 0xA7};
 constexpr std::array<std::uint8_t, 6> kCloseFrame{0x88, 0x80, 0, 0, 0, 0};
 
@@ -52,7 +52,7 @@ std::uint64_t bigEndian(const std::uint8_t* bytes, std::size_t count) {
   return value;
 }
 
-/// Nothing when `available` bytes do not yet hold the whole header.
+/// Returns nothing if the first `available` bytes do not contain the whole header.
 std::optional<FrameHeader> parseHeader(const std::uint8_t* bytes, std::size_t available) {
   if (available < 2) return std::nullopt;
   const std::uint8_t shortLength = bytes[1] & 0x7FU;
@@ -72,13 +72,14 @@ void applyMask(std::uint8_t* payload, std::size_t size, const std::array<std::ui
   for (std::size_t i = 0; i < size; ++i) payload[i] ^= key[i % key.size()];
 }
 
-/// Removes the first `count` bytes, once for all frames of a call: a burst costs what its bytes cost.
+/// Removes the first `count` bytes. Called once for all frames of a call, so that the cost of a burst is linear in its
+/// size.
 template <class Buffer>
 void eraseFront(Buffer& buffer, std::size_t count) {
   buffer.erase(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count));
 }
 
-/// Gives back the room of a buffer that has shrunk.
+/// Frees the excess capacity of a buffer that has shrunk.
 template <class Buffer>
 void trim(Buffer& buffer, std::size_t kept) {
   if (buffer.capacity() > kept && buffer.size() <= kept) buffer.shrink_to_fit();
@@ -124,7 +125,7 @@ void WebSocketClient::abandon() {
 }
 
 void WebSocketClient::receiveAvailable() {
-  // On the stack and not cleared: a short report touches one page of it.
+  // On the stack and uninitialized: a short report touches only one page.
   std::array<std::uint8_t, kReadSize> bytes;
   for (std::size_t total = 0; total < kMaxReadPerPoll;) {
     const std::ptrdiff_t received = receiveBytes(socketHandle, bytes.data(), bytes.size());
@@ -134,13 +135,13 @@ void WebSocketClient::receiveAvailable() {
     }
     rxBuffer.insert(rxBuffer.end(), bytes.data(), bytes.data() + received);
     total += static_cast<std::size_t>(received);
-    // A short read has emptied the socket; an end of the stream shows at the next wait.
+    // A short read has emptied the socket. The next wait detects an end of the stream.
     if (static_cast<std::size_t>(received) < bytes.size()) return;
   }
 }
 
-/// Sent bytes are wiped at once. What is left moves to a new buffer when half is sent: work is linear in what is
-/// queued, and no copy of a secret stays in a buffer.
+/// Wipes sent bytes at once. Moves the rest to a new buffer when half is sent: the cost is linear in the queued bytes,
+/// and no copy of a secret remains in a buffer.
 void WebSocketClient::sendPending() {
   while (hasUnsent()) {
     const std::ptrdiff_t taken = sendBytes(socketHandle, txBuffer.data() + txSent, txBuffer.size() - txSent);
@@ -187,7 +188,7 @@ void WebSocketClient::sendFrame(std::uint8_t opcode, std::string_view payload) {
     lengthBytes = size < 65536 ? 2 : 8;
     shortLength = size < 65536 ? kLength16 : kLength64;
   }
-  // All or nothing: without memory for the whole frame the buffer stays as it is.
+  // All or nothing: if memory for the whole frame is refused, the buffer is unchanged.
   std::array<std::uint8_t, 14> header{};
   std::size_t headerSize = 0;
   header[headerSize++] = kFinBit | opcode;
@@ -221,7 +222,7 @@ void WebSocketClient::dispatch(const std::function<void(const std::string&)>& ca
   std::size_t consumed = 0;
   while (const auto header = parseHeader(rxBuffer.data() + consumed, rxBuffer.size() - consumed)) {
     if (!header->lengthIsLegal()) {
-      // Nothing tells where the next frame begins.
+      // The start of the next frame is unknown.
       rxBad = true;
       std::fputs("ERROR: Frame has invalid frame length. Closing.\n", stderr);
       close();

@@ -22,7 +22,8 @@ constexpr const char* kOrigin = "easywsclient://";
 constexpr const char* kSource = "zephlink_sdk";
 constexpr int kPollMs = 100;
 constexpr std::uint64_t kPauseMs = 250;
-// How long the end of an object, or of the process, waits for a handshake under way and for the last bytes to leave.
+// How long the destructor (or, at the end of the process, finish()) waits for a handshake under way and for the last
+// bytes to be sent.
 constexpr std::uint64_t kLastMs = 80;
 constexpr std::uint64_t kLastMsOfProcess = 500;
 
@@ -39,7 +40,7 @@ WipedText envelope(const char* event, const Json::Value& members) {
   return text;
 }
 
-/// The event's name, read without parsing: the text between the bracket's quote and the next one.
+/// Returns the event's name without parsing: the text between the bracket's quote and the next quote.
 std::optional<std::string_view> eventName(std::string_view message) {
   if (message.size() <= 4 || message[0] != '[' || message[1] != '"') return std::nullopt;
   const std::size_t end = message.find('"', 2);
@@ -57,7 +58,7 @@ bool passes(const Json::Value& filter, const Json::Value& data) {
   return true;
 }
 
-/// Calls the handler of an entry with an error of the channel, whose time-out ends.
+/// Calls the handler of an entry with an error of the channel and cancels its time-out.
 bool reportError(EventDescription& entry, const Json::Value& error) {
   const bool done = entry.handler(WebsocketImpl::kSdkError, WebsocketImpl::kSdkError, error);
   entry.sentAt = 0;
@@ -65,19 +66,19 @@ bool reportError(EventDescription& entry, const Json::Value& error) {
   return done;
 }
 
-/// An error without members: ZephlinkSDK_Error_Sdk. Needs no memory.
+/// Reports an error without members, which reads as ZephlinkSDK_Error_Sdk. Allocates no memory.
 bool reportNoMemory(EventDescription& entry) { return reportError(entry, Json::Value()); }
 
 }  // namespace
 
-/// One message on its way through the table: parsed at most once, on the first need. Throws std::bad_alloc, before it
-/// calls a handler.
+/// The delivery of one message to the entries of the table: parsed at most once, when first required. Throws
+/// std::bad_alloc before it calls a handler.
 class WebsocketImpl::Delivery {
  public:
   Delivery(JsonParser& jsonParser, std::string_view name, const std::string& text)
       : parser(jsonParser), event(name), message(text) {}
 
-  /// True when the entry is done and goes.
+  /// Returns true to remove the entry.
   bool to(EventDescription& entry) {
     bool remove = false;
     for (const std::string& name : entry.listenEvents) {
@@ -140,7 +141,7 @@ WebsocketImpl::~WebsocketImpl() {
   ending = true;
   waker->wake();
   thread.join();
-  // No close frame is written.
+  // Closes without a close frame.
   if (socket) socket->abandon();
   socket.reset();
   handshake.reset();
@@ -175,7 +176,7 @@ void WebsocketImpl::announce(const char* event, const Json::Value& members) {
   send(event, members);
 }
 
-/// Takes the texts. Cannot fail.
+/// Takes the texts. Does not throw.
 void WebsocketImpl::queue(Texts& texts) {
   lastQueued = monotonicMs();
   {
@@ -237,10 +238,10 @@ void WebsocketImpl::run() {
   if (!finished) exchangeOnceMore(kLastMs);
 }
 
-/// One round: waits for something to do and does it.
+/// One round of the thread: waits for an event and handles it.
 void WebsocketImpl::serve(std::unique_lock<std::mutex>& lock) {
   if (socket && socket->getReadyState() == WebSocketClient::CLOSING) {
-    // After a close frame the link stays as it is until the process ends, and calls end in their time-outs.
+    // After a close frame the client does not reconnect; time-outs still run.
     lock.unlock();
     std::this_thread::yield();
     lock.lock();
@@ -258,7 +259,7 @@ void WebsocketImpl::serve(std::unique_lock<std::mutex>& lock) {
   scanTimeouts();
 }
 
-/// Does what needs no waiting: a step towards a connection, or sends what is queued.
+/// Performs the work that requires no waiting: a step of connecting, or sending queued texts.
 void WebsocketImpl::exchange() {
   if (!socket) connect();
   if (!socket) return;
@@ -284,7 +285,7 @@ void WebsocketImpl::connect() {
 
 void WebsocketImpl::pause() { pausedUntil = monotonicMs() + kPauseMs; }
 
-/// Waits without the lock, for what the link needs next. Only an open link waits for queued texts too.
+/// Unlocks and waits for the next event of the link. Waits for queued texts only if the link is open.
 void WebsocketImpl::wait(std::unique_lock<std::mutex>& lock) {
   SocketHandle handle = kNoSocket;
   bool forWriting = false;
@@ -309,7 +310,7 @@ void WebsocketImpl::wait(std::unique_lock<std::mutex>& lock) {
   lock.lock();
 }
 
-/// Reads what has come and hands it out.
+/// Reads what has arrived and delivers it.
 void WebsocketImpl::dispatch() {
   if (!socket) return;
   if (!parser) parser.emplace();
@@ -326,8 +327,8 @@ void WebsocketImpl::flushQueue() {
   }
 }
 
-/// The last round of an object: finishes a handshake under way, sends what is queued and handles what has arrived. No
-/// connection is tried anew.
+/// The last round of an object: finishes a handshake under way, sends queued texts and handles what has arrived. Starts
+/// no new connection.
 void WebsocketImpl::exchangeOnceMore(std::uint64_t patienceMs) {
   const bool wasChannelThread = std::exchange(isChannelThread, true);
   try {
@@ -351,7 +352,7 @@ void WebsocketImpl::exchangeOnceMore(std::uint64_t patienceMs) {
       }
     }
   } catch (const std::exception&) {
-    // Memory has run out: nothing more can be sent.
+    // Out of memory: nothing more can be sent.
   }
   isChannelThread = wasChannelThread;
 }
@@ -379,13 +380,13 @@ void WebsocketImpl::onMessage(const std::string& message) {
       if (!delivery) delivery.emplace(*parser, *event, message);
       return delivery->to(entry);
     } catch (const std::exception&) {
-      // A report that cannot be read must not look like one without members.
+      // An unreadable report must not look like a report without members.
       return reportNoMemory(entry);
     }
   });
 }
 
-/// Drops the link, whose buffers may be incomplete, and ends everything that waits for an answer.
+/// Closes the link, whose buffers may be incomplete, and fails all waiting calls.
 void WebsocketImpl::recoverFromNoMemory() {
   handshake.reset();
   if (socket) socket->abandon();

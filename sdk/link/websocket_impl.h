@@ -1,5 +1,5 @@
-// The event channel: one thread that keeps a connection to the daemon, writes request texts, matches each event against
-// the table of waiting entries and ends what waits too long.
+// The event channel: one thread that keeps a connection to the daemon, writes requests, delivers each event to the
+// waiting entries and handles time-outs.
 #pragma once
 
 #include <json/json.h>
@@ -23,7 +23,7 @@
 namespace zephlinksdk {
 
 /// Owns the thread, the connection, the table and the queue of texts. Handlers run on the channel thread. Lock order:
-/// `linkMutex`, then the table's or `sendMutex`. No lock but `linkMutex` is held while a handler runs.
+/// `linkMutex`, then the table's mutex or `sendMutex`. While a handler runs, only `linkMutex` is locked.
 class WebsocketImpl {
  public:
   using ExpectedEvent = zephlinksdk::ExpectedEvent;
@@ -32,37 +32,38 @@ class WebsocketImpl {
 
   static constexpr std::uint64_t kDefaultTimeoutMs = EventDescription::kDefaultTimeoutMs;
 
-  /// The event under which the channel itself reports a time-out, or that memory has run out.
+  /// The event that the channel itself delivers for a time-out and when out of memory.
   static constexpr const char* kSdkError = "sdk_error";
 
   struct wsWrapperOptions {
-    /// A callback was given: the call does not wait.
+    /// The call has a callback and does not wait.
     bool async = false;
-    /// The entry stays for later reports as long as its callback returns true.
+    /// The entry remains for later reports while its callback returns true.
     bool subscription = false;
-    /// The name under which the daemon refuses the setting that the call changes; empty for any other call.
+    /// The name under which the daemon refuses the setting that the call changes; empty for other calls.
     std::string settingName = {};
   };
 
-  /// Starts the sockets layer and the thread, which begins to connect at once. Throws `std::system_error` when the
-  /// system gives no thread. Where the sockets layer does not start the object exists without a thread.
+  /// Starts the sockets layer and the thread, which connects at once. Throws `std::system_error` if the system cannot
+  /// start a thread. If the sockets layer does not start, the object has no thread.
   WebsocketImpl(const char* daemonAddress, std::uint16_t daemonPort);
 
-  /// Ends the thread after a last write of the queue, within 100 ms unless a handler runs. Pending entries are
+  /// Writes the queue a last time and ends the thread, within 100 ms unless a handler runs. Pending entries are
   /// destroyed without calling their handlers.
   ~WebsocketImpl();
   WebsocketImpl(const WebsocketImpl&) = delete;
   WebsocketImpl& operator=(const WebsocketImpl&) = delete;
 
-  /// Does the last work of the thread in the caller's place, for a process that ends right after: sends what is queued
-  /// and handles what has arrived. Unless a handler runs it takes 100 ms at most, or half a second if a request waits
-  /// for a connection that is being opened. Do not use the object afterwards, and do not destroy it.
+  /// Performs the thread's remaining work in the caller's thread, for a process that exits right afterwards: sends
+  /// queued texts and handles what has arrived. Takes at most 100 ms unless a handler runs, or half a second if a
+  /// request waits for a connection that is being opened. REQUIRES: the object is neither used nor destroyed
+  /// afterwards.
   void finish();
 
-  /// Queues the first text, which may be lost: the end of an object does not wait longer to send it.
+  /// Queues the first text. It may be lost: the destructor does not wait longer to send it.
   void announce(const char* event, const Json::Value& members);
 
-  /// Queues a request that no report answers. Any thread.
+  /// Queues a request that the daemon does not answer. Thread-safe.
   void send(const char* event, const Json::Value& members = {});
 
   static void addRequest(EventDescription& description, const char* event, const Json::Value& members = {});
@@ -70,21 +71,22 @@ class WebsocketImpl {
   static void addExpectedEvent(EventDescription& description, const char* event, const Json::Value& filter);
   static void addListenEvent(EventDescription& description, const char* event);
 
-  /// An id for an entry, counted from 0 in the whole process. Any thread.
+  /// Returns an id for an entry, counted from 0 across the process. Thread-safe.
   static std::uint64_t takeId();
 
-  /// Puts the entry into the table, then queues its requests, so that no answer can overtake it. Any thread, also from
-  /// a handler; does not wait for handlers. Throws std::bad_alloc, and then neither the entry nor a request is added.
+  /// Adds the entry to the table, then queues its requests, so that no answer can arrive before the entry exists.
+  /// Thread-safe, also from a handler; does not wait for handlers. If it throws std::bad_alloc, neither the entry nor a
+  /// request is added.
   void addEventDescription(std::uint64_t id, EventDescription description, Handler handler);
 
-  /// Removes the entry from the table; an unknown id does nothing. Waits for the entry's handler to end, unless the
-  /// caller is a channel thread, of this object or of another.
+  /// Removes the entry from the table; ignores an unknown id. Waits for the entry's handler to end, unless the caller
+  /// is a channel thread of any object.
   void removeEventDescription(std::uint64_t id);
 
-  /// Whether the caller is a channel thread, where waiting for an answer would wait for ever.
+  /// Returns whether the caller is a channel thread, where waiting for an answer would deadlock.
   static bool onChannelThread();
 
-  /// When the last request was queued, in monotonic milliseconds. Any thread.
+  /// Returns when the last request was queued, in monotonic milliseconds. Thread-safe.
   std::uint64_t lastQueuedMs() const { return lastQueued.load(); }
 
  private:
@@ -109,17 +111,17 @@ class WebsocketImpl {
 
   std::string address;
   std::uint16_t port;
-  // Guards what belongs to the link: the handshake, the socket and the parser. The thread releases it only to wait.
+  // Guards the link: the handshake, the socket and the parser. The thread unlocks it only to wait.
   std::mutex linkMutex;
   std::unique_ptr<Handshake> handshake;
   std::unique_ptr<WebSocketClient> socket;
   std::optional<JsonParser> parser;
-  // Monotonic milliseconds until which no connection is tried; 0 before the first try.
+  // No connection attempt before this time, in monotonic milliseconds; 0 before the first attempt.
   std::uint64_t pausedUntil = 0;
   std::atomic<bool> ending{false};
-  // Whether finish() has done the last work.
+  // Whether finish() has completed.
   bool finished = false;
-  // Whether a newly queued text must wake the thread.
+  // Whether queueing a text must wake the thread.
   std::atomic<bool> sleeping{false};
   EntryTable entries;
   Texts sendQueue;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kSettingsError = "report_settings_error";
 
-/// What a synchronous caller sleeps on.
+/// The wait of a synchronous caller.
 struct Wait {
   std::mutex mutex;
   std::condition_variable ended;
@@ -34,7 +34,7 @@ struct Wait {
   }
 };
 
-/// Needs memory only for the text of an error that has one.
+/// Allocates memory only for the text of an error that has one.
 void readSdkError(const Json::Value& error, ZephlinkSDK_Result& head) {
   const std::uint32_t code = has(error, "type") ? asUInt(member(error, "type")) : ZephlinkSDK_Error_Sdk;
   if (has(error, "msg")) {
@@ -44,14 +44,14 @@ void readSdkError(const Json::Value& error, ZephlinkSDK_Result& head) {
   }
 }
 
-/// False when the report is about another call's setting.
+/// Returns false if the report concerns the setting of another call.
 bool readSettingsError(const Json::Value& data, const std::string& settingName, ZephlinkSDK_Result& head) {
   if (!has(data, "setting") || asString(member(data, "setting")) != settingName || !has(data, "msg")) return false;
   readDaemonError(data, head);
   return true;
 }
 
-/// An exception of a callback ends its subscription: it must not leave the channel thread.
+/// An exception from a callback ends its subscription: it must not leave the channel thread.
 bool finishSafely(const Finish& finish) {
   try {
     return finish();
@@ -68,7 +68,7 @@ std::uint32_t daemonErrorCode(const Json::Value& data) {
 
 }  // namespace
 
-bool tellsOfFailure(const Json::Value& data) { return daemonErrorCode(data) != ZephlinkSDK_Error_None; }
+bool reportsFailure(const Json::Value& data) { return daemonErrorCode(data) != ZephlinkSDK_Error_None; }
 
 void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& head) {
   setError(head, daemonErrorCode(data), asString(member(data, "msg")).c_str());
@@ -93,7 +93,7 @@ ZephlinkSDK_Result wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescrip
   }
   if (!options.settingName.empty()) WebsocketImpl::addExpectedEvent(description, kSettingsError);
 
-  // Called with the record's mutex held. False when the event does not end the wait.
+  // REQUIRES: the record's mutex is locked. Returns false if the event does not end the wait.
   const auto read = [result, options, parser](const std::string& event, const std::string& message,
                                               const Json::Value& root) {
     if (event == WebsocketImpl::kSdkError) {
@@ -111,7 +111,7 @@ ZephlinkSDK_Result wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescrip
     try {
       if (!read(event, message, root)) return false;
     } catch (const std::exception&) {
-      // Memory has run out: a record that is read in part must not look whole.
+      // Out of memory: a partially read record must not look complete.
       setError(result->head, ZephlinkSDK_Error_Sdk);
     }
     if (options.async) return !finishSafely(finish) || !options.subscription;

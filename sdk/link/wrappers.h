@@ -1,4 +1,4 @@
-// The call frame: turns a description of what is sent and awaited into a waiting entry and a result record.
+// The call frame: turns the description of a call into a waiting entry and a result record.
 #pragma once
 
 #include <json/json.h>
@@ -19,9 +19,9 @@
 
 namespace zephlinksdk {
 
-/// The result record of a call while an entry can still write to it. `head` is the record's own.
+/// The result record of a call while an entry can still write to it. `head` refers to the record's head.
 struct lockedHead {
-  explicit lockedHead(ZephlinkSDK_Result& ofRecord) : head(ofRecord) {}
+  explicit lockedHead(ZephlinkSDK_Result& recordHead) : head(recordHead) {}
   lockedHead(const lockedHead&) = delete;
   lockedHead& operator=(const lockedHead&) = delete;
 
@@ -29,7 +29,8 @@ struct lockedHead {
   ZephlinkSDK_Result& head;
 };
 
-/// A record on the heap, all zero. Its unused pages are never touched: a directory has room for a thousand servers.
+/// A record on the heap, all zero. Unused pages are never touched, for example those of a directory with few of its
+/// 1024 servers.
 template <class T>
 struct FreeRecord {
   void operator()(T* record) const { std::free(record); }
@@ -44,7 +45,7 @@ HeapRecord<T> zeroedRecord() {
   return record;
 }
 
-/// How many bytes of a record have a meaning.
+/// Returns the number of bytes of a record that are in use.
 template <class T>
 std::size_t usedSize(const T&) {
   return sizeof(T);
@@ -53,12 +54,12 @@ inline std::size_t usedSize(const ZephlinkSDK_DirectoryResult& record) {
   return offsetof(ZephlinkSDK_DirectoryResult, servers) + record.count * sizeof(ZephlinkSDK_ServerInfo);
 }
 
-/// Owned by the method, the entry's handler and its parser together; all zero at creation.
+/// Shared by the method, the entry's handler and its parser; all zero at creation.
 template <class T>
 struct lockedResult : lockedHead {
   lockedResult() : lockedResult(zeroedRecord<T>()) {}
 
-  /// The record as a caller gets it. Entries of an array beyond its count are not copied where that would cost much.
+  /// Returns a copy for the caller. Unused entries of large arrays are not copied.
   T copy() {
     const std::lock_guard lock(mutex);
     T copied;
@@ -74,27 +75,27 @@ struct lockedResult : lockedHead {
       : lockedHead(headOf(*zeroed)), storage(std::move(zeroed)), record(*storage) {}
 };
 
-/// Whether a report tells of a failure: a `type` other than 0 that fits 32 bits, with a sign or without.
-bool tellsOfFailure(const Json::Value& data);
+/// Returns whether a report contains a failure: a `type` other than 0 that fits 32 bits, signed or unsigned.
+bool reportsFailure(const Json::Value& data);
 
-/// Puts a failure that the daemon reports, `type` and `msg`, into the head. Of a code below zero the same 32 bits are
-/// taken without the sign.
+/// Stores the daemon's failure, `type` and `msg`, in the head. A negative code is converted to unsigned.
 void readDaemonError(const Json::Value& data, ZephlinkSDK_Result& head);
 
-/// Reads an event into the record, whose mutex is held. False when the event does not end the wait.
+/// Reads an event into the record, whose mutex is locked. Returns false if the event does not end the wait.
 using Parser = std::function<bool(const std::string& event, const std::string& message, const Json::Value& root)>;
 
-/// Hands the record, whose mutex is held, to the caller's callback. False when the callback wants no more.
+/// Passes the record, whose mutex is locked, to the caller's callback. Returns false if the callback ends its
+/// subscription.
 using Finish = std::function<bool()>;
 
-/// Registers the entry and, in a synchronous call, waits for its end. What becomes of the call is in the record. A
-/// synchronous call on a channel thread is refused with `ZephlinkSDK_Error_SyncCallInCallback`, nothing being sent.
-/// Returns the head as it was before the entry stood: an asynchronous call's, whatever has come in the meantime.
+/// Registers the entry and, in a synchronous call, waits for its end. The record contains the outcome. Refuses a
+/// synchronous call on a channel thread with `ZephlinkSDK_Error_SyncCallInCallback`, without sending anything. Returns
+/// the head as copied before registration, for the immediate record of an asynchronous call.
 ZephlinkSDK_Result wsWrapper(WebsocketImpl& channel, WebsocketImpl::EventDescription description,
                              const std::shared_ptr<lockedHead>& result, const WebsocketImpl::wsWrapperOptions& options,
                              const Parser& parser, const Finish& finish);
 
-/// The record that an asynchronous call returns: its head and nothing else.
+/// Returns the immediate record of an asynchronous call: only its head is set.
 template <class T>
 T immediateRecord(const ZephlinkSDK_Result& head) {
   T record{};
@@ -102,7 +103,7 @@ T immediateRecord(const ZephlinkSDK_Result& head) {
   return record;
 }
 
-/// For methods that read what the daemon keeps: with a callback they stay subscribed until it returns false.
+/// For methods that read a value of the daemon: with a callback they stay subscribed until it returns false.
 template <class T>
 T wsSubscriptionWrapper(Callback<T> callback, void* userData, WebsocketImpl& channel,
                         WebsocketImpl::EventDescription description, const std::shared_ptr<lockedResult<T>>& result,
@@ -116,7 +117,7 @@ T wsSubscriptionWrapper(Callback<T> callback, void* userData, WebsocketImpl& cha
 }
 
 /// For methods that end with their first answer. `settingName` is the name under which the daemon refuses the setting
-/// that the call changes, empty for any other call.
+/// that the call changes; empty for other calls.
 template <class T>
 T wsNonSubscriptionWrapper(Callback<T> callback, void* userData, WebsocketImpl& channel,
                            WebsocketImpl::EventDescription description, const std::shared_ptr<lockedResult<T>>& result,

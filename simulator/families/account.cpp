@@ -1,4 +1,4 @@
-// Signing in and out, the account's figures, and where the directory is found.
+// Signing in and out, the account's figures and the directory settings.
 #include <algorithm>
 
 #include "simulator/families.h"
@@ -19,7 +19,7 @@ constexpr char kDefaultGateway[] = "https://gateway.example.net/v1";
 
 struct Account {
   const char* name;
-  const char* password;  ///< null where no password signs in
+  const char* password;  ///< null if the account has no password
   std::int64_t bytesAvailable;
   bool isAutomatic;
   bool isTeam;
@@ -50,20 +50,20 @@ class AccountFamily {
   }
 
   void login(const Json::Value& members) {
-    const Account* found = findAccount(wantedText(members, "username"), wantedText(members, "password"));
+    const Account* found = findAccount(requiredText(members, "username"), requiredText(members, "password"));
     signIn(found, Fault::Credentials, "The user name or the password is wrong");
   }
 
   void loginOAuth(const Json::Value& members) {
-    const std::string token = wantedText(members, "oauth");
+    const std::string token = requiredText(members, "oauth");
     const Account* found = token == kGoodToken ? &kTokenAccount : nullptr;
     if (token == kExpiredToken) return signIn(nullptr, Fault::OAuthExpired, "The token is expired");
     signIn(found, Fault::Credentials, "The token is not valid");
   }
 
-  /// A session with a good token goes on.
+  /// An established session continues with a valid token.
   void refreshOAuth(const Json::Value& members) {
-    if (world.isLoggedIn() && wantedText(members, "oauth") == kGoodToken) return reportState(daemon);
+    if (world.isLoggedIn() && requiredText(members, "oauth") == kGoodToken) return reportState(daemon);
     loginOAuth(members);
   }
 
@@ -97,17 +97,17 @@ class AccountFamily {
   void reportDirectory(const Json::Value&) { daemon.report(*directory); }
 
   void setDomain(const Json::Value& members) {
-    directory->value["domain"] = members.isNull() ? kDefaultDomain : wantedText(members, "domain");
+    directory->value["domain"] = members.isNull() ? kDefaultDomain : requiredText(members, "domain");
     daemon.report(*directory);
   }
 
   void setGateway(const Json::Value& members) {
-    directory->value["gatewayUri"] = members.isNull() ? kDefaultGateway : wantedText(members, "url");
+    directory->value["gatewayUri"] = members.isNull() ? kDefaultGateway : requiredText(members, "url");
     daemon.report(*directory);
   }
 
  private:
-  /// `found` is null if the sign-in is to fail, with `fault` and `text`.
+  /// If `found` is null, the sign-in fails with `fault` and `text`.
   void signIn(const Account* found, Fault fault, const char* text) {
     leaveTunnel(daemon, "USERINITIATED", [this, found, fault, text] {
       moveTo(daemon, TunnelState::LoggingIn);
@@ -130,7 +130,7 @@ class AccountFamily {
 
   Daemon& daemon;
   World& world;
-  const Account* account = nullptr;  ///< signed in
+  const Account* account = nullptr;  ///< the account that is signed in
   bool autoAllowed = false;
   bool retry = false;  ///< the last sign-in failed
   const SharedRecord directory = std::make_shared<Record>(Record{"report_directory_settings"});

@@ -47,21 +47,21 @@ Json::Value makeAdapters() {
   return array({wifi, ethernet, cellular, shared});
 }
 
-Json::Value& wantedAdapter(Daemon& daemon, const Json::Value& members) {
-  Json::Value* adapter = daemon.world.adapter(wantedText(members, "network"));
+Json::Value& requiredAdapter(Daemon& daemon, const Json::Value& members) {
+  Json::Value* adapter = daemon.world.adapter(requiredText(members, "network"));
   if (!adapter) throw Refusal{Fault::InvalidArgument, "There is no such adapter"};
   return *adapter;
 }
 
-/// A handler that changes one adapter and says them all.
+/// Makes a handler that changes one adapter and reports all.
 RequestHandler change(void (*apply)(Json::Value& adapter, const Json::Value& members)) {
   return [apply](Daemon& daemon, const Json::Value& members) {
-    apply(wantedAdapter(daemon, members), members);
+    apply(requiredAdapter(daemon, members), members);
     daemon.report(*daemon.world.adapters);
   };
 }
 
-/// A limit of 0 is none, and isn't reported.
+/// A limit of 0 means no limit and is not reported.
 void setLimit(Json::Value& place, const char* key, const Json::Value& limit) {
   if (limit == 0) {
     place.removeMember(key);
@@ -70,14 +70,14 @@ void setLimit(Json::Value& place, const char* key, const Json::Value& limit) {
   }
 }
 
-const Json::Value& wantedAmount(const Json::Value& members, const char* member) {
-  const Json::Value& amount = wanted(members, member, Kind::Whole);
+const Json::Value& requiredAmount(const Json::Value& members, const char* member) {
+  const Json::Value& amount = required(members, member, Kind::Whole);
   if (amount.asInt64() < 0) throw Refusal{Fault::InvalidArgument, "The limit may not be negative"};
   return amount;
 }
 
 void setPriority(Json::Value& adapter, const Json::Value& members) {
-  const Json::Value& priority = wanted(members, "priority", Kind::Natural);
+  const Json::Value& priority = required(members, "priority", Kind::Natural);
   adapter["priority"] = priority;
   adapter["workingPriority"] = priority == kAutomatic ? Json::Value(kAlways) : priority;
 }
@@ -85,35 +85,35 @@ void setPriority(Json::Value& adapter, const Json::Value& members) {
 void setDirectionalModes(Json::Value& adapter, const Json::Value& members) {
   static const Words kModes = {"on", "strict_off", "backup_off"};
   adapter["directional_mode"] = object(
-      {{"upload", wantedWord(members, "upload", kModes)}, {"download", wantedWord(members, "download", kModes)}});
+      {{"upload", requiredWord(members, "upload", kModes)}, {"download", requiredWord(members, "download", kModes)}});
 }
 
 void setRateLimit(Json::Value& adapter, const Json::Value& members) {
-  setLimit(adapter, "rateLimit", wantedAmount(members, "bps"));
+  setLimit(adapter, "rateLimit", requiredAmount(members, "bps"));
 }
 
 void setMonthlyLimit(Json::Value& adapter, const Json::Value& members) {
-  const Json::Value& day = wanted(members, "resetDay", Kind::Whole);
+  const Json::Value& day = required(members, "resetDay", Kind::Whole);
   if (day.asInt64() < 0 || day.asInt64() > 31) throw Refusal{Fault::InvalidArgument, "There is no such day"};
-  setLimit(adapter["limits"], "max", wantedAmount(members, "max"));
+  setLimit(adapter["limits"], "max", requiredAmount(members, "max"));
   adapter["limits"]["resetDay"] = day;
 }
 
 void setDailyLimit(Json::Value& adapter, const Json::Value& members) {
-  setLimit(adapter["limits"], "maxDaily", wantedAmount(members, "max"));
+  setLimit(adapter["limits"], "maxDaily", requiredAmount(members, "max"));
 }
 
 void addDailyBoost(Json::Value& adapter, const Json::Value& members) {
   Json::Value& boost = adapter["limits"]["boostDaily"];
-  boost = Json::Int64{boost.asInt64() + wantedAmount(members, "value").asInt64()};
+  boost = Json::Int64{boost.asInt64() + requiredAmount(members, "value").asInt64()};
 }
 
 void setOverlimitRate(Json::Value& adapter, const Json::Value& members) {
-  setLimit(adapter["limits"], "overlimitRate", wantedAmount(members, "bps"));
+  setLimit(adapter["limits"], "overlimitRate", requiredAmount(members, "bps"));
 }
 
 void resetUsage(Daemon& daemon, const Json::Value& members) {
-  if (Json::Value* adapter = daemon.world.adapter(wantedText(members, "guid"))) {
+  if (Json::Value* adapter = daemon.world.adapter(requiredText(members, "guid"))) {
     (*adapter)["limits"]["usage"] = 0;
     (*adapter)["limits"]["usageDaily"] = 0;
   }
@@ -125,7 +125,7 @@ void resetUsage(Daemon& daemon, const Json::Value& members) {
 std::vector<Request> adaptersFamily(Daemon& daemon) {
   daemon.world.adapters->value = makeAdapters();
   return {
-      {"request_networks", sayRecord(daemon.world.adapters)},
+      {"request_networks", reportRecord(daemon.world.adapters)},
       {"set_network_priority", change(setPriority)},
       {"set_network_directional_modes", change(setDirectionalModes)},
       {"set_network_ratelimit", change(setRateLimit)},

@@ -20,7 +20,7 @@ class Connecting {
   }
 
   void connect(const Json::Value& members) {
-    const std::string wanted = wantedText(members, "server");
+    const std::string wanted = requiredText(members, "server");
     if (!world.isLoggedIn()) return daemon.fault("report_login_error", Fault::Credentials, "Not logged in");
     if (world.state == TunnelState::Overlimit) {
       return daemon.fault("report_connect_error", Fault::Account, "The data of the account are used up");
@@ -50,14 +50,14 @@ class Connecting {
   void reportSettings(const Json::Value&) { daemon.report(*serverSettings); }
 
   void setConnectMethod(const Json::Value& members) {
-    const std::string place = wantedText(members, "countryCode");
-    serverSettings->value["connect_to_best_method"] = wantedWord(members, "connect_to_best_method", kConnectMethods);
+    const std::string place = requiredText(members, "countryCode");
+    serverSettings->value["connect_to_best_method"] = requiredWord(members, "connect_to_best_method", kConnectMethods);
     serverSettings->value["connect_country"] = place;
     daemon.report(*serverSettings);
   }
 
  private:
-  /// "auto" is what the connect method says.
+  /// "auto" selects the configured connect method.
   std::string resolveAuto(const std::string& wanted) const {
     if (wanted != "auto") return wanted;
     const std::string place = serverSettings->value["connect_country"].asString();

@@ -1,4 +1,4 @@
-// The daemon as a program: its version, the names of its clients, its end.
+// The daemon as a program: version, names of clients, shutdown.
 #include "simulator/families.h"
 
 namespace zephsim {

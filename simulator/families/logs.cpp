@@ -1,4 +1,4 @@
-// The daemon's log files: their settings, erasing them, reports with a ticket.
+// The daemon's log files: settings, erasing, and problem reports with a ticket.
 #include "simulator/families.h"
 #include "simulator/json.h"
 #include "simulator/setters.h"
@@ -10,8 +10,8 @@ using namespace std::chrono_literals;
 
 constexpr unsigned kFirstTicket = 10001;
 
-std::int64_t wantedSize(const Json::Value& members, const char* member) {
-  const std::int64_t size = wanted(members, member, Kind::Whole).asInt64();
+std::int64_t requiredSize(const Json::Value& members, const char* member) {
+  const std::int64_t size = required(members, member, Kind::Whole).asInt64();
   if (size < 0) throw Refusal{Fault::InvalidArgument, std::string(member) + " may not be negative"};
   return size;
 }
@@ -27,16 +27,16 @@ class Logs {
 
   void setSettings(const Json::Value& members) {
     static const Words kLevels = {"verbose", "info", "warn", "error"};
-    const Json::Value& wish = members["daemon"];
-    settings->value["daemon"] = object({{"file_size", Json::Int64{wantedSize(wish, "file_size")}},
-                                        {"files_per_daemon", Json::Int64{wantedSize(wish, "files_per_daemon")}},
-                                        {"total_files", Json::Int64{wantedSize(wish, "total_files")}},
-                                        {"log_level", wantedWord(wish, "log_level", kLevels)}});
+    const Json::Value& requested = members["daemon"];
+    settings->value["daemon"] = object({{"file_size", Json::Int64{requiredSize(requested, "file_size")}},
+                                        {"files_per_daemon", Json::Int64{requiredSize(requested, "files_per_daemon")}},
+                                        {"total_files", Json::Int64{requiredSize(requested, "total_files")}},
+                                        {"log_level", requiredWord(requested, "log_level", kLevels)}});
     daemon.report(*settings);
   }
 
   void sendReport(const Json::Value& members) {
-    const std::string email = wantedText(members, "email");
+    const std::string email = requiredText(members, "email");
     daemon.after(800ms, [this, email] {
       if (email.find('@') == std::string::npos) {
         return daemon.fault("report_log_result", Fault::InvalidArgument, "The e-mail address is not valid");
@@ -60,7 +60,7 @@ std::vector<Request> logsFamily(Daemon& daemon) {
       {"request_log_settings", method(family, &Logs::reportSettings)},
       {"set_daemon_log_settings", method(family, &Logs::setSettings)},
       {"send_log_report", method(family, &Logs::sendReport)},
-      {"erase_all_log_files", [](Daemon&, const Json::Value&) {}},  // there are none
+      {"erase_all_log_files", [](Daemon&, const Json::Value&) {}},  // there are no log files
   };
 }
 

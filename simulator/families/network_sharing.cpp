@@ -1,4 +1,4 @@
-// Network sharing: this machine's settings, discovery, and peers that appear, pair, authenticate and drop.
+// Network sharing: this machine's settings, discovery, and peers that appear, pair, authenticate and disconnect.
 #include <json/reader.h>
 
 #include <array>
@@ -16,28 +16,28 @@ using namespace std::chrono_literals;
 constexpr char kOwnUuid[] = "5a9e0c4d-7b1f-4c62-8e35-d0a41f6b9c00";
 constexpr char kSharedAdapter[] = "share0";
 constexpr std::size_t kLongestName = 32;
-constexpr double kDropChance = 1.0 / 60;  ///< of each second that a peer is connected
+constexpr double kDropChance = 1.0 / 60;  ///< for each second that a peer is connected
 constexpr int kBytesASecond = 400'000;
 
 enum PeerStatus { kDisconnected, kUnauthenticated, kAuthenticated };
 enum TunnelStatus { kInactive, kActive, kDisabledOnClient, kDisabledOnHost };
 
-/// What a peer does when it is asked to pair, and whether it asks by itself.
+/// How a peer answers a request to pair, or that it requests to pair itself.
 enum class Manner { Accepts, Rejects, Asks };
 
 struct Peer {
   const char* uuid;
   const char* name;
   Manner manner;
-  bool known = false;  ///< the daemon has seen it
+  bool known = false;  ///< the daemon has discovered it
   bool paired = false;
   bool autoReconnect = false;
   bool allowedAsHost = true;
   bool allowedAsClient = false;
-  bool asking = false;  ///< its wish to pair waits for an answer
+  bool asking = false;  ///< its request to pair is not answered yet
   int status = kDisconnected;
   std::int64_t usage = 0;     ///< bytes today
-  std::uint64_t attempt = 0;  ///< so that a step that has been overtaken can tell
+  std::uint64_t attempt = 0;  ///< lets a delayed step detect that it is obsolete
 };
 
 std::array<Peer, 4> makePeers() {
@@ -56,7 +56,7 @@ std::array<Peer, 4> makePeers() {
 
 std::string connectCode(const char* uuid) { return encodeBase64(std::string("{\"u\":\"") + uuid + "\"}"); }
 
-/// The uuid in a connect code; empty if the code can't be read.
+/// Returns the uuid in a connect code; empty if the code is invalid.
 std::string uuidOf(const std::string& code) {
   const auto decoded = decodeBase64(code);
   Json::Value content;
@@ -90,7 +90,7 @@ class NetworkSharing {
 
   std::vector<Request> plainRequests() const {
     return {
-        {"request_networksharing_settings", sayRecord(settings)},
+        {"request_networksharing_settings", reportRecord(settings)},
         {"set_networksharing_client_enabled", setMember(settings, "client_enabled", "client_enabled", Kind::Bool)},
         {"set_networksharing_pair_request_behavior",
          setWord(settings, "pair_request_behavior", "pair_request_behavior", {"ask", "accept", "reject"})},
@@ -100,7 +100,7 @@ class NetworkSharing {
   }
 
   void setDisplayName(const Json::Value& members) {
-    const std::string name = wantedText(members, "display_name");
+    const std::string name = requiredText(members, "display_name");
     if (name.empty() || name.size() > kLongestName) {
       throw Refusal{Fault::InvalidArgument, "A display name has 1 to 32 characters"};
     }
@@ -109,7 +109,7 @@ class NetworkSharing {
   }
 
   void setAlwaysOnDiscovery(const Json::Value& members) {
-    settings->value["always_on_discovery"] = wantedBool(members, "always_on_discovery");
+    settings->value["always_on_discovery"] = requiredBool(members, "always_on_discovery");
     daemon.report(*settings);
     if (isAlwaysOn() && !discovering) discover();
     if (!isAlwaysOn()) endDiscovery();
@@ -133,7 +133,7 @@ class NetworkSharing {
   }
 
   void connectByCode(const Json::Value& members) {
-    const std::string uuid = uuidOf(wantedText(members, "connect_code"));
+    const std::string uuid = uuidOf(requiredText(members, "connect_code"));
     if (uuid.empty()) return reportFailure("", Fault::InvalidArgument, "The connect code is not valid");
     Peer* peer = find(uuid);
     if (!peer) return failLater(uuid, "The peer can't be reached");
@@ -143,7 +143,7 @@ class NetworkSharing {
   }
 
   void reconnect(const Json::Value& members) {
-    const std::string uuid = wantedText(members, "uuid");
+    const std::string uuid = requiredText(members, "uuid");
     Peer* peer = find(uuid);
     if (!peer || !peer->known) return failLater(uuid, "The peer can't be reached");
     if (!peer->paired) return reportFailure(uuid, Fault::Credentials, "The peer is not paired");
@@ -151,7 +151,7 @@ class NetworkSharing {
   }
 
   void requestPair(const Json::Value& members) {
-    const std::string uuid = wantedText(members, "uuid");
+    const std::string uuid = requiredText(members, "uuid");
     Peer* peer = find(uuid);
     if (!peer || !peer->known) return failLater(uuid, "The peer can't be reached");
     daemon.after(1500ms, [this, peer] {
@@ -163,8 +163,8 @@ class NetworkSharing {
   }
 
   void allowPair(const Json::Value& members) {
-    const std::string uuid = wantedText(members, "uuid");
-    const bool allow = wantedBool(members, "allow");
+    const std::string uuid = requiredText(members, "uuid");
+    const bool allow = requiredBool(members, "allow");
     Peer* peer = find(uuid);
     if (!peer || !peer->asking) {
       return reportFailure(uuid, Fault::InvalidArgument, "The peer has not asked to pair");
@@ -175,7 +175,7 @@ class NetworkSharing {
   }
 
   void unpair(const Json::Value& members) {
-    const std::string uuid = wantedText(members, "uuid");
+    const std::string uuid = requiredText(members, "uuid");
     Peer* peer = find(uuid);
     if (!peer) {
       const Json::Value stranger = object({{"uuid", uuid}, {"display_name", ""}, {"have_auth_token", false}});
@@ -185,16 +185,16 @@ class NetworkSharing {
     setPaired(*peer, false);
   }
 
-  /// A handler that sets one switch of a peer and says the shares.
+  /// Sets one switch of a peer and reports the shares.
   template <bool Peer::*Switch>
   void setSwitch(const Json::Value& members) {
-    const bool value = wantedBool(members, "allow");
-    if (Peer* peer = find(wantedText(members, "uuid"))) peer->*Switch = value;
+    const bool value = requiredBool(members, "allow");
+    if (Peer* peer = find(requiredText(members, "uuid"))) peer->*Switch = value;
     reportShares(Json::nullValue);
     updateSharedAdapter();
   }
 
-  /// A second in the life of the peers that are connected.
+  /// Simulates one second of the connected peers.
   void tick() {
     for (Peer& peer : peers) {
       if (peer.status != kAuthenticated) continue;
@@ -327,7 +327,7 @@ class NetworkSharing {
     updateSharedAdapter();
   }
 
-  /// The shared adapter is connected as long as a peer is.
+  /// The shared adapter is connected while any peer is.
   void updateSharedAdapter() {
     bool connected = false;
     for (const Peer& peer : peers) connected |= tunnelOf(peer) == kActive;
@@ -342,7 +342,8 @@ class NetworkSharing {
   const SharedRecord settings = std::make_shared<Record>(Record{"report_networksharing_settings"});
   std::array<Peer, 4> peers = makePeers();
   bool discovering = false;
-  std::uint64_t discovery = 0;  ///< counts starts and ends, so that what a discovery has planned can tell its end
+  std::uint64_t discovery = 0;  ///< incremented at each start and end, so that delayed steps of a discovery can detect
+                                ///< its end
 };
 
 }  // namespace

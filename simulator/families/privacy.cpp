@@ -11,7 +11,8 @@ using namespace std::chrono_literals;
 constexpr Json::ArrayIndex kMaxDnsServers = 3;
 constexpr char kCaptiveAdapter[] = "wlan0";
 
-/// One network has a captive portal, until somebody has logged in there: switched the login on and off again.
+/// One network has a captive portal until somebody has logged in, that is, has switched the login mode on and off
+/// again.
 class CaptivePortals {
  public:
   explicit CaptivePortals(Daemon& owner) : daemon(owner) {}
@@ -24,9 +25,9 @@ class CaptivePortals {
   }
 
   void setLogin(const Json::Value& members) {
-    const bool enable = wantedBool(members, "enable");
+    const bool enable = requiredBool(members, "enable");
     if (!enable && network == kCaptiveAdapter) captive = false;
-    network = enable ? wantedText(members, "network") : "";
+    network = enable ? requiredText(members, "network") : "";
     const bool enabled = enable && daemon.world.adapter(network);
     daemon.report("report_cplogin_network", object({{"enabled", enabled}, {"network", network}}));
   }
@@ -34,7 +35,7 @@ class CaptivePortals {
  private:
   Daemon& daemon;
   bool captive = true;
-  std::string network;  ///< in login mode; empty if none is
+  std::string network;  ///< in login mode; empty if the mode is off
 };
 
 }  // namespace
@@ -50,7 +51,7 @@ std::vector<Request> privacyFamily(Daemon& daemon) {
                            {"api_protection", false}});
   const auto portals = std::make_shared<CaptivePortals>(daemon);
   return {
-      {"request_privacy_settings", sayRecord(privacy)},
+      {"request_privacy_settings", reportRecord(privacy)},
       {"set_privacy_killswitch", setMember(privacy, "killswitch", "killswitch", Kind::Bool)},
       {"set_privacy_dnsleak", setMember(privacy, "dnsleak", "dnsleak", Kind::Bool)},
       {"set_privacy_ipleak", setMember(privacy, "ipleak", "ipleak", Kind::Bool)},

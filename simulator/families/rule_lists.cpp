@@ -1,4 +1,4 @@
-// Firewall, streaming and local proxy: three families of the same four rule lists.
+// The firewall, streaming and the local proxy: three families with the same four rule lists.
 #include "simulator/families.h"
 #include "simulator/json.h"
 #include "simulator/setters.h"
@@ -11,9 +11,9 @@ constexpr int kMaxPort = 65535;
 
 void checkRule(const Json::Value& rule) {
   static const Words kProtocols = {"tcp", "udp"};
-  wantedWord(rule, "proto", kProtocols);
-  const std::int64_t first = wanted(rule, "port", Kind::Whole).asInt64();
-  const std::int64_t last = wanted(rule, "portRangeEnd", Kind::Whole).asInt64();
+  requiredWord(rule, "proto", kProtocols);
+  const std::int64_t first = required(rule, "port", Kind::Whole).asInt64();
+  const std::int64_t last = required(rule, "portRangeEnd", Kind::Whole).asInt64();
   if (first < 0 || first > kMaxPort || last < 0 || last > kMaxPort || (last != 0 && last < first)) {
     throw Refusal{Fault::InvalidArgument, "The port range is not valid"};
   }
@@ -21,15 +21,15 @@ void checkRule(const Json::Value& rule) {
 
 RequestHandler setPorts(const SharedRecord& record) {
   return [set = setList(record, "ports", kMaxEntries)](Daemon& daemon, const Json::Value& members) {
-    for (const Json::Value& rule : wanted(members, "ports", Kind::List)) checkRule(rule);
+    for (const Json::Value& rule : required(members, "ports", Kind::List)) checkRule(rule);
     set(daemon, members);
   };
 }
 
-/// The read and the four lists of the family called `name`.
+/// Returns the requests to read and set the lists of the family `name`.
 std::vector<Request> listRequests(const std::string& name, const SharedRecord& record) {
   std::vector<Request> requests = {
-      {"request_" + name + "_settings", sayRecord(record)},
+      {"request_" + name + "_settings", reportRecord(record)},
       {"set_" + name + "_ports", setPorts(record)},
   };
   record->value["ports"] = array({});
@@ -64,11 +64,11 @@ std::vector<Request> streamingRequests() {
   return requests;
 }
 
-/// A title that isn't known changes nothing.
+/// An unknown title changes nothing.
 RequestHandler setService(const SharedRecord& proxy) {
   return [proxy](Daemon& daemon, const Json::Value& members) {
-    const bool enabled = wantedBool(members, "enabled");
-    Json::Value* found = findBy(proxy->value["domain_watchlist"], "title", wantedText(members, "title"));
+    const bool enabled = requiredBool(members, "enabled");
+    Json::Value* found = findBy(proxy->value["domain_watchlist"], "title", requiredText(members, "title"));
     if (found) (*found)["enabled"] = enabled;
     daemon.report(*proxy);
   };

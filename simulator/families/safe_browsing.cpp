@@ -1,4 +1,4 @@
-// Safe browsing: its settings and counters, and the lookups that go wrong or are blocked while it is on.
+// Safe browsing: settings, counters, and the lookups that fail or are blocked while it is on.
 #include "simulator/families.h"
 #include "simulator/json.h"
 #include "simulator/setters.h"
@@ -8,10 +8,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A configuration or token that begins so is refused by the service.
+/// The service rejects a configuration or token with this prefix.
 constexpr char kBadPrefix[] = "bad";
 
-/// Codes of the service, in connect and lookup errors.
+/// The service's error codes, in connect and lookup errors.
 enum class ServiceError { Refused = 4, LookupTimeout = 8, NotInitialized = 17 };
 
 constexpr const char* kBlockedHosts[] = {"malware.example.net", "phishing.example.org", "tracker.example.com"};
@@ -29,7 +29,7 @@ class SafeBrowsing {
 
   std::vector<Request> plainRequests() const {
     return {
-        {"request_safe_browsing_settings", sayRecord(settings)},
+        {"request_safe_browsing_settings", reportRecord(settings)},
         {"enable_safe_browsing", setMember(settings, "enable", "enabled", Kind::Bool)},
         {"set_safe_browsing_log_level",
          setWord(settings, "log_level", "log_level", {"debug", "info", "error", "trace", "warning"})},
@@ -38,9 +38,9 @@ class SafeBrowsing {
     };
   }
 
-  /// The service is reached with the configuration; an empty one leaves it.
+  /// Connects to the service with the configuration; an empty one disconnects.
   void initialize(const Json::Value& members) {
-    const std::string config = wantedText(members, "config");
+    const std::string config = requiredText(members, "config");
     daemon.after(300ms, [this, config] {
       const bool good = !isBad(config);
       settings->value["config_set"] = good && !config.empty();
@@ -50,12 +50,12 @@ class SafeBrowsing {
   }
 
   void setConfig(const Json::Value& members) {
-    settings->value["config_set"] = !wantedText(members, "config").empty();
+    settings->value["config_set"] = !requiredText(members, "config").empty();
     daemon.report(*settings);
   }
 
   void refreshToken(const Json::Value& members) {
-    if (isBad(wantedText(members, "token"))) return connectError(ServiceError::Refused, "The token is refused");
+    if (isBad(requiredText(members, "token"))) return connectError(ServiceError::Refused, "The token is refused");
     answerIfInitialized();
   }
 

@@ -1,4 +1,4 @@
-// The settings of the tunnel as a whole.
+// The settings of the whole tunnel.
 #include "simulator/families.h"
 #include "simulator/json.h"
 #include "simulator/setters.h"
@@ -37,12 +37,12 @@ Json::Value defaultSettings() {
                  {"num_target_connections", object({{"upload", 3}, {"download", 3}})}});
 }
 
-/// With a `guid` it is the encryption of one adapter, else that of the tunnel.
+/// With a `guid`, sets the encryption of one adapter, otherwise that of the tunnel.
 void setEncryption(Daemon& daemon, const Json::Value& members) {
   Json::Value& settings = daemon.world.settings->value;
-  const bool enable = wantedBool(members, "enable");
+  const bool enable = requiredBool(members, "enable");
   if (members.isMember("guid")) {
-    const std::string id = wantedText(members, "guid");
+    const std::string id = requiredText(members, "guid");
     if (!daemon.world.adapter(id)) throw Refusal{Fault::InvalidArgument, "There is no such adapter"};
     settings["perconn_encryption"] = true;
     settings["perconn_encryption_settings"][id] = enable;
@@ -54,7 +54,7 @@ void setEncryption(Daemon& daemon, const Json::Value& members) {
 
 void setTargetConnections(Daemon& daemon, const Json::Value& members) {
   daemon.world.settings->value["num_target_connections"] = object(
-      {{"upload", wanted(members, "upload", Kind::Whole)}, {"download", wanted(members, "download", Kind::Whole)}});
+      {{"upload", required(members, "upload", Kind::Whole)}, {"download", required(members, "download", Kind::Whole)}});
   daemon.report(*daemon.world.settings);
 }
 
@@ -68,7 +68,7 @@ std::vector<Request> settingsFamily(Daemon& daemon) {
   const SharedRecord settings = daemon.world.settings;
   settings->value = defaultSettings();
   return {
-      {"request_connection_settings", sayRecord(settings)},
+      {"request_connection_settings", reportRecord(settings)},
       {"set_encryption_enabled", setEncryption},
       {"set_dev_jumbo_packets", setMember(settings, "enable", "jumbo_packets", Kind::Bool)},
       {"set_packet_aggregation", setMember(settings, "enable", "packet_aggregation", Kind::Bool)},

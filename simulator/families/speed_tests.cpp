@@ -1,4 +1,4 @@
-// Speed tests and their past runs, and why the last session ended.
+// Speed tests, their past runs, and the reason of the last disconnect.
 #include <algorithm>
 #include <ctime>
 
@@ -16,7 +16,7 @@ constexpr std::time_t kDay = 86400;
 
 enum class TestType { Speed = 1, Stream = 2 };
 
-/// Local time, as runs are dated.
+/// Formats a time as local time, as in runs.
 std::string dated(std::time_t time) {
   char text[32];
   std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", std::localtime(&time));
@@ -37,14 +37,14 @@ class SpeedTests {
   void report(const Json::Value&) { daemon.report("report_speedtest_results", runs); }
 
  private:
-  /// A test that is asked for while another runs is answered by that one.
+  /// A running test also answers requests for another test.
   void start(TestType type) {
     if (running) return;
     running = true;
     daemon.after(2s, [this, type, session = world.sessions] {
       running = false;
       const bool lasted = world.isConnected() && world.sessions == session;
-      // No two runs share a second: a client takes the newest by its time.
+      // Runs have distinct times: a client finds the newest run by its time.
       const std::time_t now = std::max(std::time(nullptr), newest + 1);
       newest = now;
       add(lasted ? measured(type, now, world.server) : failed(type, now));
@@ -52,7 +52,7 @@ class SpeedTests {
     });
   }
 
-  /// The newest run stands first.
+  /// The newest run is the first.
   void add(const Json::Value& run) {
     runs.insert(0, run);
     if (runs.size() > kKeptRuns) runs.resize(kKeptRuns);
@@ -104,7 +104,7 @@ std::vector<Request> speedTestsFamily(Daemon& daemon) {
       {"speedtest", method(family, &SpeedTests::startSpeedTest)},
       {"streamtest", method(family, &SpeedTests::startStreamTest)},
       {"request_speedtest_results", method(family, &SpeedTests::report)},
-      {"request_disconnect_reason", sayRecord(daemon.world.lastDisconnect)},
+      {"request_disconnect_reason", reportRecord(daemon.world.lastDisconnect)},
   };
 }
 

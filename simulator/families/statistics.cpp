@@ -1,4 +1,4 @@
-// Live, historic and session statistics. They are sent about once a second as long as somebody subscribes.
+// Live, historic and session statistics, sent about once a second while a client is subscribed.
 #include <algorithm>
 #include <ctime>
 
@@ -16,10 +16,10 @@ using Clock = std::chrono::steady_clock;
 constexpr auto kTick = 1000ms;
 constexpr double kTickSeconds = 1.0;
 constexpr int kTicksPerUsageReport = 5;
-/// A subscription that isn't repeated for so long is over.
+/// A subscription expires unless it is repeated within this time.
 constexpr auto kSubscriptionLife = 60s;
 constexpr std::uint32_t kHoursPerDay = 24;
-/// How long the daemon has been in use; no period has more behind it.
+/// The total time that the daemon has been in use; no period exceeds it.
 constexpr std::uint32_t kHoursInUse = 2000;
 
 struct Subscription {
@@ -55,11 +55,11 @@ class Statistics {
         traffic([&owner](double low, double high) { return owner.random(low, high); }) {}
 
   void subscribe(const Json::Value& members) {
-    if (!wantedBool(members, "enable")) {
-      subscriptions.erase(daemon.asker());
+    if (!requiredBool(members, "enable")) {
+      subscriptions.erase(daemon.requester());
       return;
     }
-    Subscription& subscription = subscriptions[daemon.asker()];
+    Subscription& subscription = subscriptions[daemon.requester()];
     subscription.renewed = Clock::now();
     if (members.isMember("periods")) {
       subscription.periods.clear();
@@ -73,13 +73,13 @@ class Statistics {
   }
 
   void reportHistory(const Json::Value& members) {
-    const std::uint64_t since = wanted(members, "dataSince", Kind::Natural).asUInt64();
+    const std::uint64_t since = required(members, "dataSince", Kind::Natural).asUInt64();
     daemon.report("report_historic_connection_stats", traffic.history(since));
   }
 
   void reportSessions(const Json::Value&) {
     Json::Value periods(Json::objectValue);
-    const auto found = subscriptions.find(daemon.asker());
+    const auto found = subscriptions.find(daemon.requester());
     for (const std::uint32_t hours : found != subscriptions.end() ? found->second.periods : Subscription().periods) {
       periods[std::to_string(hours)] = describePeriod(hours);
     }
@@ -125,7 +125,7 @@ class Statistics {
     }
   }
 
-  /// One report for all: the periods that anybody asks for, as many as a record can hold.
+  /// One report for all clients: all requested periods, as many as fit a record.
   void reportSubscribedSessions() {
     constexpr Json::ArrayIndex kMaxPeriods = 5;
     Json::Value periods(Json::objectValue);
@@ -167,7 +167,7 @@ class Statistics {
     return static_cast<double>(bytes) * 8 / 1e6 / seconds;
   }
 
-  /// The current session, and behind it a past in which the daemon was used some of every day.
+  /// The current session plus a past in which the daemon was used for part of each day.
   Json::Value describePeriod(std::uint32_t hours) const {
     const std::uint64_t past = std::min(hours, kHoursInUse);
     const Volume volume = traffic.sessionVolume();
@@ -238,7 +238,7 @@ class Statistics {
   Daemon& daemon;
   World& world;
   Traffic traffic;
-  std::uint64_t session = 0;  ///< that `traffic` is about
+  std::uint64_t session = 0;  ///< the session that `traffic` describes
   int ticks = 0;
   std::map<Connection, Subscription> subscriptions;
 };

@@ -1,6 +1,6 @@
-# Completes a line in an interactive zsh on a terminal of its own and prints the matches, one a line:
-# zsh -f complete.zsh DIRECTORY DUMP LINE, where the directory holds the completion, and the dump file, which may be
-# lacking, keeps what zsh knows of its own.
+# Completes a line in an interactive zsh on its own terminal and prints the matches, one per line:
+# zsh -f complete.zsh DIRECTORY DUMP LINE. The directory contains the completion; the dump file, which need not exist,
+# caches the completions that come with zsh.
 zmodload zsh/zpty
 
 setup='

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# The completions in the real shells, against the simulated daemon: tests/completions/test.sh DIRECTORY ZEPHCTL ZEPHSIM,
-# where the directory holds the completions. Status 77 if a shell is lacking and all is well in the others.
-# shellcheck disable=SC2317  # the functions of the shells are called by names that are put together
+# Tests the completions in the real shells with the simulated daemon: tests/completions/test.sh DIRECTORY ZEPHCTL
+# ZEPHSIM. The directory contains the completions. Exits with status 77 if a shell is missing and the others pass.
+# shellcheck disable=SC2317  # the functions of the shells are called by composed names
 set -euo pipefail
 directory=$(realpath "$1")
 here=$(realpath "$(dirname "$0")")
@@ -11,7 +11,7 @@ work=$(mktemp -d)
 simulators=()
 trap 'kill "${simulators[@]}" 2>/dev/null || true; rm -rf "$work"' EXIT
 
-# start_simulator OPTION...: the port is in $port.
+# start_simulator OPTION...: sets $port to the port.
 start_simulator() {
   local output greeting
   exec {output}< <(exec setpriv --pdeathsig KILL "$zephsim" --port 0 "$@")
@@ -37,8 +37,8 @@ complete_fish() {
   timeout "$limit" fish --no-config -c 'source $argv[1]/zephctl.fish; complete -C $argv[2]' "$directory" "$1" | cut -f1
 }
 
-# Each line is completed as if "zephctl" stood in front; with two blanks before the "=" a new word begins. What is
-# offered, sorted, are the words behind the "=".
+# Each line is completed with "zephctl" in front; two blanks before the "=" start a new word. The words after the "="
+# are the expected matches, sorted.
 cases() {
   cat <<END
 st = startupconnect state stats streaming streamingbypass streamtest
@@ -88,7 +88,7 @@ dead=$port
 kill "${simulators[-1]}"
 wait "${simulators[-1]}" || true
 
-# check_shell SHELL: all lines in one shell.
+# check_shell SHELL: tests all lines in one shell.
 check_shell() {
   local status=0 count=0 line words wanted offered seconds limit
   if ! command -v "$1" >/dev/null; then
@@ -100,8 +100,8 @@ check_shell() {
     words=${line%% =*}
     wanted=${line#* =}
     wanted=${wanted# }
-    # A busy machine may take its time to answer. Where nothing answers, the shell's own bound must come before that of
-    # zephctl, which is 5 seconds.
+    # A loaded machine may answer slowly. If no daemon answers, the completion's limit must take effect before zephctl's
+    # time-out of 5 seconds.
     seconds=10 limit=30
     if [[ $words != *"$live"* ]]; then seconds='' limit=4; fi
     offered=$(ZEPHCTL_COMPLETION_SECONDS=$seconds "complete_$1" "zephctl $words" | sed '/^$/d' | LC_ALL=C sort -u | paste -sd' ')

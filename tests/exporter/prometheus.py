@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""zephlink-exporter before the real Prometheus: three simulated daemons, three exporters, one Prometheus.
+"""Tests zephlink-exporter with the real Prometheus: three simulated daemons, three exporters, one Prometheus.
 
-Every query of the dashboard must have an answer, the alerts must fire and end as a daemon is killed and started again,
-promtool must have nothing to say, and the exporter must cost what it may cost. Everything is on loopback.
+Every query of the dashboard must return data, the alerts must fire and resolve when a daemon is killed and restarted,
+promtool must accept the rules, and the exporter must stay within its resource limits. Everything is on loopback.
 """
 
 import argparse
@@ -47,7 +47,7 @@ def fetch(url):
 
 
 def wait_for(condition, text):
-    """Waits for a condition that may fail with an OSError until it holds."""
+    """Waits for a condition; treats OSError as false."""
     end = time.monotonic() + PATIENCE
     while time.monotonic() < end:
         try:
@@ -60,7 +60,7 @@ def wait_for(condition, text):
 
 
 class Machine:
-    """A simulated daemon that is connected, and its exporter."""
+    """A simulated daemon with a tunnel, and its exporter."""
 
     def __init__(self, programs, seed, log):
         self.programs, self.seed, self.log = programs, seed, log
@@ -74,7 +74,7 @@ class Machine:
         self.daemon = subprocess.Popen(
             [self.programs.zephsim, "--port", str(self.daemon_port), "--seed", str(self.seed), "--fast"],
             stdout=subprocess.PIPE, stderr=self.log, text=True)
-        self.daemon.stdout.readline()  # it listens
+        self.daemon.stdout.readline()  # it is listening
         for words in (["login", "demo@example.com", "demo"], ["connect", "us", "nyc"]):
             subprocess.run([self.programs.zephctl, "--port", str(self.daemon_port), *words], check=True,
                            stdout=subprocess.DEVNULL)
@@ -98,7 +98,7 @@ class Machine:
 
 
 class Prometheus:
-    """The server, with the example's configuration but for its targets and periods."""
+    """Starts the server with the example's configuration, except for its targets and intervals."""
 
     def __init__(self, program, work, machines, log):
         targets = "\n".join(f"          - {machine.instance}" for machine in machines)
@@ -119,7 +119,7 @@ class Prometheus:
         return self.api("query", query=expression)["result"]
 
     def value(self, expression):
-        """The value of the only series; none for any other answer."""
+        """Returns the value of the only series; None for any other answer."""
         result = self.query(expression)
         return float(result[0]["value"][1]) if len(result) == 1 else None
 
@@ -149,7 +149,7 @@ def check_tools(text):
 
 
 def check_unit(program):
-    """systemd looks for the installed program: a copy of the unit for the check names the one that was built."""
+    """Checks a copy of the unit that names the built program: systemd requires the program to exist."""
     if not shutil.which("systemd-analyze"):
         print("SKIPPED systemd-analyze is not installed")
         return
@@ -166,7 +166,7 @@ def check_unit(program):
 
 def show(prometheus, machines, seconds):
     wait_for(lambda: prometheus.value("sum(zephlink_up)") == len(machines), "Prometheus sees three daemons")
-    # Rates and increases take some samples.
+    # Rates and increases need some samples.
     wait_for(lambda: prometheus.value("min(count_over_time(zephlink_up[1m]))") >= 30, "30 scrapes of each")
 
     for title, expression in dashboard_queries():

@@ -1,12 +1,12 @@
-// A host of the library for the sweep of failed allocations: one synchronous call, one subscription with a callback,
-// and the end of the object. Prints what it got. An error goes to standard error and ends it with status 1.
+// A host of the library for the sweep of failed allocations: makes a synchronous call and a subscription with a
+// callback, then destroys the object. Prints the results. Prints an error to stderr and exits with status 1.
 #include <semaphore.h>
 #include <stdio.h>
 #include <stdlib.h>
 
 #include "zephlinksdk/zephlinksdk.h"
 
-// What the callback got.
+// The result of the callback.
 struct Outcome {
   sem_t arrived;
   bool hasError;
@@ -35,7 +35,7 @@ int main(int argc, char** argv) {
   if (argc != 3) return EXIT_FAILURE;
   ZephlinkSDK_Config config;
   ZephlinkSDK_defaultConfig(&config);
-  config.port = (uint16_t)strtoul(argv[2], NULL, 10);  // -p PORT, as the program takes it
+  config.port = (uint16_t)strtoul(argv[2], NULL, 10);  // -p PORT, as for the program
   ZephlinkSDK* sdk = ZephlinkSDK_create(config);
   if (sdk == NULL) return failed(sdk, "no object", ZephlinkSDK_Error_Sdk);
 
@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
   sem_init(&outcome.arrived, 0, 0);
   const ZephlinkSDK_ConnectionStatsResult begun = ZephlinkSDK_getConnectionStats(sdk, onStats, &outcome);
   if (begun.hasError) return failed(sdk, "no subscription", begun.errorCode);
-  sem_wait(&outcome.arrived);  // a callback that never runs is a hang, which the sweep finds
+  sem_wait(&outcome.arrived);  // if the callback never runs, the sweep reports a hang
   if (outcome.hasError) return failed(sdk, "no statistics", outcome.errorCode);
   ZephlinkSDK_destroy(sdk);
   printf("state %d, time %llu, connections %d\n", (int)state.state, (unsigned long long)outcome.time,

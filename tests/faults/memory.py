@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Refuses each allocation of memory in turn, for a set of commands and a host, and looks at how every run ends.
+"""Fails each memory allocation in turn, for a set of commands and a host, and checks how every run ends.
 
 A run passes if it ends with status 0 and the output and the requests of a run without a fault ("same"), or with a
 status above 0 and an error on standard error ("error"). Everything else is a finding: an abort or another signal, a
-hang, output that is neither, a request that an undisturbed run doesn't send. Each is printed with its command line; the
-daemon for it is this script with --serve.
+hang, other output, a request that an undisturbed run does not send. Each finding is printed with its command line; to
+reproduce it, run a daemon with this script and --serve.
 """
 
 import argparse
@@ -36,19 +36,19 @@ COMMANDS = [
     ("stats", "1"),
     HOST,
 ]
-# One refusal, or all allocations of the process from there on.
+# Fails one allocation, or all allocations of the process from that one on.
 COUNTS = {"once": 1, "for good": 0}
 OUTCOMES = ["same", "error", "abort", "wrong output", "wrong request", "hang"]
 PASSED = {"same", "error"}
 
-# The longest run: two requests, each with a time-out of 5 seconds; and what a loaded machine needs.
+# Enough for the longest run, two requests with a time-out of 5 seconds each, on a loaded machine.
 LIMIT = 25
 THREADS = 4
-BATCH = 24  # runs of one chain side by side
+BATCH = 24  # concurrent runs of one chain
 
 
 class Recorder:
-    """A daemon for one run, which keeps each text that comes."""
+    """A daemon for one run, which stores each received text."""
 
     def __init__(self, echo=False):
         self.texts, self.links, self.idle, self.echo = [], 0, asyncio.Event(), echo
@@ -77,13 +77,13 @@ Finding = collections.namedtuple("Finding", "words plan outcome run stack")
 
 
 def blocks(text):
-    """The records of a stream, in any order."""
+    """Returns the records of a stream, in any order."""
     return sorted(re.split(r"(?<=\]\n\n)", text))
 
 
 def is_error(text):
-    """Whether the text is an error that names the cause: an error object, or one line about memory. 3842 blames the
-    arguments, which were right."""
+    """Returns whether the text is an error that names the cause: an error object, or one line about memory. Code 3842
+    blames the arguments, which were valid."""
     if zephtest.is_error_object(text):
         return json.loads(text)["errorCode"] != 3842
     return re.fullmatch(r"[^\n]*\bmemory\b[^\n]*\n", text) is not None
@@ -104,7 +104,7 @@ def judge(words, run, texts, clean, clean_texts):
     strange = [text for text in texts if text not in clean_texts]
     if strange:
         return Outcome("wrong request", f"sent {strange[0]!r}")
-    # A stream repeats its subscription, as often as time allows.
+    # A stream repeats its subscription as often as time allows.
     whole = set(texts) == set(clean_texts) if stream else texts == clean_texts
     if run.status == 0 and run.err == "":
         if (blocks(run.out) != blocks(clean.out)) if stream else (run.out != clean.out):
@@ -125,7 +125,7 @@ def judge(words, run, texts, clean, clean_texts):
 
 
 async def serve():
-    """The daemon of the sweep, on a port that it prints, until it is interrupted. Prints each text that comes."""
+    """The daemon for --serve: prints its port, then each received text, until it is interrupted."""
     recorder = Recorder(echo=True)
     async with zephtest.Daemon(recorder.course) as daemon:
         print(f"PORT is {daemon.port}", flush=True)
@@ -143,7 +143,8 @@ class Sweep:
         return (self.options.host, ()) if words is HOST else (self.options.zephctl, words)
 
     async def run(self, words, plan=""):
-        """One run: its outcome, the texts that its daemon got, and the stack of the first refusal, "" if none came."""
+        """Makes one run. Returns its outcome, the texts that its daemon received, and the stack of the first failure,
+        or ""."""
         fired = pathlib.Path(self.directory, "-".join(words) + plan.replace(":", "-"))
         env = {"LD_PRELOAD": self.options.preload, "FAULT_FIRED": str(fired), **({"FAULT": plan} if plan else {})}
         recorder = Recorder()
@@ -155,7 +156,7 @@ class Sweep:
         return run, recorder.texts, stack
 
     async def one(self, words, name, thread, use):
-        """Refuses this use. False if the thread doesn't come so far."""
+        """Fails this allocation. Returns false if the thread makes fewer allocations."""
         plan = f"alloc:ENOMEM:{use}:{COUNTS[name]}:{thread}"
         run, texts, stack = await self.run(words, plan)
         if not stack:
@@ -168,7 +169,7 @@ class Sweep:
         return True
 
     async def chain(self, words, name, thread):
-        """All uses of one thread, or every Nth."""
+        """Fails all allocations of one thread, or every Nth."""
         use = 1
         while True:
             uses = [use + self.options.every * at for at in range(BATCH)]
@@ -213,8 +214,8 @@ class Sweep:
 
 
 class Frames:
-    """The functions of the stacks, from the symbols of the programs. Frames of the C++ and JSON libraries are left out:
-    the first own function is the one to look at."""
+    """Returns the functions of the stacks, from the symbols of the programs. Omits frames of the C++ and JSON
+    libraries: the first own function is the relevant one."""
 
     FRAME = re.compile(r"(.*)\(\+(0x[0-9a-f]+)\)\[")
     FOREIGN = re.compile(r"^(Json|std|void std|bool std|__gnu_cxx|operator)\b|std::_Rb_tree|\?\?|^_start$")
@@ -236,12 +237,12 @@ class Frames:
         for line in stack.splitlines():
             match = self.FRAME.match(line)
             if match and "libfault_shim" not in match.group(1) and "/lib/" not in match.group(1):
-                # One before the address that is returned to, which may be the next function's.
+                # The return address minus one: the address itself may belong to the next function.
                 yield match.group(1), hex(int(match.group(2), 16) - 1)
 
     @staticmethod
     def short(name):
-        """Without arguments and namespaces that say nothing."""
+        """Removes arguments and irrelevant namespaces."""
         for noise in ("zephlinksdk::", "(anonymous namespace)::", "[abi:cxx11]"):
             name = name.replace(noise, "")
         return re.sub(r"\(.*", "", name)
@@ -254,13 +255,13 @@ class Frames:
 async def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     sweeps = "--serve" not in sys.argv
-    parser.add_argument("--serve", action="store_true", help="only serve the daemon, to repeat a finding by hand")
+    parser.add_argument("--serve", action="store_true", help="only run the daemon, to reproduce a finding")
     parser.add_argument("--zephctl", required=sweeps)
     parser.add_argument("--host", required=sweeps)
     parser.add_argument("--preload", required=sweeps, help="the shim")
     parser.add_argument("--every", type=int, default=1, help="only every Nth allocation")
     parser.add_argument("--sites", type=int, default=10, help="how many places to print for each kind of finding")
-    parser.add_argument("--jobs", type=int, default=16 * (os.cpu_count() or 1), help="how many runs side by side")
+    parser.add_argument("--jobs", type=int, default=16 * (os.cpu_count() or 1), help="number of concurrent runs")
     options = parser.parse_args()
     if options.serve:
         return await serve()

@@ -1,13 +1,13 @@
-// Preloaded into a program, makes one of its calls to the system fail:
-// FAULT="<call>:<kind>:<first>:<count>[:<thread>]", uses counted from 1, a count of 0 for all from the first on.
-// FAULT_FIRED names a file that is made at the first failure and contains the call stack of it.
+// Preloaded into a program, makes one of its system calls fail: FAULT="<call>:<kind>:<first>:<count>[:<thread>]". Uses
+// of the call are counted from 1; a count of 0 fails all from the first on. FAULT_FIRED names a file that is created at
+// the first failure and contains its call stack.
 //
-// The call "alloc" is each function that allocates memory, and so operator new. The kind is the name of an error, or:
-// "short" moves one byte at most, "eof" reports the end of the peer, "none" reports that nothing is ready. With a
-// thread only the uses of this thread count, which makes a run repeatable; threads are numbered from 0, in the order
-// of their first use. With a count of 0 the other threads fail too from that use on.
+// The call "alloc" is every function that allocates memory, including operator new. The kind is the name of an error,
+// or: "short" transfers at most one byte, "eof" reports the end of the peer, "none" reports that nothing is ready. With
+// a thread, only the uses of this thread count, which makes a run repeatable; threads are numbered from 0, in the order
+// of their first use. With a count of 0, the other threads fail too from that use on.
 
-// Checked forms of the functions that are defined here would take their names.
+// Fortified headers would redefine the functions that are defined here.
 #undef _FORTIFY_SOURCE
 
 #include <dlfcn.h>
@@ -58,7 +58,7 @@ constexpr Kind kKinds[] = {
 
 constexpr int kAnyThread = -1;
 
-/// What FAULT says. Read once, before the first call is counted.
+/// The contents of FAULT, read once before the first call is counted.
 struct Plan {
   char call[20] = "";
   int code = 0;
@@ -74,7 +74,7 @@ struct Plan {
     for (const Kind& known : kKinds) {
       if (std::strcmp(known.name, kind) == 0) code = known.code;
     }
-    // A plan that is misspelt must not pass for one without findings.
+    // An invalid plan must not look like a run without findings.
     if (read < 3 || code == 0 || first < 1) std::abort();
   }
 };
@@ -84,7 +84,7 @@ const Plan& plan() {
   return read;
 }
 
-/// The program's main. Before it runs nothing is counted: the loader and the C++ run-time get their memory.
+/// The program's main. Nothing is counted before it starts: the loader and the C++ run-time need their memory.
 int (*g_main)(int, char**, char**) = nullptr;
 std::atomic<bool> g_started{false};
 
@@ -93,7 +93,7 @@ int startedMain(int argc, char** argv, char** environment) {
   return g_main(argc, argv, environment);
 }
 
-/// True while this thread is inside the shim: what the shim itself calls is not counted.
+/// True while this thread is inside the shim, whose own calls are not counted.
 thread_local bool t_inside = false;
 
 int threadNumber() {
@@ -102,7 +102,7 @@ int threadNumber() {
   return number;
 }
 
-/// Makes the file that FAULT_FIRED names.
+/// Creates the file that FAULT_FIRED names.
 void recordFailure() {
   const char* path = std::getenv("FAULT_FIRED");
   const int file = path == nullptr ? -1 : ::creat(path, 0600);
@@ -112,7 +112,7 @@ void recordFailure() {
   ::close(file);
 }
 
-/// The kind of failure for this use of a call, 0 for none.
+/// Returns the kind of failure for this use of a call, or 0.
 int countedFailure(const char* call) {
   static std::atomic<long> uses{0};
   static std::atomic<bool> failing{false};
@@ -138,28 +138,28 @@ int failure(const char* call) {
   return code;
 }
 
-/// Whether the code is an error's, which errno then has.
+/// Returns whether the code is an error, and sets errno to it.
 bool fails(int code) {
   if (code <= 0) return false;
   errno = code;
   return true;
 }
 
-/// The system's own function.
+/// The original function.
 #define REAL(name)                                                                             \
   (*[] {                                                                                       \
     static auto* const found = reinterpret_cast<decltype(&::name)>(::dlsym(RTLD_NEXT, #name)); \
     return found;                                                                              \
   }())
 
-/// The common course: -1 and errno where a failure is due.
+/// Returns -1 and sets errno if a failure is due, otherwise calls the original function.
 #define FAIL_OR_CALL(name, ...) (fails(failure(#name)) ? -1 : REAL(name)(__VA_ARGS__))
 
 }  // namespace
 
 extern "C" {
 
-// The C library's own functions under the names that stay when the usual ones are replaced: dlsym allocates.
+// The C library's internal names for the replaced functions: dlsym would allocate.
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
@@ -197,7 +197,7 @@ int socket(int domain, int type, int protocol) noexcept { return FAIL_OR_CALL(so
 int connect(int socket, const sockaddr* address, socklen_t size) {
   const int code = failure("connect");
   if (!fails(code)) return REAL(connect)(socket, address, size);
-  // These go on by themselves.
+  // After these errors, connect continues in the background.
   if (code == EINTR || code == EINPROGRESS) REAL(connect)(socket, address, size);
   errno = code;
   return -1;
@@ -233,7 +233,7 @@ int setsockopt(int socket, int level, int name, const void* value, socklen_t siz
 
 int pipe2(int ends[2], int flags) noexcept { return FAIL_OR_CALL(pipe2, ends, flags); }
 
-// The standard streams stay whole: what they say is the outcome.
+// The standard streams never fail: they carry the outcome.
 ssize_t write(int descriptor, const void* data, std::size_t size) {
   if (descriptor <= STDERR_FILENO) return REAL(write)(descriptor, data, size);
   return FAIL_OR_CALL(write, descriptor, data, size);
@@ -245,7 +245,7 @@ ssize_t read(int descriptor, void* data, std::size_t size) {
 }
 
 int getaddrinfo(const char* host, const char* service, const addrinfo* hints, addrinfo** addresses) {
-  // Its errors are negative, and so are the kinds of ours.
+  // getaddrinfo returns negative error codes, and so do our kinds.
   const int code = failure("getaddrinfo");
   return code != 0 ? code : REAL(getaddrinfo)(host, service, hints, addresses);
 }

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Makes each call to the system fail at its Nth use, for a set of commands, and looks at how every run ends.
+"""Fails each system call at its Nth use, for a set of commands, and checks how every run ends.
 
 A run passes if it ends with status 0 and the output of a run without a fault, or with status 1, nothing on standard
-output and one error object on standard error; a stream if all that it printed are whole records of it. It must end
-within its time-outs plus slack, and never by a signal.
+output and one error object on standard error. A stream passes if it prints only whole records. A run must end within
+its time-outs plus slack, and never by a signal.
 """
 
 import argparse
@@ -17,7 +17,7 @@ import tempfile
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "python"))
 import zephtest  # noqa: E402
 
-# Words, and how many requests in a row each make: each has 5 seconds of its own. A host's name is looked up.
+# Arguments, and the number of consecutive requests that each makes, with 5 seconds for each. A host name is looked up.
 COMMANDS = [
     (("state",), 1),
     (("-i", "localhost", "state"), 1),
@@ -48,7 +48,7 @@ SLACK = 15.0
 
 
 def blocks(text):
-    """The records of a stream; what is left behind them comes last."""
+    """Returns the records of a stream; an incomplete rest is the last element."""
     return re.split(r"(?<=\]\n\n)", text)
 
 
@@ -96,7 +96,7 @@ class Sweep:
         return None if result.out or errors else "neither records nor errors"
 
     async def chain(self, words, requests, call, kind, count):
-        """Lets the first, second, third... use fail until there is none any more."""
+        """Fails the first, second, third... use until there is no further use."""
         for use in range(1, self.options.uses + 1):
             plan = f"{call}:{kind}:{use}:{count}"
             result, fired = await self.run(words, requests, plan)
@@ -121,7 +121,7 @@ class Sweep:
             for call, kinds in FAULTS.items():
                 for kind in kinds:
                     for count in self.options.counts:
-                        # No system interrupts a call without end.
+                        # No system interrupts a call forever.
                         chains.append(self.chain(words, requests, call, kind,
                                                  count if count or kind != "EINTR" else 500))
         await asyncio.gather(*chains)
@@ -130,10 +130,10 @@ class Sweep:
 async def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--zephctl", required=True)
-    parser.add_argument("--preload", required=True, help="the shim, behind what a sanitizer wants before it")
-    parser.add_argument("--uses", type=int, default=3, help="up to which use of a call")
-    parser.add_argument("--counts", type=int, nargs="+", default=[1], help="how many uses in a row; 0: all later ones")
-    parser.add_argument("--jobs", type=int, default=32, help="how many runs side by side")
+    parser.add_argument("--preload", required=True, help="the shim, after a sanitizer's libraries")
+    parser.add_argument("--uses", type=int, default=3, help="the last use of each call to fail")
+    parser.add_argument("--counts", type=int, nargs="+", default=[1], help="number of consecutive uses; 0: all later")
+    parser.add_argument("--jobs", type=int, default=32, help="number of concurrent runs")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as directory:
         async with zephtest.Daemon() as daemon:

@@ -1,5 +1,5 @@
-// A test that is ended from outside: starts a stream of zephctl on the port that is its argument, and waits. The stream
-// prints nothing unless its daemon reports something, so no closed pipe ends it.
+// A test process to be killed: starts a stream of zephctl on the port in its argument, and waits. The stream prints
+// nothing unless its daemon reports something, so no closed pipe ends it.
 #include <cstdint>
 #include <cstdlib>
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The manual page renders without a warning, and every line of the program's general usage stands in it.
-# tests/manual/test.sh ZEPHCTL; status 77 if there is no groff.
+# Checks that the manual page renders without warnings and contains every line of the program's general usage.
+# tests/manual/test.sh ZEPHCTL; exits with status 77 if groff is missing.
 set -euo pipefail
 page=$(dirname "$0")/../../packaging/man/zephctl.1
 
@@ -9,7 +9,7 @@ if ! command -v groff >/dev/null; then
   exit 77
 fi
 
-# Wide enough that nothing is broken into lines.
+# Wide enough to avoid line breaks.
 wide=$(groff -man -ww -Tascii -P-cbou -rLL=1000n "$page" 2>&1)
 narrow=$(groff -man -ww -Tutf8 "$page" 2>&1 >/dev/null)
 status=0

@@ -1,5 +1,5 @@
-// A host that knows the library by its file name only, as other languages do: looks up every function that it is given
-// and calls some of them.
+// A host that loads the library by its file name, as other languages do: looks up all given functions and calls some of
+// them.
 //
 //   dlopen LIBRARY PORT FUNCTION...
 #include <dlfcn.h>
@@ -9,7 +9,7 @@
 
 #include "zephlinksdk/zephlinksdk.h"
 
-// Prints what is missing, and returns whether nothing is.
+// Prints missing functions. Returns whether all were found.
 static bool hasAll(void* library, char** names, int count) {
   int found = 0;
   for (int i = 0; i < count; ++i) {
@@ -23,7 +23,7 @@ static bool hasAll(void* library, char** names, int count) {
   return count > 0 && found == count;
 }
 
-// An object pointer is no function pointer in C, so the bytes are copied.
+// C does not convert object pointers to function pointers, so the bytes are copied.
 #define LOOK_UP(library, result, name, ...) \
   result (*name)(__VA_ARGS__) = NULL;       \
   do {                                      \

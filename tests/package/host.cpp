@@ -1,4 +1,4 @@
-// Asks the daemon on the port that it is told for its state and version, once waiting and once by callback.
+// Requests the state and version of the daemon on the given port, once synchronously and once with a callback.
 #include <cstdio>
 #include <cstdlib>
 #include <future>

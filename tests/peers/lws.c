@@ -1,4 +1,4 @@
-// A daemon on libwebsockets: lws ANSWERS, a file with a request and the text of its report on every two lines.
+// A daemon on libwebsockets: lws ANSWERS. The file contains pairs of lines: a request and the text of its report.
 #include <libwebsockets.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -11,7 +11,7 @@ struct answer {
   char* report;
 };
 
-// What a connection has to say, as indices of answers.
+// The queue of a connection, as indices of answers.
 struct link {
   int waiting[kMostAnswers];
   int count;
@@ -39,7 +39,7 @@ static void readAnswers(const char* path) {
   fclose(file);
 }
 
-static void hear(struct lws* wsi, struct link* link, const char* text, size_t size) {
+static void receive(struct lws* wsi, struct link* link, const char* text, size_t size) {
   for (int i = 0; i < answerCount; ++i) {
     const size_t length = strlen(answers[i].request);
     // ["request",...
@@ -49,7 +49,7 @@ static void hear(struct lws* wsi, struct link* link, const char* text, size_t si
   }
 }
 
-static int say(struct lws* wsi, struct link* link) {
+static int answer(struct lws* wsi, struct link* link) {
   if (link->count == 0) return 0;
   const char* report = answers[link->waiting[0]].report;
   memmove(link->waiting, link->waiting + 1, (size_t)--link->count * sizeof link->waiting[0]);
@@ -70,10 +70,10 @@ static int onEvent(struct lws* wsi, enum lws_callback_reasons reason, void* user
       link->count = 0;
       return 0;
     case LWS_CALLBACK_RECEIVE:
-      hear(wsi, link, in, size);
+      receive(wsi, link, in, size);
       return 0;
     case LWS_CALLBACK_SERVER_WRITEABLE:
-      return say(wsi, link);
+      return answer(wsi, link);
     default:
       return 0;
   }

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""zephctl against servers on other implementations of WebSocket: what it prints must be what it prints against ours."""
+"""Runs zephctl with servers on other WebSocket implementations: its output must be the same as with ours."""
 
 import argparse
 import asyncio

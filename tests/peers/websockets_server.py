@@ -1,5 +1,5 @@
-"""A daemon on Debian's python3-websockets: websockets_server.py ANSWERS, as for ws.js. It asks for a sign of life and
-answers once that has come."""
+"""A daemon on Debian's python3-websockets: websockets_server.py ANSWERS, as for ws.js. It sends a ping and answers
+after the pong."""
 
 import asyncio
 import json

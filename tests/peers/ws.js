@@ -1,5 +1,5 @@
-// A daemon on the npm package ws: node ws.js ANSWERS, a JSON file that tells for each request the texts of its reports.
-// It asks for a sign of life and answers once that has come.
+// A daemon on the npm package ws: node ws.js ANSWERS, a JSON file with the texts of the reports for each request. It
+// sends a ping and answers after the pong.
 'use strict';
 const fs = require('fs');
 const path = require('path');
@@ -18,7 +18,7 @@ server.on('connection', (socket) => {
     const reports = answers[JSON.parse(data.toString())[0]] || [];
     if (reports.length === 0) return;
     socket.once('pong', () => reports.forEach((report) => {
-      // In three fragments, as a stream would send it.
+      // In three fragments, as a stream would be sent.
       const third = Math.ceil(report.length / 3);
       socket.send(report.slice(0, third), {fin: false});
       socket.send(report.slice(third, 2 * third), {fin: false});

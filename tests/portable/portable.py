@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""The stripped zephctl alone: in a root directory that contains nothing else, and how it looks up names of hosts.
+"""Tests the stripped zephctl in a root directory that contains nothing else, and its lookup of host names.
 
-Runs as root of its own network and mount namespaces, which scripts/portable makes: it has a name server on port 53 and
-replaces /etc.
+Runs as root in its own network and mount namespaces, which scripts/portable creates: it has a name server on port 53
+and replaces /etc.
 """
 
 import argparse
@@ -19,7 +19,7 @@ import tempfile
 import time
 
 HOSTS = "127.0.0.1 hosts.test\n"
-# The C library would look for a module of that name and ask nobody else.
+# The C library would load a module with that name and query nothing else.
 NSSWITCH = "hosts: zephnone\n"
 NAME_SERVER = "127.0.0.53"
 RESOLV = f"nameserver {NAME_SERVER}\nsearch search.test\n"
@@ -27,10 +27,10 @@ NOT_CONNECTED = 3845
 TIMEOUT_S = 5
 SLACK_S = 1.5
 
-# What the name server answers. It has no answer at all for None, and other names do not exist.
+# The name server's answers. None: it does not answer. Other names do not exist.
 ADDRESSES = {
     "dns.test": ["127.0.0.1"],
-    "two.test": ["127.0.0.2", "127.0.0.1"],  # nobody listens at the first
+    "two.test": ["127.0.0.2", "127.0.0.1"],  # nothing listens at the first
     "short.search.test": ["127.0.0.1"],
     "silent.test": None,
 }
@@ -58,7 +58,7 @@ class NameServer(asyncio.DatagramProtocol):
 
     @staticmethod
     def name_of(query):
-        """The name, and where the first question ends."""
+        """Returns the name and the end of the first question."""
         labels, at = [], 12
         while query[at]:
             labels.append(query[at + 1:at + 1 + query[at]].decode())
@@ -76,13 +76,13 @@ def expect(condition, what):
 
 
 class Runs:
-    """Runs of the program, in this root or in another."""
+    """Runs the program, in this root or in another."""
 
     def __init__(self, program, port):
         self.program, self.port = program, port
 
     def inside(self, root):
-        """The same file name, which the program prints in its usage."""
+        """Uses the same file name, which the program prints in its usage."""
         return f"{root}/{os.path.basename(self.program)}"
 
     async def start(self, words, root=None):
@@ -105,7 +105,7 @@ class Runs:
 
 
 async def check_empty_root(runs, _):
-    """It runs in a root directory with nothing but itself, and prints the same."""
+    """Runs in a root directory that contains only the program; the output is the same."""
     with tempfile.TemporaryDirectory() as root:
         shutil.copy(runs.program, runs.inside(root))
         for words in (["help"], runs.state_of("127.0.0.1")):
@@ -113,20 +113,20 @@ async def check_empty_root(runs, _):
 
 
 async def check_hosts_file(runs, server):
-    """A name of the hosts file is found there, and no name server is asked."""
+    """Finds a name in the hosts file without querying a name server."""
     await runs.output(runs.state_of("hosts.test"))
     expect(not server.queried("hosts.test").is_set(), "the name server was asked")
 
 
 async def check_dns(runs, server):
-    """Names are looked up by DNS: one address, several of which the first is dead, and by way of the search list."""
+    """Looks up names by DNS: one address, several addresses with an unreachable first one, and with the search list."""
     for host, asked in (("dns.test", "dns.test"), ("two.test", "two.test"), ("short", "short.search.test")):
         await runs.output(runs.state_of(host))
         expect(server.queried(asked).is_set(), f"the name server was not asked for {asked}")
 
 
 async def check_short_address(runs, server):
-    """A short form of an address is no name."""
+    """Accepts a short form of an address."""
     await runs.output(runs.state_of("127.1"))
     expect(not server.queried("127.1").is_set(), "the name server was asked")
 
@@ -137,7 +137,7 @@ async def check_unknown_name(runs, server):
 
 
 async def check_silent_server(runs, server):
-    """A name server that never answers holds up neither the time-out nor the end."""
+    """A name server that never answers delays neither the time-out nor the exit."""
     await expect_timeout(runs, server, "silent.test")
 
 
@@ -151,7 +151,7 @@ async def expect_timeout(runs, server, host):
 
 
 async def check_nothing_is_loaded(runs, server):
-    """In the middle of a lookup, no file but the program is mapped into it."""
+    """During a lookup, no file except the program is mapped."""
     server.queried("silent.test").clear()
     process = await runs.start(runs.state_of("silent.test"))
     try:

@@ -1,4 +1,4 @@
-// The cases of *.cases, each title a test of its own.
+// Runs the cases of *.cases; each title is a separate test.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -14,7 +14,7 @@ namespace {
 
 class Cases : public testing::TestWithParam<CaseGroup> {};
 
-TEST_P(Cases, Hold) {
+TEST_P(Cases, Pass) {
   const std::vector<ProgramCase> cases = casesOf(GetParam());
   ASSERT_FALSE(cases.empty()) << "a title without a run";
   for (const ProgramCase& each : cases) {

@@ -1,4 +1,4 @@
-// How long connecting and disconnecting wait.
+// Time-outs of connecting and disconnecting.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -8,7 +8,7 @@
 namespace tests {
 namespace {
 
-/// Disconnecting gives up after ten seconds; connecting and signing in, begun before, have a minute.
+/// Disconnecting times out after ten seconds; connecting and signing in, started earlier, after a minute.
 TEST(Disconnect, TimesOutLongBeforeConnectAndLogin) {
   ScriptedDaemon daemon;
   Process connecting(command(daemon.port(), {"connect"}));

@@ -1,4 +1,4 @@
-// What every action shares: options, the usage, large answers, and daemons that are not there or go.
+// Behaviour common to all actions: options, the usage, large answers, and daemons that are unreachable or disappear.
 #include <gtest/gtest.h>
 
 #include "tests/process.h"
@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* kLoggedIn = "{\n\t\"state\" : \"LOGGED_IN\"\n}";
 
-TEST(Frame, TakesAMessageOfFiveMebibytes) {
+TEST(Frame, AcceptsAMessageOfFiveMebibytes) {
   const std::string padding(std::size_t{5} * 1024 * 1024, 'x');
   check({.words = {"state"},
          .answers = {{"request_current_state",
@@ -26,12 +26,12 @@ TEST(Frame, PrintsTheUsage) {
   EXPECT_NE(help.out.find("\nActions:\n   adapter datalimit daily "), std::string::npos);
   EXPECT_TRUE(help.out.ends_with("\n   transportretry <time in seconds>\n   version\n"));
 
-  // Nothing behind the port option.
+  // Nothing after the port option.
   check({.words = {}, .err = help.out, .status = 4});
   check({.words = {"help", "any", "words"}, .out = help.out});
   EXPECT_EQ(Process({ZEPHCTL_PATH}).finish().out, help.out);
   EXPECT_EQ(Process({ZEPHCTL_PATH, "-h"}).finish().out, help.out);
-  // An option without its value is an action word.
+  // An option without a value is an unknown action.
   for (const char* option : {"-i", "-p", "--ip", "--port"}) {
     const ProgramRun run = Process({ZEPHCTL_PATH, option}).finish();
     EXPECT_EQ(run.status, 4);
@@ -39,10 +39,10 @@ TEST(Frame, PrintsTheUsage) {
   }
 }
 
-TEST(Frame, TakesAddressThenPort) {
+TEST(Frame, AcceptsAddressThenPort) {
   ScriptedDaemon daemon({{"request_current_state", {event("report_current_state", R"({"state":2})")}}});
   const std::string port = std::to_string(daemon.port());
-  // A port keeps its low 16 bits.
+  // A port is truncated to 16 bits.
   const std::string wrapped = std::to_string(daemon.port() + 65536);
   for (const std::vector<std::string>& options : {std::vector<std::string>{"-i", "127.0.0.1", "-p", port},
                                                   {"--ip", "localhost", "--port", port},
@@ -59,7 +59,7 @@ TEST(Frame, TakesAddressThenPort) {
 const std::string kUnableToConnect =
     errorObject(3845, "Not able to establish connection to daemon", "Unable to connect");
 
-TEST(Frame, TellsWhenThereIsNoDaemon) {
+TEST(Frame, ReportsAMissingDaemon) {
   const ClosedPort port;
   const auto start = std::chrono::steady_clock::now();
   Process notListening(command(port.number(), {"state"}));
@@ -71,7 +71,7 @@ TEST(Frame, TellsWhenThereIsNoDaemon) {
     EXPECT_EQ(run.status, 1);
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
   }
-  // What no report answers succeeds in silence.
+  // Requests that the daemon does not answer succeed without output.
   for (const std::vector<std::string>& words : {std::vector<std::string>{"daemon", "exit"}, {"log", "erase"}}) {
     const ProgramRun run = zephctl(port.number(), words);
     EXPECT_EQ(run.out + run.err, "");
@@ -79,7 +79,7 @@ TEST(Frame, TellsWhenThereIsNoDaemon) {
   }
 }
 
-TEST(Frame, TimesOutBehindACloseFrame) {
+TEST(Frame, TimesOutAfterACloseFrame) {
   ScriptedDaemon daemon;
   Process run(command(daemon.port(), {"state"}));
   ASSERT_TRUE(daemon.waitForRequests(1));
@@ -89,15 +89,15 @@ TEST(Frame, TimesOutBehindACloseFrame) {
   EXPECT_EQ(ended.status, 1);
 }
 
-TEST(Frame, NamesTheSituationOfTheLinkWhenItIsLost) {
+TEST(Frame, ReportsTheStateOfALostLink) {
   ScriptedDaemon daemon;
   Process run(command(daemon.port(), {"state"}));
   ASSERT_TRUE(daemon.waitForRequests(1));
   daemon.socket().pauseAccepting();
   daemon.socket().drop(1);
   EXPECT_EQ(run.finish().err, kUnableToConnect);
-  // The request is not sent again, nor is the hello.
-  EXPECT_EQ(daemon.heard().size(), 1U);
+  // Neither the request nor the hello is sent again.
+  EXPECT_EQ(daemon.received().size(), 1U);
 }
 
 }  // namespace

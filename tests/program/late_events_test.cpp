@@ -1,4 +1,4 @@
-// Events that a daemon sends while the program runs: streams of safe browsing and of peers, and peers that take long.
+// Events that a daemon sends while the program runs: streams of safe browsing and of peers, and slow peers.
 #include <gtest/gtest.h>
 
 #include "tests/program_case.h"
@@ -12,7 +12,7 @@ std::string lookupBlock(const std::string& data) { return event("report_safe_bro
 std::string printedError(const std::string& json) { return block("safebrowsing_error", json); }
 std::string printedBlock(const std::string& json) { return block("safebrowsing_block", json); }
 
-TEST(SafeBrowsing, StreamsEachEventAsItComes) {
+TEST(SafeBrowsing, StreamsEachEventOnArrival) {
   const std::string longText(300, 'x');
   ScriptedDaemon daemon;
   Process errors(command(daemon.port(), {"safebrowsing", "errors"}));
@@ -23,7 +23,7 @@ TEST(SafeBrowsing, StreamsEachEventAsItComes) {
   const std::string firstBlock = printedBlock(R"({"host":"b.example","redirected":true})");
   ASSERT_TRUE(sendUntilPrinted(daemon, blocks, lookupBlock(R"({"redirected":true,"host":"b.example"})"), firstBlock));
 
-  // A member that is missing or of another kind reads as zero: nothing stays of the event before.
+  // Missing and mistyped members read as zero: no value of the previous event remains.
   const std::string tooLong = R"({"host":")" + longText + R"(","safebro_msg":")" + longText + "\"}";
   for (const char* data : {"null", R"({"error":"1","host":7,"safebro_msg":[]})", tooLong.c_str()}) {
     daemon.send(lookupError(data));
@@ -37,17 +37,17 @@ TEST(SafeBrowsing, StreamsEachEventAsItComes) {
   EXPECT_TRUE(blocks.waitForOutput(lastBlock));
   errors.kill();
   blocks.kill();
-  EXPECT_EQ(behindRepeated(firstError, errors.finish().out),
-            printedError(R"({"error":0,"host":"","message":""})") +
-                printedError(R"({"error":0,"host":"7","message":""})") + lastError);
-  EXPECT_EQ(behindRepeated(firstBlock, blocks.finish().out), printedBlock(R"({"host":"","redirected":false})") +
-                                                                 printedBlock(R"({"host":"7","redirected":false})") +
-                                                                 lastBlock);
-  EXPECT_EQ(daemon.heard().size(), 0U);
+  EXPECT_EQ(afterRepeated(firstError, errors.finish().out), printedError(R"({"error":0,"host":"","message":""})") +
+                                                                printedError(R"({"error":0,"host":"7","message":""})") +
+                                                                lastError);
+  EXPECT_EQ(afterRepeated(firstBlock, blocks.finish().out), printedBlock(R"({"host":"","redirected":false})") +
+                                                                printedBlock(R"({"host":"7","redirected":false})") +
+                                                                lastBlock);
+  EXPECT_EQ(daemon.received().size(), 0U);
 }
 
-/// The time counts from the first event, so a stream without one does not end: `errors` outlives `redirects`.
-TEST(SafeBrowsing, StreamsEndWhenTheirTimeHasRunOut) {
+/// The duration counts from the first event, so a stream without events does not end: `errors` outlives `redirects`.
+TEST(SafeBrowsing, StreamsEndAfterTheirDuration) {
   ScriptedDaemon daemon;
   Process errors(command(daemon.port(), {"safebrowsing", "errors", "1"}));
   Process blocks(command(daemon.port(), {"safebrowsing", "redirects", "1"}));
@@ -55,7 +55,7 @@ TEST(SafeBrowsing, StreamsEndWhenTheirTimeHasRunOut) {
     ASSERT_TRUE(sendUntilPrinted(daemon, run, sent, printed));
     const ProgramRun ended = run.finish();
     EXPECT_EQ(ended.status, 0);
-    EXPECT_EQ(behindRepeated(printed, ended.out), "");
+    EXPECT_EQ(afterRepeated(printed, ended.out), "");
     EXPECT_EQ(ended.err, "");
   };
   expectEnd(blocks, lookupBlock("{}"), printedBlock(R"({"host":"","redirected":false})"));
@@ -68,8 +68,8 @@ const std::string kAuthenticated = event("report_networksharing_peer_status_chan
                                          R"({"uuid":"p-1","peer_role":"host","peerStatus":2,"tunnelStatus":1})");
 constexpr const char* kConnection = R"({"peerStatus":"authenticated","role":"host","uuid":"p-1"})";
 
-/// The calls with a longer time-out still wait when another has given up.
-TEST(Peers, SlowPeersAreWaitedForLonger) {
+/// The calls with a longer time-out still wait when another one has timed out.
+TEST(Peers, WaitLongerForSlowPeers) {
   ScriptedDaemon daemon;
   Process reconnecting(command(daemon.port(), {"networksharing", "reconnect", "p-1"}));
   Process requesting(command(daemon.port(), {"networksharing", "peer", "request", "p-1"}));
@@ -81,7 +81,7 @@ TEST(Peers, SlowPeersAreWaitedForLonger) {
   EXPECT_EQ(reconnecting.finish().out, printed(parsed(kConnection)));
 }
 
-TEST(Peers, StatisticsStreamTheirEvents) {
+TEST(Peers, EventsAppearInStatistics) {
   ScriptedDaemon daemon;
   Process run(command(daemon.port(), {"stats", "0", "networksharing"}));
   const std::string newPeer =
@@ -90,14 +90,14 @@ TEST(Peers, StatisticsStreamTheirEvents) {
       daemon, run, event("report_networksharing_new_peer_available", R"({"uuid":"p-1","display_name":"One"})"),
       newPeer));
   daemon.send(event("report_networkshare_auth_request", R"({"uuid":"p-2","display_name":"Two"})"));
-  daemon.send(kPaired);  // No stream tells of a pairing.
+  daemon.send(kPaired);  // No stream reports a pairing.
   daemon.send(event("report_networksharing_peer_status_change",
                     R"({"uuid":"p-1","peer_role":"host","peerStatus":0,"type":3,"msg":"refused by peer"})"));
   daemon.send(kAuthenticated);
   const std::string last = block("networksharing_peer_status_change", kConnection);
   EXPECT_TRUE(run.waitForOutput(last));
   run.kill();
-  EXPECT_EQ(behindRepeated(newPeer, run.finish().out),
+  EXPECT_EQ(afterRepeated(newPeer, run.finish().out),
             block("networksharing_pairrequest", R"({"displayName":"Two","haveAuthToken":false,"uuid":"p-2"})") +
                 block("networksharing_peer_status_change",
                       R"({"errorCode":3,"errorMessage":"refused by peer","errorType":"Invalid credentials",)"

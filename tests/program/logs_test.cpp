@@ -1,4 +1,4 @@
-// Problem reports, and words that no report answers.
+// Problem reports, and requests that the daemon does not answer.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 namespace tests {
 namespace {
 
-/// A directory that lasts as long as its test.
+/// Creates a directory for the duration of a test.
 class LogReport : public testing::Test {
  protected:
   LogReport() {
@@ -21,7 +21,7 @@ class LogReport : public testing::Test {
   }
   ~LogReport() override { std::filesystem::remove_all(folder); }
 
-  /// The report of what stands at `path`, which the daemon must get as `sent`.
+  /// Returns the case of a report on `path`, which the daemon must receive as `sent`.
   static ProgramCase reportCase(const std::filesystem::path& path, const std::filesystem::path& sent,
                                 const std::string& answer, const std::string& out) {
     return {.words = {"log", "report", "a@b.example", "It is \"slow\"", path.string()},
@@ -41,7 +41,7 @@ TEST_F(LogReport, SendsTheCanonicalPathAndPrintsTheAnswer) {
   const std::string ticket = "{\n\t\"ticketId\" : \"T-1\"\n}";
   check(reportCase(file, file, answer, ticket));
   check(reportCase(folder / "inner" / ".." / "daemon.log", file, answer, ticket));
-  // A directory will do.
+  // A directory is accepted.
   check(reportCase(folder, folder, answer, ticket));
   check(reportCase(file, file, R"({"type":null,"ticket_id":")" + std::string(40, 't') + "\"}",
                    "{\n\t\"ticketId\" : \"" + std::string(31, 't') + "\"\n}"));
@@ -55,7 +55,7 @@ TEST_F(LogReport, SendsTheCanonicalPathAndPrintsTheAnswer) {
   isRefused("-1", 4294967295, "Unknown error");
 }
 
-TEST_F(LogReport, RefusesWhatIsNotThere) {
+TEST_F(LogReport, RefusesMissingFiles) {
   for (const auto& [email, path] : {std::pair<std::string, std::string>{"a@b.example", (folder / "none.log").string()},
                                     {"a@b.example", (folder / "none" / "daemon.log").string()},
                                     {"a@b.example", ""},
@@ -66,8 +66,8 @@ TEST_F(LogReport, RefusesWhatIsNotThere) {
   }
 }
 
-/// The process ends at once, and what it had to say has left all the same.
-TEST(Logs, LeaveBeforeTheProcessEnds) {
+/// The process ends at once, but its requests are still sent.
+TEST(Logs, AreSentBeforeTheProcessEnds) {
   ScriptedDaemon daemon;
   std::vector<std::string> sent;
   for (int i = 0; i < 200; ++i) {
@@ -79,9 +79,9 @@ TEST(Logs, LeaveBeforeTheProcessEnds) {
     sent.push_back(request(erase ? "erase_all_log_files" : "exit"));
   }
   ASSERT_TRUE(daemon.waitForRequests(sent.size()));
-  const auto heard = daemon.heard();
-  EXPECT_EQ(std::count(heard.begin(), heard.end(), sent[0]), 20);
-  EXPECT_EQ(std::count(heard.begin(), heard.end(), sent[1]), 180);
+  const auto received = daemon.received();
+  EXPECT_EQ(std::count(received.begin(), received.end(), sent[0]), 20);
+  EXPECT_EQ(std::count(received.begin(), received.end(), sent[1]), 180);
 }
 
 }  // namespace

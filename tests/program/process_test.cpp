@@ -1,4 +1,4 @@
-// What the tests promise to each other: nothing of one outlives it.
+// Tests are independent: no process of one outlives it.
 #include "tests/process.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ TEST(Process, EndsWithTheTestThatStartedIt) {
   daemon.start();
   Process holder({HOLDER_PATH, std::to_string(daemon.port())});
   ASSERT_TRUE(connections.waitUntil([](int count) { return count == 1; }));
-  holder.kill();  // gets no chance to end its child
+  holder.kill();  // it cannot end its child
   EXPECT_TRUE(connections.waitUntil([](int count) { return count == 0; }));
   daemon.stop();
 }

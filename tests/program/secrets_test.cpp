@@ -1,4 +1,4 @@
-// Passwords and tokens go to the daemon and nowhere else.
+// Passwords and tokens are sent to the daemon and appear nowhere else.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -45,7 +45,7 @@ void expectNoSecret(const ProgramRun& run) {
   EXPECT_EQ(run.err.find(kSecret), std::string::npos) << run.err;
 }
 
-TEST(Secrets, NotInWhatIsPrintedWhenTheDaemonRefuses) {
+TEST(Secrets, AreNotPrintedAfterARefusal) {
   for (const Way& way : kWays) {
     SCOPED_TRACE(describe(way));
     ScriptedDaemon daemon(refusalOf(way));
@@ -53,13 +53,13 @@ TEST(Secrets, NotInWhatIsPrintedWhenTheDaemonRefuses) {
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.err.find("errorCode"), std::string::npos);
     expectNoSecret(run);
-    // It did go to the daemon.
-    ASSERT_EQ(daemon.heard().size(), 1U);
-    EXPECT_NE(daemon.heard()[0].find(std::string("\"") + way.member + "\":\"" + kSecret), std::string::npos);
+    // It was sent to the daemon.
+    ASSERT_EQ(daemon.received().size(), 1U);
+    EXPECT_NE(daemon.received()[0].find(std::string("\"") + way.member + "\":\"" + kSecret), std::string::npos);
   }
 }
 
-TEST(Secrets, NotInWhatTheSimulatorPrintsUnlessAsked) {
+TEST(Secrets, AreNotPrintedByTheSimulatorByDefault) {
   for (const bool asked : {false, true}) {
     const std::uint16_t port = nextPort();
     Process simulator(
@@ -77,7 +77,7 @@ TEST(Secrets, NotInWhatTheSimulatorPrintsUnlessAsked) {
   }
 }
 
-TEST(Secrets, WordsOfTheCommandLineAreWipedBehindTheCall) {
+TEST(Secrets, ArgumentsAreWipedAfterTheCall) {
   for (const Way& way : kWays) {
     if (!way.input.empty()) continue;
     SCOPED_TRACE(describe(way));
@@ -91,7 +91,7 @@ TEST(Secrets, WordsOfTheCommandLineAreWipedBehindTheCall) {
     EXPECT_EQ(cli::dispatch(words), 1);
     cli::g_sdk = nullptr;
     EXPECT_EQ(texts.back(), std::string(kSecret.size(), '\0'));
-    EXPECT_EQ(daemon.heard().size(), 1U);
+    EXPECT_EQ(daemon.received().size(), 1U);
   }
 }
 

@@ -1,4 +1,4 @@
-// stats: what it asks for, when it ends, and reports that come while it runs.
+// stats: its requests, its end, and reports that arrive while it runs.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -26,8 +26,8 @@ std::string connectionsBlock(int time) {
   return block("connection_stats", R"({"time":)" + std::to_string(time) + R"(,"connections":[]})");
 }
 
-/// Runs to its end, a second behind the first event. The keep-alive may fall between any two requests.
-TEST(Stats, AsksForEverythingAndEndsByItsDuration) {
+/// Runs until one second after the first event. The keep-alive may be sent between any two requests.
+TEST(Stats, RequestsEverythingAndEndsAfterItsDuration) {
   ScriptedDaemon daemon({{"request_current_state", {kConnected}}});
   const ProgramRun run = zephctl(daemon.port(), {"stats", "1", "day", "networksharing", "week", "month", "total",
                                                  "networksharing", "current", "networksharing"});
@@ -35,18 +35,18 @@ TEST(Stats, AsksForEverythingAndEndsByItsDuration) {
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.status, 0);
   ASSERT_TRUE(daemon.waitForRequests(8));
-  std::vector<std::string> heard = daemon.heard();
-  const auto repeated = std::find(heard.begin(), heard.end(), kSubscribe);
-  ASSERT_NE(repeated, heard.end());
-  heard.erase(repeated);
-  EXPECT_EQ(heard,
+  std::vector<std::string> received = daemon.received();
+  const auto repeated = std::find(received.begin(), received.end(), kSubscribe);
+  ASSERT_NE(repeated, received.end());
+  received.erase(repeated);
+  EXPECT_EQ(received,
             (std::vector<std::string>{
                 request("stat_subscribe", R"({"enable":true,"periods":[24,168,720,4294967295,0]})"),
                 request("request_current_state"), request("request_networks"), request("request_connection_stats"),
                 request("request_session_stats"), request("request_streaming_stats"), kUnsubscribe}));
 }
 
-TEST(Stats, TakesPeriodsAsNumbersAndWords) {
+TEST(Stats, AcceptsPeriodsAsNumbersAndNames) {
   const std::pair<std::vector<std::string>, const char*> rows[] = {
       {{"stats"}, ""},
       {{"stats", "0"}, ""},
@@ -58,11 +58,11 @@ TEST(Stats, TakesPeriodsAsNumbersAndWords) {
     ScriptedDaemon daemon;
     Process run(command(daemon.port(), words));
     ASSERT_TRUE(daemon.waitForRequests(1));
-    EXPECT_EQ(daemon.heard()[0], request("stat_subscribe", std::string(R"({"enable":true)") + periods + "}"));
+    EXPECT_EQ(daemon.received()[0], request("stat_subscribe", std::string(R"({"enable":true)") + periods + "}"));
   }
 }
 
-/// Errors come on the other stream, count as events, and change no status.
+/// Errors are printed on stderr, count as events, and do not change the status.
 TEST(Stats, PrintsTimeoutsInTheErrorForm) {
   ScriptedDaemon daemon;
   const auto start = std::chrono::steady_clock::now();
@@ -75,11 +75,11 @@ TEST(Stats, PrintsTimeoutsInTheErrorForm) {
   EXPECT_EQ(run.status, 0);
 }
 
-TEST(Stats, PrintsLaterReportsOfEachKindAsTheyComeAlsoBehindALostConnection) {
+TEST(Stats, PrintsLaterReportsOfEachKindAlsoAfterReconnecting) {
   ScriptedDaemon daemon({{"request_current_state", {kConnected}}});
   Process run(command(daemon.port(), {"stats"}));
   ASSERT_TRUE(run.waitForOutput(kConnectedBlock));
-  // The last subscription: what comes before it stands would be lost.
+  // The last subscription: reports that arrive before it is established would be lost.
   ASSERT_TRUE(daemon.waitForRequest(request("request_streaming_stats")));
   std::string shown = kConnectedBlock;
   const std::pair<std::string, std::string> events[] = {
@@ -93,7 +93,7 @@ TEST(Stats, PrintsLaterReportsOfEachKindAsTheyComeAlsoBehindALostConnection) {
   for (const auto& [text, printed] : events) {
     daemon.send(text);
     shown += printed;
-    // Each block stands there before the next event exists.
+    // Each block must be printed before the next event is sent.
     ASSERT_TRUE(run.waitForOutput(shown));
   }
   daemon.socket().drop(1);
@@ -105,7 +105,7 @@ TEST(Stats, PrintsLaterReportsOfEachKindAsTheyComeAlsoBehindALostConnection) {
   EXPECT_EQ(run.finish().out, shown);
 }
 
-/// All five requests are answered before the burst begins, so that none runs into its time-out on a slow machine.
+/// All five requests are answered before the burst, so that none of them times out on a slow machine.
 TEST(Stats, PrintsABurstWholeAndInOrder) {
   ProgramCase row{.words = {"stats"},
                   .answers = {{"request_current_state", {kConnected}},
@@ -123,12 +123,12 @@ TEST(Stats, PrintsABurstWholeAndInOrder) {
   check(row);
 }
 
-TEST(Stats, AsksForFiveMinutesOfHistoryOnTheMonotonicClock) {
+TEST(Stats, RequestsFiveMinutesOfHistoryOnTheMonotonicClock) {
   ScriptedDaemon daemon({{"request_historic_connection_stats", {event("report_historic_connection_stats", "[]")}}});
   const std::uint64_t before = zephlinksdk::monotonicMs();
   EXPECT_EQ(zephctl(daemon.port(), {"stats", "historic"}).status, 0);
-  ASSERT_EQ(daemon.heard().size(), 1U);
-  const Json::Value members = parsed(daemon.heard()[0])[1];
+  ASSERT_EQ(daemon.received().size(), 1U);
+  const Json::Value members = parsed(daemon.received()[0])[1];
   ASSERT_EQ(members.getMemberNames(), std::vector<std::string>{"dataSince"});
   EXPECT_GE(members["dataSince"].asUInt64(), before - 300000);
   EXPECT_LE(members["dataSince"].asUInt64(), zephlinksdk::monotonicMs() - 300000);

@@ -1,4 +1,4 @@
-"""What the tests that are scripts share: a daemon whose every byte is ours, and a runner of zephctl.
+"""Shared by the tests that are scripts: a daemon under full control, and a runner of zephctl.
 
 Standard library only. Everything is on loopback.
 """
@@ -38,7 +38,7 @@ ANSWERS = {
 
 
 def answers(name, members, table=ANSWERS):
-    """The reports that answer a request: always the same, with what the request sets."""
+    """Returns the reports that answer a request: always the same, with the values that the request sets."""
     if name not in table:
         return []
     event, data = table[name]
@@ -61,8 +61,8 @@ def frame(text, opcode=1):
     return head + payload
 
 
-class Gone(Exception):
-    """The peer has left, or doesn't speak the protocol."""
+class Disconnected(Exception):
+    """The peer has closed the connection, or does not follow the protocol."""
 
 
 class Connection:
@@ -73,7 +73,7 @@ class Connection:
         head = (await self.reader.readuntil(b"\r\n\r\n")).decode()
         fields = dict(line.split(": ", 1) for line in head.split("\r\n")[1:] if ": " in line)
         if not head.startswith("GET / HTTP/1.1\r\n") or "Sec-WebSocket-Key" not in fields:
-            raise Gone
+            raise Disconnected
         digest = hashlib.sha1((fields["Sec-WebSocket-Key"] + "258EAFA5-E914-47DA-95CA-C5AB0DC85B11").encode())
         self.write(
             "HTTP/1.1 101 Switching Protocols\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
@@ -89,7 +89,7 @@ class Connection:
         await self.writer.drain()
 
     async def text(self):
-        """The next text message, as it came."""
+        """Returns the next text message, unparsed."""
         while True:
             first, second = await self.reader.readexactly(2)
             size = second & 0x7F
@@ -98,25 +98,25 @@ class Connection:
             elif size == 127:
                 (size,) = struct.unpack("!Q", await self.reader.readexactly(8))
             if not second & 0x80 or not first & 0x80:
-                raise Gone
+                raise Disconnected
             key = await self.reader.readexactly(4)
             payload = bytes(byte ^ key[at % 4] for at, byte in enumerate(await self.reader.readexactly(size)))
             if first & 0x0F == 8:
-                raise Gone
+                raise Disconnected
             if first & 0x0F == 1:
                 return payload
 
     async def request(self):
-        """The next request: its name and members."""
+        """Returns the name and members of the next request."""
         text = await self.text()
         name, members, source = json.loads(text)
         if source != "zephlink_sdk" or not text.endswith(b"\n"):
-            raise Gone
+            raise Disconnected
         return name, members
 
 
 async def answer_all(link):
-    """The course of a daemon as it should be."""
+    """The behaviour of a correct daemon."""
     while True:
         name, members = await link.request()
         for event, data in answers(name, members):
@@ -124,8 +124,8 @@ async def answer_all(link):
 
 
 class Daemon:
-    """Upgrades each connection and plays `course` on it, then closes it. A client that doesn't finish its upgrade in
-    a second is dropped, as servers do."""
+    """Upgrades each connection, runs `course` on it, then closes it. Drops a client that does not finish its upgrade
+    within a second, as servers do."""
 
     def __init__(self, course=answer_all):
         self.course, self.port = course, 0
@@ -143,7 +143,7 @@ class Daemon:
         try:
             await asyncio.wait_for(link.upgrade(), 1)
             await self.course(link)
-        except (Gone, OSError, EOFError, ValueError, asyncio.TimeoutError, asyncio.LimitOverrunError,
+        except (Disconnected, OSError, EOFError, ValueError, asyncio.TimeoutError, asyncio.LimitOverrunError,
                 asyncio.CancelledError):
             pass
         finally:
@@ -156,7 +156,7 @@ PARENT = os.getpid()
 
 
 def end_with_the_test():
-    """In the child: the system ends it when the test ends, however that is."""
+    """Runs in the child: the system ends it when the test ends in any way."""
     LIBC.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
     if os.getppid() != PARENT:
         os._exit(127)
@@ -170,7 +170,7 @@ async def start(program, *words, **streams):
 
 
 async def stop(process):
-    """Ends a program and what it started."""
+    """Ends a program and its children."""
     if process.returncode is None:
         try:
             os.killpg(process.pid, signal.SIGKILL)
@@ -183,8 +183,8 @@ Run = namedtuple("Run", "status out err seconds")
 
 
 async def run(program, port, words, limit, env=None):
-    """One run of zephctl. Its status is negative after a signal, None if it had to be killed at `limit` seconds. The
-    words may begin with -i and a host."""
+    """Runs zephctl once. The status is negative after a signal, and None if it was killed after `limit` seconds. The
+    arguments may start with -i and a host."""
     begin = time.monotonic()
     options = 2 if words[:1] == ("-i",) else 0
     process = await start(program, *words[:options], "-p", str(port), *words[options:], stdout=asyncio.subprocess.PIPE,
@@ -200,7 +200,7 @@ async def run(program, port, words, limit, env=None):
 
 
 def is_error_object(text):
-    """Whether the text is exactly one error object as zephctl prints it."""
+    """Returns whether the text is exactly one error object as zephctl prints it."""
     try:
         return json.loads(text).keys() == {"errorCode", "errorType", "errorMessage"}
     except (ValueError, AttributeError):

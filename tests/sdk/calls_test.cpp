@@ -1,4 +1,4 @@
-// Calls, subscriptions and listeners as a host makes them.
+// Calls, subscriptions and listeners, used as by a host.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -42,7 +42,7 @@ TEST(Calls, ImmediateRecordOfAnAsynchronousCallIsMarked) {
   EXPECT_EQ(immediate.errorCode, ZephlinkSDK_Error_AsyncCall);
   EXPECT_STREQ(immediate.errorMessage, "Result is an async call SDK");
   ASSERT_TRUE(versions.waitFor(1));
-  // The mark stays in the record that the callback gets.
+  // The record in the callback keeps the mark of an asynchronous call.
   EXPECT_FALSE(versions.all()[0].hasError);
   EXPECT_EQ(versions.all()[0].errorCode, ZephlinkSDK_Error_AsyncCall);
   EXPECT_EQ(versions.all()[0].handle, immediate.handle);
@@ -53,7 +53,7 @@ TEST(Calls, OneShotCallEndsWithItsFirstAnswerWhateverTheCallbackReturns) {
   Collector<Version> versions;
   Host host({{"request_version_data", {kVersionReport, kVersionReport}}, {"request_current_state", {stateReport(0)}}});
   ZephlinkSDK_getVersion(host.sdk, versions.collect, &versions);
-  // Answered behind both version reports.
+  // Answered after both version reports.
   ZephlinkSDK_getState(host.sdk, nullptr, nullptr);
   EXPECT_EQ(versions.all().size(), 1U);
 }
@@ -79,7 +79,7 @@ TEST(Calls, ListenerStaysUntilItsCallbackReturnsFalse) {
   EXPECT_EQ(peers.all().size(), 1U);
 }
 
-TEST(Calls, RemovedListenerHearsNoMore) {
+TEST(Calls, RemovedListenerReceivesNothing) {
   Collector<State> states;
   Host host(statesAndVersion({1}));
   const auto handle = ZephlinkSDK_getState(host.sdk, states.collect, &states).handle;
@@ -90,7 +90,7 @@ TEST(Calls, RemovedListenerHearsNoMore) {
   EXPECT_EQ(states.all().size(), 1U);
 }
 
-TEST(Calls, OneReportAnswersAllThatWaitForIt) {
+TEST(Calls, OneReportAnswersAllWaitingCalls) {
   Host host;
   std::atomic<int> answered{0};
   std::thread reporter([&] {
@@ -115,7 +115,7 @@ TEST(Calls, SynchronousCallFromACallbackIsRefused) {
   EXPECT_TRUE(inner.hasError);
   EXPECT_EQ(inner.errorCode, ZephlinkSDK_Error_SyncCallInCallback);
   EXPECT_STREQ(inner.errorMessage, "Synchronous call used from within asynchronous callback. Not supported");
-  EXPECT_EQ(host.daemon.heard().size(), 1U);
+  EXPECT_EQ(host.daemon.received().size(), 1U);
 }
 
 TEST(Calls, CallbackMayRegisterAndRemove) {
@@ -125,7 +125,7 @@ TEST(Calls, CallbackMayRegisterAndRemove) {
   Host host(statesAndVersion({1}));
   second.answer = [](const State&) { return false; };
   first.answer = [&](const State& record) {
-    // Hears of the next report, not of the one under way: its request has not left yet.
+    // Receives the next report, not the current one: its request was not sent yet.
     ZephlinkSDK_getState(host.sdk, second.collect, &second);
     ZephlinkSDK_getVersion(host.sdk, versions.collect, &versions);
     ZephlinkSDK_removeListener(host.sdk, record.handle);
@@ -135,7 +135,7 @@ TEST(Calls, CallbackMayRegisterAndRemove) {
   ASSERT_TRUE(versions.waitFor(1));
   EXPECT_EQ(first.all().size(), 1U);
   EXPECT_EQ(second.all().size(), 1U);
-  EXPECT_EQ(host.daemon.heard().size(), 3U);
+  EXPECT_EQ(host.daemon.received().size(), 3U);
 }
 
 TEST(Calls, TimedOutSubscriptionStaysForLaterReports) {
@@ -147,7 +147,7 @@ TEST(Calls, TimedOutSubscriptionStaysForLaterReports) {
   EXPECT_EQ(states.all()[0].errorCode, ZephlinkSDK_Error_Timeout);
   host.daemon.send(stateReport(2));
   ASSERT_TRUE(states.waitFor(2));
-  // Only the flag of the head is cleared.
+  // Only the head's error flag is cleared.
   EXPECT_FALSE(states.all()[1].hasError);
   EXPECT_EQ(states.all()[1].errorCode, ZephlinkSDK_Error_Timeout);
   EXPECT_EQ(states.all()[1].state, ZephlinkSDK_State_LoggedIn);
@@ -163,7 +163,7 @@ TEST(Calls, SubscriptionOutlivesTheConnection) {
   EXPECT_EQ(ZephlinkSDK_getVersion(host.sdk, nullptr, nullptr).build, 4);
   host.daemon.send(stateReport(2));
   ASSERT_TRUE(states.waitFor(2));
-  EXPECT_EQ(host.daemon.heard().size(), 2U);
+  EXPECT_EQ(host.daemon.received().size(), 2U);
 }
 
 TEST(Calls, CallersAreServedWhileTheLinkIsClosing) {
@@ -171,7 +171,7 @@ TEST(Calls, CallersAreServedWhileTheLinkIsClosing) {
   Host host;
   ASSERT_TRUE(host.daemon.waitForConnections(1));
   host.daemon.socket().close(1);
-  // The channel thread never sleeps now; registering and removing must get their turn all the same.
+  // The channel thread never sleeps here; other threads must still be able to register and remove.
   EXPECT_TRUE(within(std::chrono::seconds(4), [&] {
     for (int i = 0; i < 1000; ++i) {
       ZephlinkSDK_removeListener(host.sdk, ZephlinkSDK_getState(host.sdk, states.collect, &states).handle);
@@ -180,29 +180,29 @@ TEST(Calls, CallersAreServedWhileTheLinkIsClosing) {
   EXPECT_EQ(states.all().size(), 0U);
 }
 
-TEST(Calls, HelloComesFirstAndOnce) {
+TEST(Calls, HelloIsSentFirstAndOnce) {
   const std::string request = R"(["request_current_state",null,"zephlink_sdk"])";
   const std::pair<std::string, std::vector<std::string>> cases[] = {
       {"A host of my own, with a long name",
        {R"(["set_app_name",{"name":"A host of my own, with a long n"},"zephlink_sdk"])", request}},
       {"", {request}}};
-  for (const auto& [name, heard] : cases) {
+  for (const auto& [name, received] : cases) {
     ScriptedDaemon daemon(statesAndVersion({1}));
     const Sdk sdk(ZephlinkSDK_create(configFor(daemon.port(), name)));
     ZephlinkSDK_getState(sdk.get(), nullptr, nullptr);
-    EXPECT_EQ(daemon.heard(), heard);
+    EXPECT_EQ(daemon.received(), received);
   }
 }
 
-TEST(Calls, TextsQueuedJustBeforeTheEndLeave) {
+TEST(Calls, TextsQueuedJustBeforeDestructionAreSent) {
   Host host;
   const unsigned int periods[] = {24, 168, 720, 1, 2, 3};
   EXPECT_FALSE(ZephlinkSDK_subscribeStats(host.sdk, true, 6, periods).hasError);
   EXPECT_FALSE(ZephlinkSDK_subscribeStats(host.sdk, false, 6, periods).hasError);
   host.owner.reset();
-  // The keep-alive thread may have repeated the first in between.
+  // The keep-alive thread may have repeated the first request in between.
   EXPECT_TRUE(host.daemon.waitForRequest(R"(["stat_subscribe",{"enable":false},"zephlink_sdk"])"));
-  EXPECT_EQ(host.daemon.heard().front(),
+  EXPECT_EQ(host.daemon.received().front(),
             R"(["stat_subscribe",{"enable":true,"periods":[24,168,720,1,2]},"zephlink_sdk"])");
 }
 
@@ -211,10 +211,10 @@ TEST(Calls, KeepAliveRepeatsTheSubscriptionAtOnce) {
   const unsigned int day = 24;
   ZephlinkSDK_subscribeStats(host.sdk, true, 1, &day);
   ASSERT_TRUE(host.daemon.waitForRequests(2));
-  EXPECT_EQ(host.daemon.heard()[1], R"(["stat_subscribe",{"enable":true},"zephlink_sdk"])");
+  EXPECT_EQ(host.daemon.received()[1], R"(["stat_subscribe",{"enable":true},"zephlink_sdk"])");
 }
 
-/// The repetition has no periods: amid the requests of a host it would undo the first one's.
+/// The repetition has no periods: between the requests of a host it would undo the first one.
 TEST(Calls, KeepAliveFollowsTheRequestsOfTheHost) {
   const std::vector<std::string> own{
       R"(["stat_subscribe",{"enable":true,"periods":[24]},"zephlink_sdk"])",
@@ -233,16 +233,16 @@ TEST(Calls, KeepAliveFollowsTheRequestsOfTheHost) {
     ZephlinkSDK_getConnectionStats(host.sdk, connections.collect, &connections);
     ZephlinkSDK_getSessionStats(host.sdk, sessions.collect, &sessions);
     ASSERT_TRUE(host.daemon.waitForRequests(own.size()));
-    auto heard = host.daemon.heard();
-    heard.resize(own.size());
-    ASSERT_EQ(heard, own) << "in round " << round;
+    auto received = host.daemon.received();
+    received.resize(own.size());
+    ASSERT_EQ(received, own) << "in round " << round;
   }
 }
 
-TEST(Calls, EndsAtOnceInEveryStateOfTheLink) {
+TEST(Calls, DestructionIsPromptInEveryStateOfTheLink) {
   ScriptedDaemon daemon;
   const ClosedPort closedPort;
-  // Twenty pauses waited to their ends would take five.
+  // Twenty full pauses would take five seconds.
   EXPECT_TRUE(within(std::chrono::seconds(5), [&] {
     for (int i = 0; i < 20; ++i) {
       connectTo(daemon.port());

@@ -1,5 +1,5 @@
-// Peers that take a connection and say nothing, and callbacks of two objects that call into each other: time-outs run
-// and objects end all the same.
+// Peers that accept a connection and send nothing, and callbacks of two objects that call each other: calls still time
+// out and objects can be destroyed.
 #include <gtest/gtest.h>
 
 #include <boost/asio/io_context.hpp>
@@ -25,7 +25,7 @@ std::chrono::milliseconds timeOf(const std::function<void()>& work) {
   return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
 }
 
-TEST(SilentPeer, LeavesCallsTheirTimeouts) {
+TEST(SilentPeer, LetsCallsTimeOut) {
   const SilentPeer peer;
   const Sdk sdk = connectTo(peer.port());
   ZephlinkSDK_StateResult record{};
@@ -36,7 +36,7 @@ TEST(SilentPeer, LeavesCallsTheirTimeouts) {
   EXPECT_LT(elapsed, 7s);
 }
 
-TEST(SilentPeer, DoesNotHoldUpTheEndOfAnObject) {
+TEST(SilentPeer, DoesNotDelayDestruction) {
   const SilentPeer peer;
   for (int i = 0; i < 5; ++i) {
     Sdk sdk = connectTo(peer.port());
@@ -45,8 +45,8 @@ TEST(SilentPeer, DoesNotHoldUpTheEndOfAnObject) {
   }
 }
 
-/// A peer that drips its answer byte by byte is waited for, one that stops in it is not.
-TEST(SilentPeer, MayComeBackInTheMiddleOfItsAnswer) {
+/// The client waits for a peer that sends its answer byte by byte, but not for one that stops within it.
+TEST(SilentPeer, MayResumeItsAnswer) {
   std::promise<void> timedOut;
   RawServer server([&](RawConnection& connection) {
     readRequest(connection);
@@ -59,7 +59,7 @@ TEST(SilentPeer, MayComeBackInTheMiddleOfItsAnswer) {
     const Sdk sdk = connectTo(server.port());
     EXPECT_EQ(ZephlinkSDK_getState(sdk.get(), nullptr, nullptr).errorCode, ZephlinkSDK_Error_NotConnected);
     timedOut.set_value();
-    // From now on the link is usable, though nobody answers.
+    // From here on the link is usable, although the peer does not answer.
     EXPECT_EQ(ZephlinkSDK_getState(sdk.get(), nullptr, nullptr).errorCode, ZephlinkSDK_Error_Timeout);
   }
 }
@@ -86,7 +86,7 @@ TEST(TwoObjects, MayCallEachOtherFromTheirCallbacks) {
   EXPECT_TRUE(ofTwo.waitFor(200));
 }
 
-/// A callback that does not return blocks its own object only: other threads register and remove entries meanwhile.
+/// A callback that does not return blocks its own object only: other threads can register and remove entries.
 TEST(TwoObjects, RegisterWhileACallbackRuns) {
   Host host(statesAndVersion({1}));
   Collector<ZephlinkSDK_StateResult> states;

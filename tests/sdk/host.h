@@ -1,4 +1,4 @@
-// The library as a host uses it: a configuration towards a scripted daemon, and a place that collects records.
+// The library as used by a host: an object connected to a scripted daemon, and a collector of records.
 #pragma once
 
 #include <functional>
@@ -30,7 +30,7 @@ inline ZephlinkSDK_Config configFor(std::uint16_t port, std::string_view appName
 
 inline Sdk connectTo(std::uint16_t port) { return Sdk(ZephlinkSDK_create(configFor(port))); }
 
-/// A daemon and an object that is connected to it.
+/// A daemon and an object connected to it.
 struct Host {
   ScriptedDaemon daemon;
   Sdk owner = connectTo(daemon.port());
@@ -45,14 +45,14 @@ inline std::string stateReport(int state) {
 
 inline const std::string kVersionReport = event("report_version_data", R"({"maj":1,"min":2,"bug":3,"build":4})");
 
-/// A state request is answered with these, a version request with the one version.
+/// Answers a state request with these states, a version request with one version.
 inline Answers statesAndVersion(const std::vector<int>& states) {
   Answers answers{{"request_version_data", {kVersionReport}}};
   for (const int state : states) answers["request_current_state"].push_back(stateReport(state));
   return answers;
 }
 
-/// Runs `work`, which gets its number, on that many threads at once, to the end.
+/// Runs `work` with its number on that many threads at once, and waits for all.
 template <class Work>
 void onThreads(int count, const Work& work) {
   std::vector<std::thread> threads;
@@ -60,23 +60,23 @@ void onThreads(int count, const Work& work) {
   for (std::thread& thread : threads) thread.join();
 }
 
-/// Collects what a callback gets; `collect` is the callback, the object its user data.
+/// Collects the records of a callback: `collect` is the callback, the object its user data.
 template <class Record>
 class Collector {
  public:
-  /// What the callback answers to each record; true unless told otherwise. Runs on the channel thread.
+  /// The callback's return value for each record; default: true. Runs on the channel thread.
   std::function<bool(const Record&)> answer = [](const Record&) { return true; };
 
   static bool collect(Record record, void* userData) {
     auto* self = static_cast<Collector*>(userData);
     const bool more = self->answer(record);
-    self->records.change([&](auto& heard) { heard.push_back(record); });
+    self->records.change([&](auto& received) { received.push_back(record); });
     return more;
   }
 
-  /// Waits for that many records; false after 30 seconds.
+  /// Waits for that many records; returns false after 30 seconds.
   bool waitFor(std::size_t count) {
-    return records.waitUntil([&](const auto& heard) { return heard.size() >= count; });
+    return records.waitUntil([&](const auto& received) { return received.size() >= count; });
   }
 
   std::vector<Record> all() { return records.get(); }

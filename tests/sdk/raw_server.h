@@ -1,4 +1,4 @@
-// A TCP server that speaks byte by byte, for what no sane WebSocket server sends.
+// A TCP server that sends any bytes, including those that a WebSocket server must not send.
 #pragma once
 
 #include <boost/asio/io_context.hpp>
@@ -15,27 +15,27 @@
 
 namespace tests {
 
-/// Each write leaves at once; what is read ends early when the peer goes, or does not come.
+/// Writes are sent at once; reads end early if the peer closes or sends nothing.
 using RawConnection = boost::asio::ip::tcp::iostream;
 
-/// What comes until the peer ends its side.
+/// Reads until the peer ends its side.
 inline std::string readAll(RawConnection& connection) { return {std::istreambuf_iterator<char>(connection), {}}; }
 
-/// Up to and with the first empty line.
+/// Reads up to and including the first empty line.
 inline std::string readRequest(RawConnection& connection) {
   std::string request;
   for (std::string line; line != "\r" && std::getline(connection, line);) request += line + '\n';
   return request;
 }
 
-/// Ends the connection with a reset in place of an orderly close.
+/// Ends the connection with a reset instead of an orderly close.
 inline void reset(RawConnection& connection) {
   connection.socket().set_option(boost::asio::socket_base::linger(true, 0));
   connection.close();
 }
 
-/// Runs `script` for the first connection, on a thread of its own; the connection closes behind it. The destructor
-/// waits for a script that has begun.
+/// Runs `script` for the first connection, on its own thread, then closes the connection. The destructor waits for a
+/// running script.
 class RawServer {
  public:
   explicit RawServer(std::function<void(RawConnection&)> script) {
@@ -62,7 +62,7 @@ class RawServer {
   std::thread thread;
 };
 
-/// Takes connections in the kernel and never answers: as a stopped daemon does.
+/// Accepts connections in the kernel and never answers, like a stopped daemon.
 class SilentPeer {
  public:
   std::uint16_t port() const { return acceptor.local_endpoint().port(); }

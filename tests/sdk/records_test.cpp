@@ -1,5 +1,5 @@
-// What a host finds in records and the program does not show, most of all in those of a subscription: later reports
-// go into the same record.
+// Record contents that a host sees but the program does not print, mostly in subscriptions: later reports are read into
+// the same record.
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -11,7 +11,7 @@
 namespace tests {
 namespace {
 
-/// The records that `call` hears of when these reports answer its request.
+/// Returns the records that `call` receives when these reports answer its request.
 template <class Record>
 std::vector<Record> recordsOf(Record (&call)(zephlinksdk::ZephlinkSDK*, zephlinksdk::Callback<Record>, void*),
                               const std::string& request, const std::string& report,
@@ -25,7 +25,7 @@ std::vector<Record> recordsOf(Record (&call)(zephlinksdk::ZephlinkSDK*, zephlink
   return records.all();
 }
 
-TEST(Directory, ReachesACallbackAgainAndAgain) {
+TEST(Directory, ReachesACallbackRepeatedly) {
   const auto all =
       recordsOf(ZephlinkSDK_getDirectory, "request_directory", "report_directory",
                 {R"([{"country":"us","publicIP":["a","b"]},{}])", R"([{"country":"de","publicIP":["c"]}])"});
@@ -38,7 +38,7 @@ TEST(Directory, ReachesACallbackAgainAndAgain) {
   EXPECT_STREQ(all[1].servers[0].publicIP[0], "c");
 }
 
-/// Setting a value reports the whole record and is no subscription; reading it is one.
+/// Setting a value reports the whole record and does not subscribe; reading it does.
 TEST(DirectorySettings, StaySubscribedUnderBothNames) {
   const std::string report = event("report_directory_settings", R"({"domain":"d"})");
   Collector<ZephlinkSDK_DirectorySettingsResult> set;
@@ -53,7 +53,7 @@ TEST(DirectorySettings, StaySubscribedUnderBothNames) {
   EXPECT_EQ(set.all().size(), 1U);
 }
 
-TEST(LogSettings, KeepTheLevelThatAReportDoesNotName) {
+TEST(LogSettings, KeepTheLevelThatAReportOmits) {
   const auto later = recordsOf(ZephlinkSDK_getLogSettings, "request_log_settings", "report_log_settings",
                                {R"({"daemon":{"file_size":1,"log_level":"error"}})",
                                 R"({"daemon":{"total_files":2,"log_level":"loud"}})"})[1]
@@ -63,7 +63,7 @@ TEST(LogSettings, KeepTheLevelThatAReportDoesNotName) {
   EXPECT_EQ(later.totalFiles, 2);
 }
 
-TEST(LastDisconnect, TellsTheSessionsTimes) {
+TEST(LastDisconnect, ReportsTheSessionsTimes) {
   const auto record =
       recordsOf(ZephlinkSDK_getLastDisconnectEvent, "request_disconnect_reason", "report_disconnect_reason",
                 {R"({"disconnectReason":"SLEEP","sessionEnd":9000000000,"sessionLength":-2})"})[0];
@@ -72,13 +72,13 @@ TEST(LastDisconnect, TellsTheSessionsTimes) {
   EXPECT_EQ(record.sessionLength, -2);
 }
 
-TEST(Peers, StatusListenerTellsOfFailuresWithoutAnError) {
+TEST(Peers, StatusListenerReceivesFailuresWithoutAnError) {
   Collector<ZephlinkSDK_NetworkSharingConnectionResult> changes;
   Host host;
   ZephlinkSDK_listenForNetworkSharePeerStatusChange(host.sdk, changes.collect, &changes);
   ASSERT_TRUE(host.daemon.waitForConnections(1));
   for (const char* change : {R"({"uuid":"a","peer_role":"host","peerStatus":1,"tunnelStatus":9,"type":3,"msg":"no"})",
-                             // A role that is none leaves the one before.
+                             // An unknown role keeps the previous value.
                              R"({"uuid":"b","peer_role":"guest","peerStatus":2,"tunnelStatus":10})"}) {
     host.daemon.send(event("report_networksharing_peer_status_change", change));
   }
@@ -114,7 +114,7 @@ TEST(Peers, FailedPairingKeepsThePeersName) {
   EXPECT_FALSE(record.haveAuthToken);
 }
 
-TEST(Peers, LaterListsForgetEarlierPeers) {
+TEST(Peers, LaterListsReplaceEarlierPeers) {
   const auto lists = recordsOf(ZephlinkSDK_getNetworkSharesAvailable, "request_networksharing_sharesavailable",
                                "report_networksharing_sharesavailable",
                                {R"([{"uuid":"a","display_name":"A","supports_host":true,"peer_as_host":)"
@@ -133,7 +133,7 @@ TEST(Peers, LaterListsForgetEarlierPeers) {
   EXPECT_EQ(last.peerAsHost.usageWeek, 0U);
 }
 
-TEST(LocalProxy, IsReadWholeUpToTheRoomOfItsLists) {
+TEST(LocalProxy, IsReadUpToTheSizeOfItsLists) {
   const std::string names = R"("d0","d1","d2","d3","d4","d5","d6","d7","d8","d9","d10","d11","d12")";
   const auto record =
       recordsOf(ZephlinkSDK_getLocalProxySettings, "request_localproxy_settings", "report_localproxy_settings",
@@ -151,7 +151,7 @@ TEST(LocalProxy, IsReadWholeUpToTheRoomOfItsLists) {
   EXPECT_EQ(std::string(record.services[0].proxiedDomains[1]), std::string(49, 'p'));
 }
 
-TEST(Firewall, KeepsNothingOfTheReportBefore) {
+TEST(Firewall, KeepsNothingOfThePreviousReport) {
   const auto all =
       recordsOf(ZephlinkSDK_getFirewallSettings, "request_firewall_settings", "report_firewall_settings",
                 {R"({"mode":"denylist","domains":["a"],"ports":[{"proto":"udp","port":1},{"proto":"udp","port":2}]})",
@@ -164,14 +164,14 @@ TEST(Firewall, KeepsNothingOfTheReportBefore) {
   EXPECT_EQ(all[1].ports[0].protocol, ZephlinkSDK_PortProtocol_Tcp);
 }
 
-TEST(Privacy, KeepsNothingOfTheReportBefore) {
+TEST(Privacy, KeepsNothingOfThePreviousReport) {
   const auto all = recordsOf(ZephlinkSDK_getPrivacySettings, "request_privacy_settings", "report_privacy_settings",
                              {R"({"do_not_store_credentials":true})", R"({"api_protection":true})"});
   EXPECT_TRUE(all[0].doNotStoreCredentials && !all[0].apiProtection);
   EXPECT_TRUE(all[1].apiProtection && !all[1].doNotStoreCredentials);
 }
 
-TEST(Settings, TellTheLanguageAndTheExposedAdapters) {
+TEST(Settings, ContainTheLanguageAndTheExposedAdapters) {
   const auto settings = recordsOf(ZephlinkSDK_getSettings, "request_connection_settings", "report_connection_settings",
                                   {R"({"language":"english","perconn_dscp_expose":{"b":true,"a":false}})"})[0];
   EXPECT_STREQ(settings.language, "en");
@@ -182,7 +182,7 @@ TEST(Settings, TellTheLanguageAndTheExposedAdapters) {
   EXPECT_TRUE(settings.perConnectionDscpExpose[1].exposed);
 }
 
-TEST(Settings, KeepListsThatAReportLeavesOut) {
+TEST(Settings, KeepListsThatAReportOmits) {
   const auto records =
       recordsOf(ZephlinkSDK_getSettings, "request_connection_settings", "report_connection_settings",
                 {R"({"forward_ports":[{"port":80,"proto":"udp"}],"perconn_encryption":true,"encrypted":true,
@@ -197,12 +197,12 @@ TEST(Settings, KeepListsThatAReportLeavesOut) {
   EXPECT_EQ(records[1].perConnectionEncryptionCount, 1);
   EXPECT_EQ(records[2].forwardedPortCount, 0);
   EXPECT_EQ(records[2].perConnectionEncryptionCount, 0);
-  // An entry is read whole.
+  // An entry is read completely.
   EXPECT_EQ(records[3].forwardedPorts[0].port, 81);
   EXPECT_EQ(records[3].forwardedPorts[0].protocol, ZephlinkSDK_PortProtocol_Tcp);
 }
 
-TEST(ServerSettings, KeepNothingOfTheReportBefore) {
+TEST(ServerSettings, KeepNothingOfThePreviousReport) {
   const std::string place = R"({"connect_to_best_method":"exact","connect_country":"us|nyc|3"})";
   const auto records =
       recordsOf(ZephlinkSDK_getServerSettings, "request_server_settings", "report_server_settings",

@@ -1,4 +1,4 @@
-// What calls send that the program's words cannot reach, and what they refuse to send.
+// Requests that the program's arguments cannot produce, and calls that the library refuses.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 namespace tests {
 namespace {
 
-/// Fails with the line of the call.
+/// Reports a failure at the caller's line.
 template <class Record>
 void expectRefused(const Record& record, std::uint32_t code = ZephlinkSDK_Error_InvalidArgument,
                    int line = __builtin_LINE()) {
@@ -23,7 +23,7 @@ void expectRefused(const Record& record, std::uint32_t code = ZephlinkSDK_Error_
   EXPECT_STREQ(record.errorMessage, ZephlinkSDK_errorText(code));
 }
 
-/// A number as whatever enumeration a call takes.
+/// A number that converts to any enumeration.
 struct Number {
   unsigned value;
 
@@ -33,7 +33,7 @@ struct Number {
   }
 };
 
-TEST(Refusals, TakeNoNullHandle) {
+TEST(Refusals, IncludeANullObject) {
   expectRefused(ZephlinkSDK_getState(nullptr, nullptr, nullptr));
   expectRefused(ZephlinkSDK_getAdapters(nullptr, nullptr, nullptr));
   expectRefused(ZephlinkSDK_connectToProxy(nullptr, nullptr, nullptr));
@@ -117,27 +117,28 @@ TEST(Refusals, ComeBeforeAnythingIsSent) {
   expectRefused(ZephlinkSDK_listenForNetworkShareNewPeerAvailable(sdk, nullptr, nullptr), kNoCallback);
   expectRefused(ZephlinkSDK_listenForSafeBrowsingError(sdk, nullptr, nullptr), kNoCallback);
   expectRefused(ZephlinkSDK_listenForSafeBrowsingBlock(sdk, nullptr, nullptr), kNoCallback);
-  // Behind anything that might have been sent.
+  // Sent after everything before it.
   EXPECT_FALSE(ZephlinkSDK_getState(sdk, nullptr, nullptr).hasError);
-  EXPECT_EQ(host.daemon.heard(), std::vector<std::string>{request("request_current_state")});
+  EXPECT_EQ(host.daemon.received(), std::vector<std::string>{request("request_current_state")});
 }
 
-TEST(Requests, TakeEveryOtherConnectMethodForAuto) {
+TEST(Requests, SendOtherConnectMethodsAsAuto) {
   Host host({{"server_auto_connect", {stateReport(6)}}});
   for (const unsigned method : {ZephlinkSDK_ConnectMethod_Auto + 0U, ZephlinkSDK_ConnectMethod_Proxy + 0U, 10U}) {
     EXPECT_FALSE(ZephlinkSDK_connect(host.sdk, Number{method}, nullptr, nullptr).hasError);
   }
-  EXPECT_EQ(host.daemon.heard(), std::vector<std::string>(3, request("server_auto_connect", R"({"server":"auto"})")));
+  EXPECT_EQ(host.daemon.received(),
+            std::vector<std::string>(3, request("server_auto_connect", R"({"server":"auto"})")));
 }
 
-/// `text` so many times, with commas between.
+/// Returns `text` repeated `times` times, separated by commas.
 std::string repeated(int times, const std::string& text) {
   std::string all;
   for (int i = 0; i < times; ++i) all += (i == 0 ? "" : ",") + text;
   return all;
 }
 
-TEST(Requests, HoldNoMoreThanTheDaemonTakes) {
+TEST(Requests, AreCutToTheDaemonsLimits) {
   const std::string settings = event("report_connection_settings", "{}");
   Host host({{"set_connection_forward_ports", {settings}},
              {"set_downstream_subnets", {settings}},
@@ -148,14 +149,14 @@ TEST(Requests, HoldNoMoreThanTheDaemonTakes) {
              {"set_firewall_ports", {event("report_firewall_settings", "{}")}},
              {"set_localproxy_ipv6", {event("report_localproxy_settings", "{}")}}});
   std::vector<std::string> sent;
-  // Each call has been answered, so its request has been heard.
+  // Each call was answered, so its request has arrived.
   const auto expectSent = [&](const auto& record, const std::string& name, const std::string& members) {
     EXPECT_FALSE(record.hasError) << name;
     sent.push_back(request(name, members));
-    EXPECT_EQ(host.daemon.heard(), sent);
+    EXPECT_EQ(host.daemon.received(), sent);
   };
 
-  // Port 0 and ranges are passed over, but count among the first 20.
+  // Port 0 and ranges are skipped, but count among the first 20.
   ZephlinkSDK_ProtocolPortPair rules[22] = {};
   rules[1] = {ZephlinkSDK_PortProtocol_Udp, 1, 0};
   rules[2] = {ZephlinkSDK_PortProtocol_Tcp, 100, 200};
@@ -166,7 +167,7 @@ TEST(Requests, HoldNoMoreThanTheDaemonTakes) {
   expectSent(ZephlinkSDK_setForwardPorts(host.sdk, 0, nullptr, nullptr, nullptr), "set_connection_forward_ports",
              R"({"forward_ports":[]})");
 
-  // Arrays that no zero ends.
+  // Arrays without a terminating zero.
   ZephlinkSDK_Subnet subnets[11] = {};
   std::ranges::fill(subnets[9].address, 'a');
   subnets[9].prefixLength = 255;
@@ -200,7 +201,7 @@ TEST(Numbers, AreTheSameUnderEveryLocale) {
               {event("report_speedtest_results", R"([{"time":"2024-01-02T03:04:05","download":12.5,"msg":0.25}])")}}});
   const CommaLocale locale;
   const auto settings = ZephlinkSDK_setOverflowThreshold(host.sdk, 12.5, nullptr, nullptr);
-  EXPECT_EQ(host.daemon.heard(), std::vector<std::string>{request("set_overflow_threshold", R"({"speed":12.5})")});
+  EXPECT_EQ(host.daemon.received(), std::vector<std::string>{request("set_overflow_threshold", R"({"speed":12.5})")});
   EXPECT_FALSE(settings.hasError);
   EXPECT_EQ(settings.overflowThreshold, 1234567.5);
   EXPECT_EQ(settings.maxRedundant, 1000U);
@@ -214,7 +215,7 @@ TEST(Config, NeedsNoTerminators) {
   ScriptedDaemon daemon({{"request_current_state", {stateReport(2)}}});
   ZephlinkSDK_Config config = configFor(daemon.port());
   std::ranges::fill(config.appName, 'n');
-  // 127.0.0.1, with an octal number of as many digits as there is room for.
+  // 127.0.0.1, padded with octal zeros to fill the array.
   const std::string_view end = "177.0.0.1";
   std::ranges::fill(config.address, '0');
   std::ranges::copy(end, std::end(config.address) - end.size());

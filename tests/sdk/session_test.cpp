@@ -1,5 +1,5 @@
-// The session: what it makes of daemons that die, restart, close, hang or say nothing. The clock is turned where the
-// session waits by its own periods; time-outs of the library, five seconds, are real.
+// The session with daemons that die, restart, close, hang or stay silent. Tests control the clock where the session
+// waits for its own periods; the library's time-outs, five seconds, are real.
 #include "zephlinksdk/session.hpp"
 
 #include <gmock/gmock.h>
@@ -18,8 +18,8 @@
 #include <vector>
 
 #include "tests/sdk/host.h"
+#include "tests/sdk/manual_clock.h"
 #include "tests/sdk/raw_server.h"
-#include "tests/sdk/turned_clock.h"
 
 namespace tests {
 namespace {
@@ -43,38 +43,40 @@ Answers script(int state = 2) {
           {"request_networks", {event("report_networks", R"({"networks":[]})")}}};
 }
 
-/// A session with a turned clock, subscribed to the state and the adapters, and what its handlers got.
-struct Kept {
+/// A session with a controlled clock, subscribed to the state and the adapters, and the data that its handlers
+/// received.
+struct ObservedSession {
   Watched<Statuses> statuses;
   Watched<std::vector<std::uint32_t>> states;
   Watched<std::size_t> adapters;
-  std::shared_ptr<TurnedClock> clock = std::make_shared<TurnedClock>();
+  std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
   std::optional<Session> session;
 
-  explicit Kept(std::uint16_t port, SessionOptions options = {}) {
+  explicit ObservedSession(std::uint16_t port, SessionOptions options = {}) {
     options.clock = clock;
     session.emplace(
         configFor(port),
-        [this](SessionStatus status) { statuses.change([&](auto& heard) { heard.push_back(status); }); }, options);
+        [this](SessionStatus status) { statuses.change([&](auto& received) { received.push_back(status); }); },
+        options);
     session->subscribeStats({0, 24});
     session->subscribe(&ZephlinkSDK_getState, [this](const ZephlinkSDK_StateResult& record) {
-      states.change([&](auto& heard) { heard.push_back(record.state); });
+      states.change([&](auto& received) { received.push_back(record.state); });
     });
     session->subscribe(&ZephlinkSDK_getAdapters, [this](const ZephlinkSDK_AdaptersResult&) {
       adapters.change([](std::size_t& count) { ++count; });
     });
   }
 
-  /// Waits for this status to be the latest.
+  /// Waits until this is the latest status.
   bool waitFor(SessionStatus status) {
-    return statuses.waitUntil([&](const Statuses& heard) { return !heard.empty() && heard.back() == status; });
+    return statuses.waitUntil([&](const Statuses& received) { return !received.empty() && received.back() == status; });
   }
 
   bool waitForStates(std::size_t count) {
-    return states.waitUntil([&](const auto& heard) { return heard.size() >= count; });
+    return states.waitUntil([&](const auto& received) { return received.size() >= count; });
   }
 
-  /// Waits until the requests were answered for the n-th time and the session sleeps until it will ask again.
+  /// Waits until the requests were answered for the n-th time and the session sleeps until its next request.
   bool waitForRest(std::size_t nth = 1) {
     return waitForStates(nth) && adapters.waitUntil([&](std::size_t count) { return count >= nth; }) && waitFor(Live) &&
            clock->waitForSleep(1500ms);
@@ -82,164 +84,164 @@ struct Kept {
 };
 
 std::ptrdiff_t timesAsked(ScriptedDaemon& daemon, const std::string& request) {
-  const auto heard = daemon.heard();
-  return std::ranges::count(heard, request);
+  const auto received = daemon.received();
+  return std::ranges::count(received, request);
 }
 
-/// Entries of a folder of /proc; 0 where the system has none.
+/// Returns the number of entries of a folder of /proc; 0 on systems without it.
 std::ptrdiff_t entriesOf(const char* folder) {
   std::error_code failed;
   return std::distance(std::filesystem::directory_iterator(folder, failed), {});
 }
 
-TEST(Session, AsksForAllAndAgainWhenNothingComes) {
+TEST(Session, RepeatsAllRequestsWhenReportsCease) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port());
-  ASSERT_TRUE(kept.waitForRest());
+  ObservedSession observed(daemon.port());
+  ASSERT_TRUE(observed.waitForRest());
   for (const std::string& request : {kAskState, kAskAdapters, kAskStats}) {
     EXPECT_TRUE(daemon.waitForRequest(request)) << request;
   }
   const auto before = timesAsked(daemon, kAskVersion);
-  kept.clock->turn(1500ms);
+  observed.clock->advance(1500ms);
   ASSERT_TRUE(daemon.waitForRequest(kAskVersion, before + 1));
-  ASSERT_TRUE(kept.waitForRest());
+  ASSERT_TRUE(observed.waitForRest());
   EXPECT_EQ(timesAsked(daemon, kAskAdapters), 1);
-  EXPECT_EQ(kept.statuses.get(), Statuses{Live});
+  EXPECT_EQ(observed.statuses.get(), Statuses{Live});
 }
 
 TEST(Session, RepeatsAllRequestsInAPeriodAndDeliversOnce) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port(), {.probeAfter = 60s, .quietAfter = 90s});
+  ObservedSession observed(daemon.port(), {.probeAfter = 60s, .quietAfter = 90s});
   Watched<int> versions;
-  kept.session->poll(&ZephlinkSDK_getVersion,
-                     [&](const ZephlinkSDK_VersionResult&) { versions.change([](int& count) { ++count; }); });
+  observed.session->poll(&ZephlinkSDK_getVersion,
+                         [&](const ZephlinkSDK_VersionResult&) { versions.change([](int& count) { ++count; }); });
   for (const int times : {1, 2, 3}) {
-    ASSERT_TRUE(kept.waitFor(Live));
-    ASSERT_TRUE(kept.waitForStates(static_cast<std::size_t>(times)));
+    ASSERT_TRUE(observed.waitFor(Live));
+    ASSERT_TRUE(observed.waitForStates(static_cast<std::size_t>(times)));
     for (const std::string& request : {kAskState, kAskAdapters, kAskStats}) {
       ASSERT_TRUE(daemon.waitForRequest(request, times)) << request;
     }
     ASSERT_TRUE(versions.waitUntil([times](int count) { return count >= times; }));
-    ASSERT_TRUE(kept.clock->waitForSleep(30s));
-    if (times < 3) kept.clock->turn(30s);
+    ASSERT_TRUE(observed.clock->waitForSleep(30s));
+    if (times < 3) observed.clock->advance(30s);
   }
   EXPECT_EQ(timesAsked(daemon, kAskState), 3);
-  EXPECT_EQ(kept.states.get().size(), 3U);
+  EXPECT_EQ(observed.states.get().size(), 3U);
   EXPECT_GE(timesAsked(daemon, kAskVersion), 3);
-  kept.session.reset();
+  observed.session.reset();
 }
 
-TEST(Session, SubscribesAnewWhereADaemonWasKilledAndStartedAgain) {
+TEST(Session, ResubscribesAfterADaemonIsKilledAndRestarted) {
   std::optional<ScriptedDaemon> daemon(std::in_place, script());
   const std::uint16_t port = daemon->port();
-  Kept kept(port);
-  ASSERT_TRUE(kept.waitForRest());
+  ObservedSession observed(port);
+  ASSERT_TRUE(observed.waitForRest());
   daemon.reset();
-  kept.clock->turn(3s);
-  ASSERT_TRUE(kept.waitFor(Quiet));
+  observed.clock->advance(3s);
+  ASSERT_TRUE(observed.waitFor(Quiet));
   daemon.emplace(script(6), port);
-  ASSERT_TRUE(kept.waitForRest(2));
+  ASSERT_TRUE(observed.waitForRest(2));
   for (const std::string& request : {kAskState, kAskAdapters, kAskStats}) {
     EXPECT_TRUE(daemon->waitForRequest(request)) << request;
   }
-  EXPECT_EQ(kept.states.get().back(), 6U);
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
+  EXPECT_EQ(observed.states.get().back(), 6U);
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Live, Quiet, Live}));
 }
 
-TEST(Session, SubscribesAnewAfterARestartThatNobodyNoticed) {
+TEST(Session, ResubscribesAfterAnUndetectedRestart) {
   std::optional<ScriptedDaemon> daemon(std::in_place, script());
   const std::uint16_t port = daemon->port();
-  Kept kept(port);
-  ASSERT_TRUE(kept.waitForStates(1));
-  ASSERT_TRUE(kept.waitForRest());
-  daemon->send(stateReport(6));  // what comes by itself has to go on
-  ASSERT_TRUE(kept.waitForStates(2));
+  ObservedSession observed(port);
+  ASSERT_TRUE(observed.waitForStates(1));
+  ASSERT_TRUE(observed.waitForRest());
+  daemon->send(stateReport(6));  // unsolicited reports must continue
+  ASSERT_TRUE(observed.waitForStates(2));
   daemon.reset();
   daemon.emplace(script(3), port);
   ASSERT_TRUE(daemon->waitForConnections(1));
-  kept.clock->turn(2500ms);
+  observed.clock->advance(2500ms);
   ASSERT_TRUE(daemon->waitForRequest(kAskAdapters));
   ASSERT_TRUE(daemon->waitForRequest(kAskStats));
-  ASSERT_TRUE(kept.waitForStates(3));
-  EXPECT_EQ(kept.states.get().back(), 3U);
-  EXPECT_EQ(kept.statuses.get(), Statuses{Live});
+  ASSERT_TRUE(observed.waitForStates(3));
+  EXPECT_EQ(observed.states.get().back(), 3U);
+  EXPECT_EQ(observed.statuses.get(), Statuses{Live});
 }
 
-TEST(Session, ConnectsAnewAfterAGoodbye) {
+TEST(Session, ReconnectsAfterACloseFrame) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port());
-  ASSERT_TRUE(kept.waitForRest());
+  ObservedSession observed(daemon.port());
+  ASSERT_TRUE(observed.waitForRest());
   daemon.socket().close(1);
-  kept.clock->turn(3s);
+  observed.clock->advance(3s);
   ASSERT_TRUE(daemon.waitForConnections(2));
-  ASSERT_TRUE(kept.waitForRest(2));
+  ASSERT_TRUE(observed.waitForRest(2));
   EXPECT_TRUE(daemon.waitForRequest(kAskAdapters, 2));
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Live, Quiet, Live}));
 }
 
 TEST(Session, BacksOffFromADaemonThatEndsEveryConnection) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port(), {.quietAfter = 4s});
+  ObservedSession observed(daemon.port(), {.quietAfter = 4s});
   auto endAgain = [&, connection = zephsim::Connection{0}]() mutable {
-    ASSERT_TRUE(kept.waitForRest(++connection));
+    ASSERT_TRUE(observed.waitForRest(++connection));
     daemon.socket().close(connection);
-    kept.clock->turn(4s);
+    observed.clock->advance(4s);
   };
   endAgain();  // no pause after the first
   for (const auto pause : {1s, 2s, 4s, 8s, 16s, 32s, 60s, 60s}) {
     endAgain();
-    ASSERT_TRUE(kept.clock->waitForSleep(pause)) << pause.count();
-    EXPECT_EQ(kept.session->status(), Quiet);
-    kept.clock->turn(pause);
+    ASSERT_TRUE(observed.clock->waitForSleep(pause)) << pause.count();
+    EXPECT_EQ(observed.session->status(), Quiet);
+    observed.clock->advance(pause);
   }
-  // A minute of life clears the record.
-  ASSERT_TRUE(kept.waitForRest(10));
+  // A minute of life resets the pause.
+  ASSERT_TRUE(observed.waitForRest(10));
   for (int i = 0; i < 45; ++i) {
-    kept.clock->turn(1500ms);
-    ASSERT_TRUE(kept.clock->waitForSleep(1500ms));
+    observed.clock->advance(1500ms);
+    ASSERT_TRUE(observed.clock->waitForSleep(1500ms));
   }
   endAgain();
   ASSERT_TRUE(daemon.waitForConnections(11));
-  EXPECT_TRUE(kept.waitForRest(11));
+  EXPECT_TRUE(observed.waitForRest(11));
 }
 
-TEST(Session, KeepsNothingQueuedForADaemonThatCannotBeReached) {
+TEST(Session, KeepsNoQueueForAnUnreachableDaemon) {
   ScriptedDaemon daemon(script());
   daemon.socket().pauseAccepting();
   std::promise<void> paused;
   daemon.socket().post([&paused] { paused.set_value(); });
   paused.get_future().wait();
-  Kept kept(daemon.port());
-  kept.session->call([](zephlinksdk::ZephlinkSDK* sdk) {
+  ObservedSession observed(daemon.port());
+  observed.session->call([](zephlinksdk::ZephlinkSDK* sdk) {
     return ZephlinkSDK_logout(
         sdk, [](auto, void*) { return false; }, nullptr);
   });
-  ASSERT_TRUE(kept.waitFor(Unreachable));
+  ASSERT_TRUE(observed.waitFor(Unreachable));
   daemon.socket().resumeAccepting();
-  ASSERT_TRUE(kept.waitForRest());
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
-  EXPECT_THAT(daemon.heard(), testing::Not(testing::Contains(testing::HasSubstr("logout"))));
+  ASSERT_TRUE(observed.waitForRest());
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Unreachable, Live}));
+  EXPECT_THAT(daemon.received(), testing::Not(testing::Contains(testing::HasSubstr("logout"))));
   EXPECT_EQ(timesAsked(daemon, kAskAdapters), 1);
 }
 
-TEST(Session, IsBackAMinuteAfterAMuteDaemon) {
+TEST(Session, ReconnectsAMinuteAfterAMuteDaemon) {
   std::optional<ScriptedDaemon> daemon(std::in_place, Answers{});
   const std::uint16_t port = daemon->port();
-  Kept kept(port, {.leastPause = 60s});
-  ASSERT_TRUE(kept.waitFor(Mute));
-  ASSERT_TRUE(kept.clock->waitForSleep(60s));
+  ObservedSession observed(port, {.leastPause = 60s});
+  ASSERT_TRUE(observed.waitFor(Mute));
+  ASSERT_TRUE(observed.clock->waitForSleep(60s));
   daemon.reset();
   daemon.emplace(script(), port);
-  kept.clock->turn(59s);
-  ASSERT_TRUE(kept.clock->waitForSleep(1s));
-  EXPECT_EQ(kept.session->call(&ZephlinkSDK_getState).errorCode, ZephlinkSDK_Error_NotConnected);
-  EXPECT_TRUE(daemon->heard().empty());
-  kept.clock->turn(1s);
-  ASSERT_TRUE(kept.waitFor(Live));
-  EXPECT_EQ(kept.session->call(&ZephlinkSDK_getState).state, 2U);
+  observed.clock->advance(59s);
+  ASSERT_TRUE(observed.clock->waitForSleep(1s));
+  EXPECT_EQ(observed.session->call(&ZephlinkSDK_getState).errorCode, ZephlinkSDK_Error_NotConnected);
+  EXPECT_TRUE(daemon->received().empty());
+  observed.clock->advance(1s);
+  ASSERT_TRUE(observed.waitFor(Live));
+  EXPECT_EQ(observed.session->call(&ZephlinkSDK_getState).state, 2U);
 }
 
-/// Answers each connection with a text and ends it.
+/// Answers each connection with a text and closes it.
 class RefusingServer {
  public:
   RefusingServer() {
@@ -269,55 +271,55 @@ class RefusingServer {
   std::thread thread;
 };
 
-TEST(Session, ComesThroughADaemonThatRefusesTheUpgrade) {
+TEST(Session, SurvivesADaemonThatRefusesTheUpgrade) {
   std::optional<RefusingServer> refusing(std::in_place);
   const std::uint16_t port = refusing->port();
-  Kept kept(port);
-  ASSERT_TRUE(kept.waitFor(Unreachable));
+  ObservedSession observed(port);
+  ASSERT_TRUE(observed.waitFor(Unreachable));
   refusing.reset();
   const ScriptedDaemon daemon(script(), port);
-  ASSERT_TRUE(kept.waitForRest());
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
+  ASSERT_TRUE(observed.waitForRest());
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Unreachable, Live}));
 }
 
-TEST(Session, ComesThroughADaemonThatHangs) {
+TEST(Session, SurvivesADaemonThatHangs) {
   std::optional<SilentPeer> hanging(std::in_place);
   const std::uint16_t port = hanging->port();
-  Kept kept(port);
-  ASSERT_TRUE(kept.waitFor(Unreachable));
+  ObservedSession observed(port);
+  ASSERT_TRUE(observed.waitFor(Unreachable));
   hanging.reset();
   const ScriptedDaemon daemon(script(), port);
-  ASSERT_TRUE(kept.waitForRest());
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Unreachable, Live}));
+  ASSERT_TRUE(observed.waitForRest());
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Unreachable, Live}));
 }
 
-TEST(Session, EndsAtOnceBesideADaemonThatHangs) {
+TEST(Session, EndsAtOnceWhileTheDaemonHangs) {
   const SilentPeer hanging;
   for (int i = 0; i < 5; ++i) {
-    Kept kept(hanging.port());
+    ObservedSession observed(hanging.port());
     const auto begun = std::chrono::steady_clock::now();
-    kept.session.reset();
+    observed.session.reset();
     EXPECT_LT(std::chrono::steady_clock::now() - begun, 1s);
   }
 }
 
 TEST(Session, ACallOutlivesTheObjectThatItUses) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port());
-  ASSERT_TRUE(kept.waitForRest());
-  // A request that the session does not make by itself: once it is heard, the call uses the first object.
-  auto settings = std::async(std::launch::async, [&] { return kept.session->call(&ZephlinkSDK_getSettings); });
+  ObservedSession observed(daemon.port());
+  ASSERT_TRUE(observed.waitForRest());
+  // A request that the session itself never sends: once it has arrived, the call uses the first object.
+  auto settings = std::async(std::launch::async, [&] { return observed.session->call(&ZephlinkSDK_getSettings); });
   ASSERT_TRUE(daemon.waitForRequest(R"(["request_connection_settings",null,"zephlink_sdk"])"));
   daemon.socket().close(1);
-  kept.clock->turn(3s);
+  observed.clock->advance(3s);
   ASSERT_TRUE(daemon.waitForConnections(2));
-  ASSERT_TRUE(kept.waitForRest(2));
+  ASSERT_TRUE(observed.waitForRest(2));
   EXPECT_EQ(settings.wait_for(0s), std::future_status::timeout);
   EXPECT_EQ(settings.get().errorCode, ZephlinkSDK_Error_Timeout);
-  EXPECT_EQ(kept.statuses.get(), (Statuses{Live, Quiet, Live}));
+  EXPECT_EQ(observed.statuses.get(), (Statuses{Live, Quiet, Live}));
 }
 
-TEST(Session, TakesCallsAtOnce) {
+TEST(Session, AcceptsCallsAtOnce) {
   ScriptedDaemon daemon(script());
   for (int i = 0; i < 20; ++i) {
     Session session(configFor(daemon.port()));
@@ -328,41 +330,41 @@ TEST(Session, TakesCallsAtOnce) {
 
 TEST(Session, EndsSubscriptions) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port());
-  ASSERT_TRUE(kept.waitForRest());
+  ObservedSession observed(daemon.port());
+  ASSERT_TRUE(observed.waitForRest());
   Watched<int> once;
   std::promise<Session::SubscriptionId> id;
   auto known = id.get_future().share();
-  id.set_value(kept.session->subscribe(&ZephlinkSDK_getState, [&, known](const ZephlinkSDK_StateResult&) {
-    kept.session->unsubscribe(known.get());
+  id.set_value(observed.session->subscribe(&ZephlinkSDK_getState, [&, known](const ZephlinkSDK_StateResult&) {
+    observed.session->unsubscribe(known.get());
     once.change([](int& count) { ++count; });
   }));
   ASSERT_TRUE(once.waitUntil([](int count) { return count == 1; }));
   std::atomic<int> never{0};
   const auto other =
-      kept.session->subscribe(&ZephlinkSDK_getState, [&never](const ZephlinkSDK_StateResult&) { ++never; });
-  kept.session->unsubscribe(other);
-  kept.session->unsubscribe(other);
+      observed.session->subscribe(&ZephlinkSDK_getState, [&never](const ZephlinkSDK_StateResult&) { ++never; });
+  observed.session->unsubscribe(other);
+  observed.session->unsubscribe(other);
   const int before = never;
-  const std::size_t states = kept.states.get().size();
+  const std::size_t states = observed.states.get().size();
   daemon.send(stateReport(3));
-  ASSERT_TRUE(kept.waitForStates(states + 1));
-  kept.session.reset();
+  ASSERT_TRUE(observed.waitForStates(states + 1));
+  observed.session.reset();
   EXPECT_EQ(once.get(), 1);
   EXPECT_EQ(never, before);
 }
 
-TEST(Session, PassesFailuresOfTheDaemonOn) {
+TEST(Session, ForwardsFailuresOfTheDaemon) {
   ScriptedDaemon daemon({{"request_current_state", {stateReport(2)}},
                          {"request_session_stats", {event("report_session_stats", R"({"no number":{}})")}}});
-  Kept kept(daemon.port());
+  ObservedSession observed(daemon.port());
   Collector<ZephlinkSDK_SessionStatsResult> got;
-  kept.session->subscribe(&ZephlinkSDK_getSessionStats, [&got](const ZephlinkSDK_SessionStatsResult& record) {
+  observed.session->subscribe(&ZephlinkSDK_getSessionStats, [&got](const ZephlinkSDK_SessionStatsResult& record) {
     Collector<ZephlinkSDK_SessionStatsResult>::collect(record, &got);
   });
   ASSERT_TRUE(got.waitFor(1));
   EXPECT_TRUE(got.all()[0].hasError);
-  kept.session.reset();
+  observed.session.reset();
 }
 
 int rounds(int otherwise) {
@@ -370,24 +372,24 @@ int rounds(int otherwise) {
   return text != nullptr ? std::atoi(text) : otherwise;
 }
 
-TEST(Session, LeavesNothingOverManyRestarts) {
+TEST(Session, LeaksNothingOverManyRestarts) {
   ScriptedDaemon daemon(script());
-  Kept kept(daemon.port(), {.leastPause = 0ms, .mostPause = 0ms});
+  ObservedSession observed(daemon.port(), {.leastPause = 0ms, .mostPause = 0ms});
   std::ptrdiff_t descriptors = 0;
   std::ptrdiff_t threads = 0;
   const int wanted = rounds(1000);
   for (int n = 1; n <= wanted; ++n) {
     ASSERT_TRUE(daemon.waitForConnections(static_cast<std::size_t>(n)));
-    ASSERT_TRUE(kept.waitForRest(static_cast<std::size_t>(n)));
+    ASSERT_TRUE(observed.waitForRest(static_cast<std::size_t>(n)));
     if (n == 3) descriptors = entriesOf("/proc/self/fd");
     if (n == 3) threads = entriesOf("/proc/self/task");
     if (n == wanted) break;
     daemon.socket().close(static_cast<zephsim::Connection>(n));
-    kept.clock->turn(3s);
-    ASSERT_TRUE(
-        kept.statuses.waitUntil([n](const Statuses& all) { return all.size() >= 2 * static_cast<std::size_t>(n); }));
+    observed.clock->advance(3s);
+    ASSERT_TRUE(observed.statuses.waitUntil(
+        [n](const Statuses& all) { return all.size() >= 2 * static_cast<std::size_t>(n); }));
   }
-  // The server may not have noticed the end of the last connections yet.
+  // The server may not have detected the end of the last connections yet.
   EXPECT_LE(entriesOf("/proc/self/fd"), descriptors + 10);
   EXPECT_LE(entriesOf("/proc/self/task"), threads);
 }
@@ -419,7 +421,7 @@ TEST(Session, ManyThreadsMayUseItThroughRestarts) {
         if (gone) ++late;
       });
       if (thread == 0) session.subscribeStats({24});
-      // Asynchronous: one that is lost would take five seconds.
+      // Asynchronous: a lost synchronous call would take five seconds.
       session.call([](zephlinksdk::ZephlinkSDK* sdk) {
         return ZephlinkSDK_getVersion(
             sdk, [](auto, void*) { return false; }, nullptr);

@@ -1,5 +1,5 @@
-// Many threads at one object, callbacks that make calls, and objects that come and go. What this finds it finds under
-// ThreadSanitizer.
+// Many threads using one object, callbacks that make calls, and objects that are created and destroyed. ThreadSanitizer
+// detects the errors.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -11,7 +11,7 @@
 namespace tests {
 namespace {
 
-/// ZEPHCTL_ROUNDS makes the loops longer: scripts/threads.
+/// ZEPHCTL_ROUNDS sets the length of the loops: see scripts/threads.
 int rounds(int otherwise) {
   const char* text = std::getenv("ZEPHCTL_ROUNDS");
   return text != nullptr ? std::atoi(text) : otherwise;
@@ -57,12 +57,12 @@ TEST(Threads, CallbacksRegisterMoreCalls) {
   EXPECT_EQ(chain.done.all()[0].build, 4);
 }
 
-/// Behind its removal a callback's user data is the caller's again: this one tells whether it was touched since.
+/// After its removal, a callback's user data belongs to the caller again: this one detects later accesses.
 struct Owned {
   std::atomic<bool> mine{false};
   std::atomic<int>* touched;
 
-  static bool hear(ZephlinkSDK_StateResult, void* userData) {
+  static bool onRecord(ZephlinkSDK_StateResult, void* userData) {
     auto* owned = static_cast<Owned*>(userData);
     if (owned->mine) ++*owned->touched;
     return true;
@@ -75,7 +75,7 @@ TEST(Threads, ListenersAreRemovedFromOtherThreadsDuringDelivery) {
   std::thread flood([&] {
     while (!over) {
       host.daemon.send(stateReport(1));
-      ZephlinkSDK_getState(host.sdk, nullptr, nullptr);  // the next report once this one has come
+      ZephlinkSDK_getState(host.sdk, nullptr, nullptr);  // the next report comes after this one
     }
   });
   std::atomic<int> touched{0};
@@ -83,7 +83,7 @@ TEST(Threads, ListenersAreRemovedFromOtherThreadsDuringDelivery) {
     for (int n = 0; n < perThread; ++n) {
       Owned owned;
       owned.touched = &touched;
-      const auto handle = ZephlinkSDK_getState(host.sdk, Owned::hear, &owned).handle;
+      const auto handle = ZephlinkSDK_getState(host.sdk, Owned::onRecord, &owned).handle;
       if (n % 2 == 0) std::this_thread::yield();
       ZephlinkSDK_removeListener(host.sdk, handle);
       owned.mine = true;

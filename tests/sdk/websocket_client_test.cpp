@@ -1,4 +1,4 @@
-// The WebSocket client against Boost.Beast, and against raw sockets for what a sane server never sends.
+// The WebSocket client with Boost.Beast, and with raw sockets for data that a WebSocket server must not send.
 #include "sdk/link/websocket_client.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ std::string urlOf(std::uint16_t port, const std::string& path = "/") {
   return "ws://127.0.0.1:" + std::to_string(port) + path;
 }
 
-/// A connected client and what it got.
+/// A connected client and its received messages.
 struct Connected {
   std::unique_ptr<WebSocketClient> client;
   std::vector<std::string> messages;
@@ -33,7 +33,7 @@ struct Connected {
     if (client == nullptr) throw std::runtime_error("no upgrade");
   }
 
-  /// Pumps until `done`, for 20 seconds at most.
+  /// Polls until `done`, at most 20 seconds.
   template <class Done>
   bool pumpUntil(Done done) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
@@ -50,7 +50,7 @@ struct Connected {
   }
 };
 
-/// A client at a raw server that sends `greeting` in one piece with the answer to the upgrade, then runs `script`.
+/// A client of a raw server that sends `greeting` together with the answer to the upgrade, then runs `script`.
 class Session {
  public:
   using Script = std::function<std::string(RawConnection&)>;
@@ -60,28 +60,28 @@ class Session {
                [this, greeting, script](RawConnection& connection) {
                  readRequest(connection);
                  connection << kAccepted + greeting;
-                 heard = script(connection);
+                 received = script(connection);
                }),
         connected(server->port(), masked) {}
 
   Connected* operator->() { return &connected; }
   WebSocketClient& client() { return *connected.client; }
 
-  /// Closes the connection; what the script returned.
+  /// Closes the connection. Returns the result of the script.
   std::string end() {
     client().close();
     EXPECT_TRUE(connected.pumpUntilClosed());
     server.reset();
-    return heard;
+    return received;
   }
 
  private:
-  std::string heard;
+  std::string received;
   std::optional<RawServer> server;
   Connected connected;
 };
 
-/// A frame as a server sends it.
+/// Returns a frame from a server.
 std::string frame(unsigned opcode, const std::string& payload, bool fin = true) {
   std::string bytes(1, static_cast<char>((fin ? 0x80U : 0U) | opcode));
   const int lengthBytes = payload.size() < 126 ? 0 : payload.size() < 65536 ? 2 : 8;
@@ -92,7 +92,7 @@ std::string frame(unsigned opcode, const std::string& payload, bool fin = true) 
 
 // ---- The handshake ----
 
-TEST(Handshake, SendsItsLinesToTheByte) {
+TEST(Handshake, SendsTheExactBytes) {
   const struct {
     const char* path;
     const char* origin;
@@ -138,7 +138,7 @@ TEST(Handshake, RefusesOtherUrls) {
   }
 }
 
-TEST(Handshake, LooksAtTheStatusLineOnly) {
+TEST(Handshake, ChecksTheStatusLineOnly) {
   const struct {
     const char* name;
     std::string bytes;
@@ -207,7 +207,7 @@ TEST(Sending, WritesEachKindOfFrame) {
   client.sendPing();
   EXPECT_TRUE(client.hasUnsent());
   EXPECT_TRUE(session->pumpUntil([&] { return !session->messages.empty(); }));
-  // The pong goes out behind them, the close frame is the last, and once.
+  // The pong is sent after them; one close frame is the last.
   client.close();
   client.sendText("dropped");
   EXPECT_EQ(client.getReadyState(), WebSocketClient::CLOSING);
@@ -253,7 +253,7 @@ void expectReceived(Session& session, const Received& row) {
   EXPECT_EQ(session->messages, row.messages);
 }
 
-TEST(Receiving, GivesTheMessagesOfAStreamThatComesWithTheHandshake) {
+TEST(Receiving, DeliversMessagesThatArriveWithTheHandshake) {
   for (const Received& row : kReceived) {
     SCOPED_TRACE(row.name);
     Session session(row.bytes);
@@ -262,9 +262,9 @@ TEST(Receiving, GivesTheMessagesOfAStreamThatComesWithTheHandshake) {
   }
 }
 
-TEST(Receiving, GivesTheSameHoweverTheStreamIsCut) {
+TEST(Receiving, DeliversTheSameHoweverTheStreamIsSplit) {
   for (const Received& row : kReceived) {
-    // Once closing, a poll may end the connection before the rest has come.
+    // Once closing, a poll may end the connection before the rest has arrived.
     if (row.bytes.size() > 1000 || row.state != WebSocketClient::OPEN) continue;
     for (const std::size_t piece : {1U, 2U, 3U, 7U}) {
       SCOPED_TRACE(std::string(row.name) + ", pieces of " + std::to_string(piece));
@@ -281,7 +281,7 @@ TEST(Receiving, GivesTheSameHoweverTheStreamIsCut) {
   }
 }
 
-TEST(Receiving, NoticesTheEndOfThePeer) {
+TEST(Receiving, DetectsTheEndOfThePeer) {
   for (const bool resets : {false, true}) {
     SCOPED_TRACE(resets);
     Session session(frame(1, "last"), [&](RawConnection& connection) {
@@ -336,7 +336,7 @@ TEST(Beast, ExchangesMessagesOfEverySize) {
   EXPECT_TRUE(connected.pumpUntilClosed());
 }
 
-TEST(Beast, TakesFragmentsAndAnswersPings) {
+TEST(Beast, AcceptsFragmentsAndAnswersPings) {
   Watched<std::string> pong;
   zephsim::WsServer* running = nullptr;
   zephsim::WsHandlers handlers;
@@ -345,7 +345,7 @@ TEST(Beast, TakesFragmentsAndAnswersPings) {
     running->sendFragments(to, {"a", "", "b", "c"});
   };
   handlers.onPong = [&](zephsim::Connection, const std::string& payload) {
-    pong.change([&](std::string& heard) { heard = payload; });
+    pong.change([&](std::string& received) { received = payload; });
   };
   zephsim::WsServer server(nextPort(), handlers);
   running = &server;

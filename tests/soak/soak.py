@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""zephctl under load and for a long time: daemons that flood, trickle, restart and answer late, and many runs.
+"""Runs zephctl under load and for a long time: daemons that flood, trickle, restart and answer late, and many runs.
 
-Every status and every output must be right; a run that lasts must keep its memory, its descriptors and its threads.
+Every status and every output must be right; a long run must not grow in memory, descriptors or threads.
 """
 
 import argparse
@@ -14,8 +14,8 @@ import time
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "python"))
 import zephtest  # noqa: E402
 
-FULL = 600  # seconds: what is counted below is counted at this length, and less of it in a shorter run
-GROWTH = 1024  # KiB that the second half of a run may take more than the first
+FULL = 600  # seconds: the length for which the counts below are given; shorter runs are scaled
+GROWTH = 1024  # KiB by which the second half of a run may exceed the first
 RECORD_END = b"]\n\n"
 
 failures = []
@@ -28,7 +28,7 @@ def check(fine, text):
 
 
 class Watched:
-    """A run that lasts: its records are counted, and what it takes of the system is looked at all the time."""
+    """A long run: counts its records and samples its resources continuously."""
 
     def __init__(self, program, port, words):
         self.command = (program, "-p", str(port), *words)
@@ -69,7 +69,7 @@ class Watched:
         return self.records >= records
 
     def check(self, name):
-        # The first tenth and second are its start.
+        # The first tenth and second belong to the start.
         samples = self.samples[max(10, len(self.samples) // 10):]
         if len(samples) < 6:
             check(False, f"{name}: too short to tell anything")
@@ -88,7 +88,7 @@ def statistics(number):
 
 
 async def flood(program, seconds):
-    """As many reports as the client takes."""
+    """Sends as many reports as the client accepts."""
     frames = b"".join(zephtest.frame(zephtest.text_of("report_connection_stats", statistics(n))) for n in range(200))
 
     async def course(link):
@@ -107,7 +107,7 @@ async def flood(program, seconds):
 
 
 async def day(program, reports):
-    """A day of statistics, one report a second, as fast as they can be taken: none may be lost."""
+    """A day of statistics, one report per second of it, sent as fast as the client accepts: none may be lost."""
     subscribed = asyncio.Event()
 
     async def course(link):
@@ -126,18 +126,19 @@ async def day(program, reports):
     async with zephtest.Daemon(course) as daemon, Watched(program, daemon.port, ("stats",)) as run:
         whole = await run.until(reports, 600)
         took = time.monotonic() - start
-        await asyncio.sleep(3.5)  # some samples behind the burst
+        await asyncio.sleep(3.5)  # some samples after the burst
         check(whole and run.records == reports, f"day: {run.records} of {reports} reports were printed")
         print(f"day: {reports} reports in {took:.1f} s; {run.check('day')}", flush=True)
 
 
 async def large(program, megabytes):
-    """Large messages leave no memory in use: a report, an event that nobody waits for, and a ping with its pong."""
+    """Large messages do not leave memory in use: a report, an event that no call waits for, and a ping with its
+    pong."""
     payload = b"x" * (megabytes * 1000000)
     small = zephtest.frame(zephtest.text_of("report_current_state", {"state": 6}))
     big = [
         zephtest.frame(b'["report_current_state",{"state":6,"more":"' + payload + b'"}]'),
-        zephtest.frame(b'["report_nobody_waits_for",{"more":"' + payload + b'"}]'),
+        zephtest.frame(b'["report_unawaited",{"more":"' + payload + b'"}]'),
         zephtest.frame(payload, 9),
     ]
     begin, memory = asyncio.Event(), []
@@ -169,14 +170,14 @@ async def large(program, megabytes):
 
 
 async def restarts(program, times):
-    """A daemon that comes and goes: every life says one thing, which must be printed."""
+    """A daemon that restarts: each instance sends one report, which must be printed."""
     lives = 0
 
     async def course(link):
         nonlocal lives
         lives += 1
         if lives == 1:
-            # All that the client asks at its start, so that nothing unread makes this end a reset.
+            # Read all initial requests, so that unread data does not turn the close into a reset.
             while (await link.request())[0] != "request_streaming_stats":
                 pass
         await link.send("report_current_state", {"state": 6})
@@ -188,7 +189,7 @@ async def restarts(program, times):
         while lives < times and time.monotonic() < end:
             await asyncio.sleep(0.5)
             if lives % 10 == 9:
-                # Away for longer than a pause between two attempts, and back on the same port.
+                # Stay away for longer than a pause between two attempts, then return on the same port.
                 daemon.server.close()
                 await daemon.server.wait_closed()
                 await asyncio.sleep(0.6)

@@ -1,4 +1,4 @@
-// The exporter: the text that it makes of records, and the program towards a daemon, a port and a user.
+// The exporter: the text generated from records, and the program with a daemon, a port and a user.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <prometheus/metric_family.h>
@@ -29,7 +29,7 @@ using testing::HasSubstr;
 using testing::Not;
 using zephlinksdk::SessionStatus;
 
-/// What must not become a label: names of networks and peers, addresses, hosts.
+/// Must not become a label: names of networks and peers, addresses, hosts.
 constexpr const char* kSecret = "do-not-show";
 
 template <class Record>
@@ -69,7 +69,7 @@ void fillConnections(Snapshot& snapshot) {
     std::strcpy(connection.connectionID, i == 0 ? "z-do-not-show" : "a-do-not-show");
     for (char* text : {connection.localIp, connection.remoteIp, connection.privateIp}) std::strcpy(text, kSecret);
   }
-  ZephlinkSDK_ConnectionStatsEntry& second = record.connections[0];  // its name comes after the other
+  ZephlinkSDK_ConnectionStatsEntry& second = record.connections[0];  // sorts after the other name
   second.connected = true;
   second.receiveBytes = 1'000'000'000'001;
   second.receiveBps = 80;
@@ -113,7 +113,7 @@ void fillPeers(Snapshot& snapshot) {
   peer.peerAsHost.tunnelStatus = ZephlinkSDK_PeerTunnelStatus_Active;
 }
 
-/// A snapshot in which every family has a metric.
+/// Returns a snapshot in which every family has a metric.
 Snapshot fullSnapshot() {
   Snapshot snapshot;
   snapshot.link = SessionStatus::Live;
@@ -186,7 +186,7 @@ TEST(ExporterMetrics, AreInBaseUnitsWithBoundedLabels) {
       R"(zephlink_peer_tunnels{role="host"} 1)",
   };
   for (const char* line : lines) EXPECT_THAT(text, HasSubstr(std::string("\n") + line + "\n"));
-  // A daily limit and the jitter of the second connection, which are not given; a period that nobody can foresee.
+  // Omitted: a daily limit and the jitter of the second connection, and a period without a name.
   EXPECT_THAT(text, Not(HasSubstr(R"(usage_limit_bytes{adapter="wlan0",period="day"})")));
   EXPECT_THAT(text, Not(HasSubstr(R"(jitter_seconds{adapter="wlan0",connection="1"})")));
   EXPECT_THAT(text, Not(HasSubstr(R"(period="")")));
@@ -194,7 +194,7 @@ TEST(ExporterMetrics, AreInBaseUnitsWithBoundedLabels) {
   EXPECT_THAT(text, Not(HasSubstr(kSecret)));
 }
 
-TEST(ExporterMetrics, ShowNothingOldWithoutADaemon) {
+TEST(ExporterMetrics, OmitOldValuesWithoutADaemon) {
   Snapshot snapshot = fullSnapshot();
   using enum SessionStatus;
   for (const SessionStatus link : {Connecting, Quiet, Unreachable, Mute}) {
@@ -217,7 +217,7 @@ TEST(ExporterMetrics, OccurOnce) {
   }
 }
 
-/// The first words of the rows of the page's tables that name a metric.
+/// Returns the metric names in the first column of the page's tables.
 std::set<std::string> documentedNames() {
   std::ifstream page(EXPORTER_PAGE);
   std::set<std::string> names;
@@ -229,7 +229,7 @@ std::set<std::string> documentedNames() {
   return names;
 }
 
-TEST(ExporterMetrics, AreThoseOfThePage) { EXPECT_EQ(namesOf(fullSnapshot()), documentedNames()); }
+TEST(ExporterMetrics, AreDocumented) { EXPECT_EQ(namesOf(fullSnapshot()), documentedNames()); }
 
 // ---- The program ---------------------------------------------------------------------------------------------------
 
@@ -249,7 +249,7 @@ TEST(Exporter, PrintsOnce) {
   EXPECT_EQ(run.err, "");
 }
 
-TEST(Exporter, PrintsThatThereIsNoDaemon) {
+TEST(Exporter, ReportsAMissingDaemon) {
   const ClosedPort port;
   const ProgramRun run = Process(exporterWith({"--daemon", endpoint(port.number()), "--once"})).finish();
   EXPECT_EQ(run.status, 1);
@@ -257,7 +257,7 @@ TEST(Exporter, PrintsThatThereIsNoDaemon) {
   EXPECT_EQ(run.err, "zephlink-exporter: no daemon answers at " + endpoint(port.number()) + "\n");
 }
 
-TEST(Exporter, NamesWhatItCannotUse) {
+TEST(Exporter, ReportsUnusableArguments) {
   const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{"--bogus"}, "unknown option --bogus"},
       {{"--daemon"}, "--daemon needs an argument"},
@@ -280,7 +280,7 @@ TEST(Exporter, NamesWhatItCannotUse) {
   EXPECT_THAT(run.err, HasSubstr("zephlink-exporter: cannot listen on " + endpoint(other.port()) + "\n"));
 }
 
-/// The answer to a GET with this text in it, as soon as there is one; the last answer after 30 seconds.
+/// Returns the answer to a GET as soon as it contains this text; the last answer after 30 seconds.
 std::string get(std::uint16_t port, const std::string& path, const std::string& wanted) {
   const auto end = std::chrono::steady_clock::now() + kPatience;
   while (true) {

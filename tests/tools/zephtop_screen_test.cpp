@@ -1,4 +1,4 @@
-// zephtop in a terminal of tmux: sizes, keys, and a daemon that dies.
+// zephtop in a tmux terminal: sizes, keys, and a daemon that dies.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -20,7 +20,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// The output of a command of the shell, both streams.
+/// Returns the output of a shell command, both streams.
 std::string shell(const std::string& command) {
   FILE* pipe = popen((command + " 2>&1").c_str(), "r");
   std::string output;
@@ -30,7 +30,7 @@ std::string shell(const std::string& command) {
   return output;
 }
 
-/// A terminal of this size that runs a command, which is ended with it.
+/// A terminal of this size that runs a command, and ends it on destruction.
 class Terminal {
  public:
   Terminal(int columns, int rows, const std::string& command)
@@ -46,7 +46,7 @@ class Terminal {
   std::string screen() const { return shell(tmux + " capture-pane -p"); }
   std::string colours() const { return shell(tmux + " capture-pane -e -p"); }
 
-  /// Waits until the screen contains `text`; gives the screen as the message.
+  /// Waits until the screen contains `text`; the failure message contains the screen.
   testing::AssertionResult shows(const std::string& text, std::chrono::milliseconds patience = kPatience) const {
     const auto end = Clock::now() + patience;
     std::string now = screen();
@@ -59,7 +59,7 @@ class Terminal {
   }
 
  private:
-  // A server each: the previous one may still be about to end.
+  // One server per terminal: the previous one may still be ending.
   static inline int count = 0;
   std::string tmux;
 };
@@ -114,7 +114,7 @@ TEST_F(ZephtopScreen, FitsThreeSizesAndShowsADaemonThatDies) {
     const auto died = Clock::now();
     daemon.reset();
     EXPECT_TRUE(terminal.shows("gone"));
-    // A loaded machine may take longer to capture the screen than zephtop to draw it.
+    // On a loaded machine, capturing the screen may take longer than drawing it.
     EXPECT_LT(Clock::now() - died, std::chrono::milliseconds(2500));
     const std::string screen = terminal.screen();
     EXPECT_NE(screen.find("○ unknown"), std::string::npos) << screen;
@@ -143,12 +143,12 @@ TEST_F(ZephtopScreen, AsksBeforeAChangeAndShowsTheRefusal) {
   ASSERT_TRUE(terminal.shows("Priority of Adapter 2"));
   terminal.press("Down Enter");
   ASSERT_TRUE(terminal.shows("Really set the priority of Adapter 2 to always?"));
-  EXPECT_TRUE(std::ranges::none_of(daemon.heard(), [](const std::string& request) {
+  EXPECT_TRUE(std::ranges::none_of(daemon.received(), [](const std::string& request) {
     return request.find("set_network_priority") != std::string::npos;
   }));
   terminal.press("y");
   EXPECT_TRUE(terminal.shows("to always: That is locked"));
-  EXPECT_TRUE(std::ranges::any_of(daemon.heard(), [](const std::string& request) {
+  EXPECT_TRUE(std::ranges::any_of(daemon.received(), [](const std::string& request) {
     return request.find("set_network_priority") != std::string::npos;
   }));
 }
@@ -163,8 +163,8 @@ TEST_F(ZephtopScreen, ReadOnlyHasNoKeysThatChange) {
   EXPECT_EQ(terminal.screen().find("disconnect"), std::string::npos);
 }
 
-TEST_F(ZephtopScreen, DoesWithoutUtf8AndColours) {
-  const std::regex colour("\x1B\\[[0-9;]*3[0-8]");  // but for 39, the default colour
+TEST_F(ZephtopScreen, WorksWithoutUtf8AndColours) {
+  const std::regex colour("\x1B\\[[0-9;]*3[0-8]");  // except 39, the default colour
   ScriptedDaemon daemon(answersWith(1));
   {
     const Terminal terminal(80, 24, zephtop(daemon.port(), "LC_ALL=C NO_COLOR=1"));
@@ -178,7 +178,7 @@ TEST_F(ZephtopScreen, DoesWithoutUtf8AndColours) {
   EXPECT_TRUE(std::regex_search(coloured.colours(), colour));
 }
 
-TEST_F(ZephtopScreen, NeedsMoreThanADumbTerminal) {
+TEST_F(ZephtopScreen, RefusesADumbTerminal) {
   const Terminal terminal(80, 24, "sh -c \"TERM=dumb " ZEPHTOP_PATH "; echo status \\$?; sleep 100\"");
   EXPECT_TRUE(terminal.shows("dumb terminal"));
   EXPECT_TRUE(terminal.shows("status 1"));

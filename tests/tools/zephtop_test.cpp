@@ -1,4 +1,4 @@
-// zephtop without its screen: what its graphs look like, what it makes of records, and how a session feeds it.
+// zephtop without its screen: graphs, conversion of records, and a session that feeds the model.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,9 +8,9 @@
 
 #include "base/text.h"
 #include "tests/sdk/host.h"
-#include "tests/sdk/turned_clock.h"
+#include "tests/sdk/manual_clock.h"
+#include "tools/zephtop/dialogs.h"
 #include "tools/zephtop/graph.h"
-#include "tools/zephtop/hands.h"
 #include "tools/zephtop/link.h"
 #include "tools/zephtop/model.h"
 
@@ -46,12 +46,12 @@ TEST(ZephtopGraph, FillsCellsFromBelow) {
   }
 }
 
-TEST(ZephtopGraph, ScalesHoldTheLargest) {
+TEST(ZephtopGraph, ScalesFitTheLargest) {
   const float cases[][3] = {{0, 1, 1}, {1, 1, 1}, {1.1F, 1, 2}, {17, 1, 20}, {20, 1, 20}, {51, 10, 100}, {3, 10, 10}};
   for (const auto& [largest, least, scale] : cases) EXPECT_FLOAT_EQ(zephtop::scaleFor(largest, least), scale);
 }
 
-TEST(ZephtopGraph, OldSamplesFallOut) {
+TEST(ZephtopGraph, OldSamplesAreDropped) {
   zephtop::Series series;
   for (int i = 0; i < 5000; ++i) series.push(static_cast<float>(i));
   EXPECT_EQ(series.at(0), 4999);
@@ -81,7 +81,7 @@ ZephlinkSDK_ConnectionStatsEntry connectionOf(const char* adapterID, int64_t mbp
   return entry;
 }
 
-TEST(ZephtopModel, PutsTheConnectionsOfAnAdapterTogether) {
+TEST(ZephtopModel, CombinesTheConnectionsOfAnAdapter) {
   Model model;
   model.apply(oneAdapter(ZephlinkSDK_AdapterState_Connected));
   ZephlinkSDK_ConnectionStatsResult stats{};
@@ -121,7 +121,7 @@ TEST(ZephtopModel, LogsWhatChangedAndKeepsTheGraph) {
   EXPECT_FLOAT_EQ(picture.adapters[0].down.at(0), 10);
 }
 
-TEST(ZephtopModel, KnowsNothingOfADaemonThatHasGone) {
+TEST(ZephtopModel, ClearsTheStateOfALostDaemon) {
   using zephtop::LinkStatus;
   for (const LinkStatus gone : {LinkStatus::Quiet, LinkStatus::Unreachable, LinkStatus::Mute}) {
     SCOPED_TRACE(zephlinksdk::sessionStatusText(gone));
@@ -142,10 +142,11 @@ TEST(ZephtopModel, KnowsNothingOfADaemonThatHasGone) {
   }
 }
 
-// ---- Hands ---------------------------------------------------------------------------------------------------------
+// ---- Dialogs
+// ---------------------------------------------------------------------------------------------------------
 
 /// Two adapters and a directory.
-zephtop::Picture pictureForHands() {
+zephtop::Picture pictureForDialogs() {
   zephtop::Picture picture;
   picture.adapters.resize(2);
   picture.adapters[1].id = "eth0";
@@ -155,14 +156,14 @@ zephtop::Picture pictureForHands() {
   return picture;
 }
 
-/// Presses the keys, with the second adapter selected.
-std::optional<zephtop::Order> orderOf(zephtop::Hands& hands, const std::vector<int>& keys) {
-  const zephtop::Picture picture = pictureForHands();
-  for (const int key : keys) hands.press(key, picture, 1);
-  return hands.takeOrder();
+/// Presses the keys with the second adapter selected. Returns the order.
+std::optional<zephtop::Order> orderOf(zephtop::Dialogs& dialogs, const std::vector<int>& keys) {
+  const zephtop::Picture picture = pictureForDialogs();
+  for (const int key : keys) dialogs.press(key, picture, 1);
+  return dialogs.takeOrder();
 }
 
-TEST(ZephtopHands, OrdersWhatWasChosenAndConfirmed) {
+TEST(ZephtopDialogs, ReturnTheConfirmedOrder) {
   using namespace zephtop;
   const struct {
     std::vector<int> keys;
@@ -183,19 +184,19 @@ TEST(ZephtopHands, OrdersWhatWasChosenAndConfirmed) {
       {{'?', 'd', 'y'}, nullptr},
   };
   for (const auto& test : cases) {
-    Hands hands(false);
-    const auto order = orderOf(hands, test.keys);
+    Dialogs dialogs(false);
+    const auto order = orderOf(dialogs, test.keys);
     EXPECT_EQ(order ? order->text : "none", test.text != nullptr ? test.text : "none");
-    Hands readOnly(true);
+    Dialogs readOnly(true);
     EXPECT_FALSE(orderOf(readOnly, test.keys));
   }
 }
 
-TEST(ZephtopHands, HelpOfAReadOnlyProgramNamesNoChanges) {
+TEST(ZephtopDialogs, HelpOmitsChangesIfReadOnly) {
   const auto helpOf = [](bool readOnly) {
-    zephtop::Hands hands(readOnly);
-    hands.press('?', {}, 0);
-    return hands.dialog({})->lines;
+    zephtop::Dialogs dialogs(readOnly);
+    dialogs.press('?', {}, 0);
+    return dialogs.dialog({})->lines;
   };
   const auto naming = [](const char* word) {
     return [word](const std::string& line) { return line.find(word) != std::string::npos; };
@@ -250,7 +251,7 @@ TEST(ZephtopModel, EncryptionByAdapterOverridesTheTunnels) {
   EXPECT_EQ(model.picture().adapters[0].encrypted, false);
 }
 
-/// The picture of a model, once `done` is true of it; the last one after 30 seconds.
+/// Returns the picture of a model once `done` is true for it; the last one after 30 seconds.
 template <class Condition>
 zephtop::Picture pictureWhen(const Model& model, Condition done) {
   const auto end = std::chrono::steady_clock::now() + kPatience;
@@ -260,12 +261,12 @@ zephtop::Picture pictureWhen(const Model& model, Condition done) {
   return model.picture();
 }
 
-TEST(ZephtopLink, ShowsWhatASessionGets) {
+TEST(ZephtopLink, ShowsTheRecordsOfASession) {
   using zephtop::LinkStatus;
   ScriptedDaemon daemon({{"request_version_data", {kVersionReport}},
                          {"request_current_state", {stateReport(2)}},
                          {"request_networks", {event("report_networks", R"({"networks":[]})")}}});
-  const auto clock = std::make_shared<TurnedClock>();
+  const auto clock = std::make_shared<ManualClock>();
   Model model;
   const zephtop::Link link(configFor(daemon.port()), model, clock);
   const auto live = [](const zephtop::Picture& now) { return now.link == LinkStatus::Live && now.state; };
@@ -278,7 +279,7 @@ TEST(ZephtopLink, ShowsWhatASessionGets) {
   EXPECT_TRUE(asked(pictureWhen(model, asked)));
   daemon.socket().pauseAccepting();
   daemon.socket().drop(1);
-  clock->turn(std::chrono::milliseconds(800));
+  clock->advance(std::chrono::milliseconds(800));
   EXPECT_EQ(pictureWhen(model, [](const auto& now) { return now.link == LinkStatus::Quiet; }).link, LinkStatus::Quiet);
 }
 

@@ -24,8 +24,8 @@ TEST(Base64, DecodesWholeTexts) {
   for (const auto& [text, bytes] : texts) EXPECT_EQ(decodeBase64(text), bytes) << text;
 }
 
-/// What came before the first broken group is all that comes out.
-TEST(Base64, EndsAtTheFirstBrokenGroup) {
+/// Only the groups before the first invalid one are decoded.
+TEST(Base64, StopsAtTheFirstInvalidGroup) {
   for (const char* text : {"Zm9", "Zg=", "Zg", "Z", "=", "====", "Z===", "Zm=v", "Z=9v", " Zm9v"}) {
     EXPECT_EQ(decodeBase64(text), "") << text;
   }

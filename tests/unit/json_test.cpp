@@ -1,4 +1,4 @@
-// Reading and writing JSON under locales that write numbers in another way.
+// Reads and writes JSON under locales with other number formats.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -41,7 +41,7 @@ TEST(Json, ReadsNumbersUnderEveryLocale) {
       EXPECT_EQ(asDouble(root[2]["b"][0]), value) << text;
       EXPECT_EQ(asString(root[2]["a"]), text);
     }
-    // What only looks like a number, and what only looks like a text.
+    // Texts that look like numbers, and comments that look like texts.
     const Json::Value odd = parse("[\"\\\"1.5\",/* \" 2.5 */ 3.5,// \" 4.5\n5.5]");
     EXPECT_EQ(asString(odd[0]), "\"1.5");
     EXPECT_EQ(asDouble(odd[1]), 3.5);
@@ -56,7 +56,7 @@ TEST(Json, ReadsNumbersUnderEveryLocale) {
   }
 }
 
-/// The text is what jsoncpp writes in the C locale.
+/// The expected text is jsoncpp's output in the C locale.
 TEST(Json, WritesAllKindsOfValues) {
   Json::Value value(Json::objectValue);
   value["kinds"] = parse(R"([null,true,false,0,-7,18446744073709551615,[],{},[[1]],{"b":1,"a":{"c":[2,3]}}])");

@@ -19,7 +19,7 @@ constexpr zephlinksdk::Translation kTexts[] = {
     {"twice", "{a}-{a}"},
 };
 constexpr zephlinksdk::Translation kForeignTexts[] = {{"both", "foreign"}};
-// A key of the locations too: the table that was registered first has the say.
+// Also a key of the locations: the table that was registered first wins.
 constexpr zephlinksdk::Translation kOtherCountries[] = {{"us", "overridden"}};
 constexpr zephlinksdk::TranslationGroup kGroups[] = {{"LOCATION.COUNTRY.", kOtherCountries}, {"TEST.", kTexts}};
 constexpr zephlinksdk::TranslationGroup kForeignGroups[] = {{"TEST.", kForeignTexts}};
@@ -36,8 +36,8 @@ class Translate : public testing::Test {
   }
 };
 
-// Runs in a process of its own, where nothing else has registered a table.
-TEST(TranslateDeathTest, GivesKeysBackBeforeAnyRegistration) {
+// Runs in its own process, in which no table was registered before.
+TEST(TranslateDeathTest, ReturnsKeysBeforeAnyRegistration) {
   testing::FLAGS_gtest_death_test_style = "threadsafe";
   const auto check = [] {
     const bool unchanged = zephlinksdk::countryName("us") == "{{LOCATION.COUNTRY.us}}";
@@ -47,7 +47,7 @@ TEST(TranslateDeathTest, GivesKeysBackBeforeAnyRegistration) {
   EXPECT_EXIT(check(), testing::ExitedWithCode(0), "");
 }
 
-/// Each value holds the next name twice: 40 arguments ask for a text of 2 to the 40th pieces.
+/// Each value contains the next name twice: 40 arguments would expand to 2 to the 40th pieces.
 TEST_F(Translate, BoundsATextThatDoublesItself) {
   std::string arguments;
   for (int i = 10; i < 50; ++i) {
@@ -86,7 +86,7 @@ TEST_F(Translate, TextsOfItsForms) {
       {"{{LOCATION.CITY.izmir}}", "İzmir"},
       {"{{LOCATION.COUNTRY.us}}", "United States"},
       {"{{TEST.empty}}", ""},
-      // What stands behind a known key
+      // Text after a known key
       {"{{LOCATION.CITY.nyc}} and more", "New York City"},
       {"{{LOCATION.CITY.nyc}}}}", "New York City"},
       {"{{TEST.both}} |{\"a\":\"1\"}", "{a} and {b}"},
@@ -110,7 +110,7 @@ TEST_F(Translate, TextsOfItsForms) {
   for (const auto& [input, expected] : cases) EXPECT_EQ(translate(input), expected) << input.substr(0, 80);
 }
 
-TEST_F(Translate, WhatIsNoKnownKeyComesBackAsItIs) {
+TEST_F(Translate, ReturnsUnknownKeysUnchanged) {
   for (const char* text :
        {"", "Wi-Fi", "{{", "{{LOCATION.CITY.nyc", "{{LOCATION.CITY.nyc}", "{{}}", "{{LOCATION.CITY.}}",
         "{{LOCATION.CITY.NYC}}", "{{LOCATION.CITY.zz}}", "{{NO.KEY}}|{\"a\":1}", "eth {{LOCATION.CITY.nyc}}"}) {
@@ -118,7 +118,7 @@ TEST_F(Translate, WhatIsNoKnownKeyComesBackAsItIs) {
   }
 }
 
-TEST_F(Translate, TheApplicationsNameReachesTexts) {
+TEST_F(Translate, InsertsTheApplicationName) {
   zephlinksdk::setApplicationName("Host");
   EXPECT_EQ(translate("{{TEST.name}}"), "by Host");
 }

@@ -1,4 +1,4 @@
-// Numbers as words; what other words mean is told by the cases of the actions that take them.
+// Parsers of numbers. The cases of the actions test the other parsers.
 #include "cli/parsers.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ namespace {
 
 using namespace cli;
 
-/// The parser's value, or none if it refused the word; a refused word must leave the place untouched.
+/// Returns the parsed value, or nothing if the argument is invalid; in this case the value must be unchanged.
 template <typename Value>
 std::optional<Value> parsed(bool (*parser)(const char*, Value&), const std::string& word) {
   constexpr Value kUntouched = static_cast<Value>(77);
@@ -45,7 +45,7 @@ TEST(Parsers, IntegersKeepTheirRanges) {
   EXPECT_EQ(parsed(parseI64, "-99999999999999999999999"), INT64_MIN);
 }
 
-TEST(Parsers, NumbersAreUsedWhole) {
+TEST(Parsers, NumbersExtendToTheEnd) {
   const std::pair<const char*, std::optional<uint32_t>> cases[] = {
       {"007", 7},        {"+7", 7},         {" 7", 7},         {"\t7", 7},       {"-0", 0},
       {"", kRefused},    {" ", kRefused},   {"-", {}},         {"7 ", kRefused}, {"7x", kRefused},
@@ -67,7 +67,7 @@ TEST(Parsers, Mbps) {
   for (const auto& [word, expected] : cases) EXPECT_EQ(parsed(parseMbps, word), expected) << word;
 }
 
-TEST(Parsers, ListsStopAtTheFirstFault) {
+TEST(Parsers, ListsStopAtTheFirstError) {
   ZephlinkSDK_ProtocolPortPair ports[3] = {};
   EXPECT_TRUE(parseProtocolPortList(0, nullptr, ports, false, false));
   EXPECT_TRUE(parseProtocolPortList(-1, nullptr, ports, false, false));

@@ -30,7 +30,7 @@ TEST(Text, IsCutAfterTheLastWholeCharacterThatFits) {
       {"abc\xF0\x9F\x98\x80", "abc"},
       {"ab\xF0\x9F\x98\x80x", "ab\xF0\x9F\x98\x80"},
       {"\xE2\x82\xAC\xE2\x82\xAC\xE2\x82\xAC", "\xE2\x82\xAC\xE2\x82\xAC"},
-      // The text ends at its NUL, within the room.
+      // The text ends at its NUL, within the size.
       {std::string("abcde\0\xC3\xA9", 8), "abcde"},
       // Not UTF-8: cut as bytes.
       {std::string(7, '\x80'), std::string(6, '\x80')},
@@ -48,7 +48,7 @@ TEST(Text, IsCutAfterTheLastWholeCharacterThatFits) {
   EXPECT_STREQ(small, "");
 }
 
-TEST(Utf8, EachByteOfNoCharacterIsReplacedByItself) {
+TEST(Utf8, EachInvalidByteIsReplacedSeparately) {
   const struct {
     std::string text, valid, escaped;
   } rows[] = {
@@ -56,10 +56,10 @@ TEST(Utf8, EachByteOfNoCharacterIsReplacedByItself) {
       {"\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80", "\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80",
        "\\u0080\\u07ff\\u0800\\ud7ff\\ue000"},
       {"\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", "\\ud800\\udc00\\udbff\\udfff"},
-      // Neighbours stay.
+      // Adjacent characters are unchanged.
       {"\xFF'a\xC3'", "\xEF\xBF\xBD'a\xEF\xBF\xBD'", "\\ufffd'a\\ufffd'"},
       {"12345678\xE2\x82z", "12345678\xEF\xBF\xBD\xEF\xBF\xBDz", "12345678\\ufffd\\ufffdz"},
-      // Overlong forms, a surrogate, a number that is too large, a lone continuation, an unfinished character.
+      // Overlong forms, a surrogate, a number that is too large, a single continuation byte, an incomplete character.
       {"\xC1\xBF", "\xEF\xBF\xBD\xEF\xBF\xBD", "\\ufffd\\ufffd"},
       {"\xE0\x9F\xBF", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD", "\\ufffd\\ufffd\\ufffd"},
       {"\xF0\x8F\xBF\xBF", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD", "\\ufffd\\ufffd\\ufffd\\ufffd"},

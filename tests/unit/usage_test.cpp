@@ -25,7 +25,7 @@ TEST(Usage, ListsExistingActionsOnce) {
   }
 }
 
-TEST(Usage, LeavesOutSomeActions) {
+TEST(Usage, OmitsSomeActions) {
   std::set<std::string> unlisted;
   cli::forEachAction([&unlisted](const std::string& path, const cli::Action& action, const char*) {
     if (action.subcommands == nullptr) unlisted.insert(path.substr(0, path.find(' ')));
@@ -34,8 +34,8 @@ TEST(Usage, LeavesOutSomeActions) {
   EXPECT_THAT(unlisted, ElementsAre("esni", "firewall", "help", "localproxy", "safebrowsing"));
 }
 
-// A second row of the same path would never run.
-TEST(Actions, HaveTheirWordsOnce) {
+// A second row with the same path would never run.
+TEST(Actions, HaveUniquePaths) {
   std::set<std::string> paths;
   cli::forEachAction([&paths](const std::string& path, const cli::Action&, const char*) {
     EXPECT_TRUE(paths.insert(path).second) << path;
@@ -43,7 +43,7 @@ TEST(Actions, HaveTheirWordsOnce) {
   EXPECT_GT(paths.size(), std::size(cli::kListedActions));
 }
 
-// All faults name their usage text, but for those of esni.
+// All errors print their usage text, except those of esni.
 TEST(Actions, HaveAUsageTextAndAHandlerOrSubcommands) {
   cli::forEachAction([](const std::string& path, const cli::Action& action, const char* usage) {
     EXPECT_TRUE(action.handle != nullptr || action.subcommands != nullptr) << path;
@@ -53,7 +53,7 @@ TEST(Actions, HaveAUsageTextAndAHandlerOrSubcommands) {
   });
 }
 
-TEST(Actions, HaveTheUsageTextOfTheRowAbove) {
+TEST(Actions, InheritTheUsageTextOfTheParentRow) {
   const std::pair<const char*, const char*> cases[] = {
       {"daemon exit", "daemon exit"},
       {"stats historic", cli::usageOf("stats")},
@@ -68,7 +68,7 @@ TEST(Actions, HaveTheUsageTextOfTheRowAbove) {
   }
 }
 
-TEST(ProgramName, IsWhatStandsBehindTheLastSeparator) {
+TEST(ProgramName, IsTheTextAfterTheLastSeparator) {
   const std::pair<std::string, std::string> cases[] = {
       {"zephctl", "zephctl"},
       {"/usr/bin/zephctl", "zephctl"},

@@ -14,7 +14,8 @@ namespace {
 
 using namespace zephlinksdk;
 
-/// A table whose rows are the whole enumeration: 0, 1, 2 ... without a gap, every word once, both ways.
+/// Checks that the rows contain the whole enumeration, 0, 1, 2 ... without a gap, and every word once, in both
+/// directions.
 template <typename Table>
 void expectWhole(const Table& table) {
   std::set<std::string_view> words;
@@ -40,7 +41,7 @@ TEST(Words, TablesCoverTheirEnumerations) {
 template <typename Value>
 constexpr Value kOutside = static_cast<Value>(99);
 
-TEST(Words, AValueOutsideHasATextOfItsOwn) {
+TEST(Words, ValuesOutsideHaveAText) {
   const std::pair<const char*, const char*> cases[] = {
       {ZephlinkSDK_stateText(8), "UNKNOWN"},
       {ZephlinkSDK_adapterStateText(kOutside<ZephlinkSDK_AdapterState>), "disconnected"},
@@ -66,7 +67,7 @@ TEST(Words, AValueOutsideHasATextOfItsOwn) {
   EXPECT_EQ(kConnectionPriorityNumbers.text(kOutside<ZephlinkSDK_ConnectionPriority>), 0);
 }
 
-TEST(Words, TextsReadBackAndOthersAreRefused) {
+TEST(Words, TextsRoundTripAndOthersAreRefused) {
   ZephlinkSDK_BondingMode mode = ZephlinkSDK_BondingMode_Redundant;
   for (const char* refused : {"Streaming", "stream", "", static_cast<const char*>(nullptr)}) {
     EXPECT_FALSE(ZephlinkSDK_bondingModeFromText(refused, &mode));

@@ -64,7 +64,7 @@ void Collector::setLink(SessionStatus status) {
     const std::lock_guard lock(mutex);
     if (snapshot.link == SessionStatus::Live) ++snapshot.losses;
     snapshot.link = status;
-    // What comes next may be another daemon's, or of the same after a restart.
+    // Later records may come from another daemon, or from the same one after a restart.
     if (status != SessionStatus::Live) snapshot.records = {};
     changed.notify_all();
   }

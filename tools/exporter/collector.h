@@ -1,4 +1,4 @@
-// Keeps the latest records of a daemon, for scrapes.
+// Stores the latest records of a daemon for scrapes.
 #pragma once
 
 #include <prometheus/collectable.h>
@@ -17,16 +17,16 @@ namespace exporter {
 
 class Collector : public prometheus::Collectable {
  public:
-  /// Connects to the daemon and subscribes. `onStatus` (may be empty) gets every change of the link, on a thread of the
-  /// session.
+  /// Connects to the daemon and subscribes. `onStatus` (may be empty) receives every change of the session's status, on
+  /// a thread of the session.
   explicit Collector(const ZephlinkSDK_Config& daemon, zephlinksdk::Session::StatusHandler onStatus = {},
                      zephlinksdk::SessionOptions options = {});
 
-  /// The metrics of now. Thread-safe.
+  /// Returns the current metrics. Thread-safe.
   std::vector<prometheus::MetricFamily> Collect() const override;
 
-  /// Waits for the first record of every kind: until the link has failed, or `patience` after it is live, because a
-  /// daemon need not answer everything. Returns whether the link is live.
+  /// Waits for the first record of every kind, until the connection has failed or `patience` after it became live: a
+  /// daemon need not report everything. Returns whether the connection is live.
   bool waitForRecords(std::chrono::milliseconds patience) const;
 
  private:
@@ -38,7 +38,7 @@ class Collector : public prometheus::Collectable {
   mutable std::mutex mutex;
   mutable std::condition_variable changed;
   Snapshot snapshot;
-  zephlinksdk::Session session;  // last: its threads use all of the above
+  zephlinksdk::Session session;  // last member: its threads use all of the above
 };
 
 }  // namespace exporter

@@ -1,4 +1,4 @@
-// zephlink-exporter: the metrics of a daemon for Prometheus.
+// zephlink-exporter: exports the metrics of a daemon to Prometheus.
 #include <CivetServer.h>
 #include <prometheus/exposer.h>
 
@@ -20,7 +20,7 @@ namespace {
 using namespace exporter;
 
 constexpr int kUsageError = 2;
-/// What a daemon may take for its answers once it is known to answer.
+/// The time for a daemon to answer all requests after its first answer.
 constexpr std::chrono::seconds kPatience{2};
 constexpr const char* kServerThreads = "2";
 
@@ -45,7 +45,7 @@ int printOnce(const Endpoint& daemon) {
   return live && written ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
-/// Answers health checks; everything else is the server's.
+/// Answers health checks; returns 0 to let the server answer everything else.
 int answerHealthCheck(mg_connection* connection) {
   if (std::string_view(mg_get_request_info(connection)->local_uri) != "/-/healthy") return 0;
   constexpr std::string_view kText = "zephlink-exporter is healthy.\n";
@@ -68,7 +68,7 @@ std::unique_ptr<prometheus::Exposer> listenOn(const Endpoint& endpoint) {
       std::vector<std::string>{"listening_ports", endpoint.text(), "num_threads", kServerThreads}, &callbacks);
 }
 
-/// Until a signal ends it. The signals must be blocked in all threads.
+/// Serves until a signal arrives. REQUIRES: the signals are blocked in all threads.
 int serve(const Options& options, const sigset_t& signals) {
   std::unique_ptr<prometheus::Exposer> exposer;
   try {
@@ -86,7 +86,7 @@ int serve(const Options& options, const sigset_t& signals) {
       "/metrics of the daemon at " + daemon);
   int signal = 0;
   sigwait(&signals, &signal);
-  log("ends by signal " + std::to_string(signal));
+  log("exiting on signal " + std::to_string(signal));
   return EXIT_SUCCESS;
 }
 

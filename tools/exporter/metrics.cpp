@@ -27,12 +27,12 @@ constexpr double kBytesPerMegabit = 1e6 / kBitsPerByte;
 constexpr double kMsPerSecond = 1e3;
 constexpr double kSecondsPerMinute = 60;
 
-/// A value that the daemon does not give: there is no metric.
+/// A value that the daemon omits: it has no metric.
 constexpr double kAbsent = std::numeric_limits<double>::quiet_NaN();
 
 double orAbsent(std::int64_t value) { return value < 0 ? kAbsent : static_cast<double>(value); }
 
-/// As label values, words are in lower case.
+/// Label values are in lower case.
 std::string lowered(std::string text) {
   std::ranges::transform(text, text.begin(),
                          [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
@@ -55,7 +55,7 @@ Labels with(Labels labels, const char* name, std::string value) {
   return labels;
 }
 
-/// One series for each of the first `count` values of an enumeration, 1 for the current one and 0 for the others.
+/// Adds one series for each of the first `count` values of an enumeration: 1 for the current value, 0 for the others.
 template <class Value>
 void addStates(MetricFamily& family, const char* label, Value current, const char* (*text)(Value), std::uint32_t count,
                const Labels& labels = {}) {
@@ -65,7 +65,7 @@ void addStates(MetricFamily& family, const char* label, Value current, const cha
   }
 }
 
-/// A metric that each of several things has.
+/// A metric that each element of a list has.
 template <class Thing>
 struct Field {
   const char* name;
@@ -140,7 +140,7 @@ constexpr Field<Adapter> kAdapterFields[] = {
      [](const Adapter& adapter) { return orAbsent(adapter.usageDailyBoost); }},
 };
 
-/// A family with one metric a day and one a month for each adapter.
+/// Adds a family with a daily and a monthly metric for each adapter.
 void addUsage(Families& families, const ZephlinkSDK_AdaptersResult& record, const char* name, const char* help,
               std::int64_t Adapter::*daily, std::int64_t Adapter::*monthly) {
   MetricFamily& family = addFamily(families, name, help);
@@ -220,7 +220,8 @@ constexpr Field<Connection> kConnectionFields[] = {
      [](const Connection& connection) { return static_cast<double>(connection.numberOfSockets); }},
 };
 
-/// The daemon may name each new connection anew: as a label, a connection is its place among those of its adapter.
+/// The daemon may rename a connection whenever it reconnects, so the label of a connection is its index among the
+/// connections of its adapter.
 Labelled<Connection> labelled(const ZephlinkSDK_ConnectionStatsResult& record) {
   std::vector<const Connection*> sorted;
   for (int i = 0; i < record.connectionCount; ++i) sorted.push_back(&record.connections[i]);
@@ -284,7 +285,7 @@ constexpr Field<Period> kPeriodFields[] = {
 void add(Families& families, const ZephlinkSDK_SessionStatsResult& record) {
   Labelled<Period> periods;
   for (int i = 0; i < record.periodCount; ++i) {
-    // Another client of the daemon may have asked for any number of hours.
+    // Another client of the daemon may have requested any number of hours.
     const std::string name = ZephlinkSDK_periodText(record.periods[i].period);
     if (!name.empty()) periods.push_back({&record.periods[i], {{"period", name}}});
   }
@@ -362,7 +363,8 @@ void add(Families& families, const ZephlinkSDK_NetworkSharingAvailableSharesResu
   }
 }
 
-/// Prometheus refuses all metrics if one occurs twice, for example of adapters that the daemon names alike.
+/// Prometheus rejects all metrics if one occurs twice, for example if the daemon reports two adapters with the same
+/// name.
 void eraseRepeated(MetricFamily& family) {
   std::set<Labels> seen;
   std::erase_if(family.metric, [&seen](const ClientMetric& metric) { return !seen.insert(metric.label).second; });

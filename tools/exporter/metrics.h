@@ -1,4 +1,4 @@
-// The metrics of a daemon, made of the latest records.
+// Converts the latest records of a daemon to metrics.
 #pragma once
 
 #include <prometheus/metric_family.h>
@@ -22,19 +22,19 @@ using Records =
                std::optional<ZephlinkSDK_SafeBrowsingStatsResult>, std::optional<ZephlinkSDK_DisconnectEventResult>,
                std::optional<ZephlinkSDK_NetworkSharingAvailableSharesResult>>;
 
-/// What the exporter knows.
+/// The state of the exporter at one moment.
 struct Snapshot {
   zephlinksdk::SessionStatus link = zephlinksdk::SessionStatus::Connecting;
-  /// How often the link was lost.
+  /// How often the connection was lost.
   std::uint64_t losses = 0;
   Records records;
 };
 
-/// Returns the metrics of a snapshot, families without a metric omitted. While the daemon does not answer these are
-/// `zephlink_up 0` and those of the exporter itself: values of the past are not shown.
+/// Returns the metrics of a snapshot; omits empty families. If the daemon does not answer, these are `zephlink_up 0`
+/// and the exporter's own metrics: outdated values are not exported.
 std::vector<prometheus::MetricFamily> metricsOf(const Snapshot& snapshot);
 
-/// Returns metrics in Prometheus' text format.
+/// Returns metrics in the Prometheus text format.
 std::string textOf(const std::vector<prometheus::MetricFamily>& families);
 
 }  // namespace exporter

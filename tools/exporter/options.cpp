@@ -11,7 +11,8 @@ namespace exporter {
 
 namespace {
 
-/// HOST:PORT, with a host that the library can take; nothing for any other text.
+/// Parses HOST:PORT. Returns nothing if the text has another form, the host is too long for the library, or the port is
+/// below `leastPort`.
 std::optional<Endpoint> parseEndpoint(std::string_view text, std::uint16_t leastPort) {
   const std::size_t colon = text.rfind(':');
   if (colon == std::string_view::npos || colon == 0 || colon >= ZephlinkSDK_AddressSize) return std::nullopt;
@@ -68,9 +69,9 @@ Options readOptions(int argc, char** argv) {
 
 std::string_view usage() {
   return "Usage: zephlink-exporter [--daemon HOST:PORT] [--listen HOST:PORT] [--once]\n"
-         "Serves the metrics of a daemon to Prometheus, at /metrics; /-/healthy answers while the exporter runs.\n"
+         "Serves the metrics of a daemon to Prometheus, at /metrics; /-/healthy responds while the exporter runs.\n"
          "  --daemon HOST:PORT  the daemon (127.0.0.1:9330)\n"
-         "  --listen HOST:PORT  where to serve, port 0 for a free one (127.0.0.1:9331)\n"
+         "  --listen HOST:PORT  the address to serve on; port 0: any free port (127.0.0.1:9331)\n"
          "  --once              print the metrics and exit: status 0, or 1 if the daemon does not answer\n"
          "  --version           print the version\n"
          "  --help              print this\n";

@@ -1,4 +1,4 @@
-// The words of the command line.
+// The arguments of the exporter.
 #pragma once
 
 #include <cstdint>
@@ -19,14 +19,14 @@ struct Options {
   enum class Action : std::uint8_t { Serve, PrintOnce, ShowHelp, ShowVersion, Fail };
 
   Action action = Action::Serve;
-  std::string error;  ///< why it is Fail
+  std::string error;  ///< the reason for Fail
   Endpoint daemon{"127.0.0.1", 9330};
-  Endpoint listen{"127.0.0.1", 9331};  ///< port 0: a free one
+  Endpoint listen{"127.0.0.1", 9331};  ///< port 0: any free port
 };
 
 Options readOptions(int argc, char** argv);
 
-/// The text of --help.
+/// Returns the text of --help.
 std::string_view usage();
 
 }  // namespace exporter

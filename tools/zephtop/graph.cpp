@@ -11,24 +11,24 @@ namespace {
 constexpr std::size_t kMostSamples = 1800;
 constexpr int kStepsPerRow = 4;
 
-// The dots of a braille character's two columns when 0 to 4 of them are filled from below.
+// The dots of a braille character's two columns with 0 to 4 dots filled from below.
 constexpr unsigned kLeftDots[] = {0x00, 0x40, 0x44, 0x46, 0x47};
 constexpr unsigned kRightDots[] = {0x00, 0x80, 0xA0, 0xB0, 0xB8};
 constexpr char kAsciiDots[] = " .:|#";
 
-/// U+2800 and its dots, in UTF-8.
+/// Returns U+2800 plus the dots, in UTF-8.
 std::string braille(unsigned dots) {
   return {'\xE2', static_cast<char>(0xA0U | dots >> 6U), static_cast<char>(0x80U | (dots & 0x3FU))};
 }
 
-/// The height of a sample in steps. Whatever was measured shows, be it 0.
+/// Returns the height of a sample in steps. Every measured sample is at least one step high, even 0.
 int stepsOf(float sample, int rows, float scale) {
   if (sample < 0) return 0;
   const int all = rows * kStepsPerRow;
   return std::clamp(static_cast<int>(std::lround(sample / scale * static_cast<float>(all))), 1, all);
 }
 
-/// How much of a row, counted from below, a bar of so many steps fills.
+/// Returns how many steps of a row, counted from below, a bar of `steps` fills.
 int stepsInRow(int steps, int row) { return std::clamp(steps - row * kStepsPerRow, 0, kStepsPerRow); }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Keys that are not bytes, whatever the terminal library calls them.
+// Keys that are not bytes, independent of the terminal library's codes.
 #pragma once
 
 namespace zephtop {
@@ -15,7 +15,7 @@ enum Key : int {
   kHome,
   kEnd,
   kBackspace,
-  kOther,  ///< any other key, and a terminal that has another size
+  kOther,  ///< any other key, or a resized terminal
 };
 
 }  // namespace zephtop

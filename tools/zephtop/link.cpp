@@ -7,7 +7,7 @@ namespace zephtop {
 
 namespace {
 
-/// Puts the records of a function into the model; failed ones leave it as it is.
+/// Passes the records of a function to the model. Failed records do not change it.
 template <class Record>
 void feed(zephlinksdk::Session& session, Model& model,
           Record (*function)(ZephlinkSDK*, zephlinksdk::Callback<Record>, void*),
@@ -17,7 +17,7 @@ void feed(zephlinksdk::Session& session, Model& model,
   });
 }
 
-/// Periods by which a daemon that has gone shows within a second. Its answer may take half a second.
+/// Periods that detect a lost daemon within a second. An answer may take half a second.
 zephlinksdk::SessionOptions promptOptions(std::shared_ptr<zephlinksdk::SessionClock> clock) {
   zephlinksdk::SessionOptions options;
   options.probeAfter = std::chrono::milliseconds(300);
@@ -63,8 +63,8 @@ bool Link::onDirectory(ZephlinkSDK_DirectoryResult record, void* userData) {
   return false;
 }
 
-/// `send` calls a function of the library with the object and the user data of the callback. A call that is refused
-/// does not run its callback.
+/// `send` calls a function of the library with the object and the user data of the callback. A refused call never runs
+/// its callback.
 template <class Send>
 void Link::request(const std::string& text, Send send) {
   Request& request = requests.emplace_back(Request{model, text});
@@ -104,7 +104,7 @@ void Link::perform(const Order& order) {
 
 void Link::requestDirectory() {
   Request& request = requests.emplace_back(Request{model, "read the directory"});
-  // 750 KB by value: no second copy for the immediate record.
+  // Returns only the head: a second copy of the 750 KB record is avoided.
   const ZephlinkSDK_Result begun =
       session.call([&request](ZephlinkSDK* sdk) { return ZephlinkSDK_getDirectory(sdk, onDirectory, &request).head; });
   if (begun.hasError) model.answered(request.text, begun.errorMessage);

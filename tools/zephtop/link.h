@@ -1,11 +1,11 @@
-// zephtop's link to the daemon: a session that feeds the model.
+// Connects the model to the daemon through a session.
 #pragma once
 
 #include <list>
 #include <memory>
 #include <string>
 
-#include "tools/zephtop/hands.h"
+#include "tools/zephtop/dialogs.h"
 #include "tools/zephtop/model.h"
 #include "zephlinksdk/session.hpp"
 
@@ -13,14 +13,14 @@ namespace zephtop {
 
 class Link {
  public:
-  /// `model` gets every record and status, on threads of the session. It must outlive the link.
-  /// `clock`: see SessionOptions.
+  /// `model` receives every record and status, on threads of the session. It must outlive the link. `clock`: see
+  /// SessionOptions.
   Link(const ZephlinkSDK_Config& config, Model& model, std::shared_ptr<zephlinksdk::SessionClock> clock = nullptr);
 
-  /// Sends an order and returns at once. The model gets the answer.
+  /// Sends an order and returns at once. The model receives the answer.
   void perform(const Order& order);
 
-  /// Asks for the directory. The model gets it.
+  /// Requests the directory, which the model receives.
   void requestDirectory();
 
  private:
@@ -37,7 +37,7 @@ class Link {
   static bool onDirectory(ZephlinkSDK_DirectoryResult record, void* userData);
 
   Model& model;
-  std::list<Request> requests;  ///< callbacks refer to them as long as the session lives
+  std::list<Request> requests;  ///< callbacks refer to them as long as the session exists
   zephlinksdk::Session session;
 };
 

@@ -1,4 +1,4 @@
-// A dashboard for the terminal: the daemon's state and server, what each adapter carries, and events as they come.
+// zephtop: a terminal dashboard of the daemon's state and server, the traffic of each adapter, and events.
 #include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
@@ -11,7 +11,7 @@
 #include <limits>
 #include <string>
 
-#include "tools/zephtop/hands.h"
+#include "tools/zephtop/dialogs.h"
 #include "tools/zephtop/link.h"
 #include "tools/zephtop/model.h"
 #include "tools/zephtop/options.h"
@@ -33,7 +33,7 @@ void stopOnSignals() {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
 }
 
-/// Keeps what the library says on standard error off the screen.
+/// Redirects stderr to /dev/null, so that messages of the library do not disturb the screen.
 class Silence {
  public:
   Silence() : kept(dup(STDERR_FILENO)) {
@@ -52,13 +52,13 @@ class Silence {
   int kept;
 };
 
-/// Sleeps until a key is pressed, a signal comes, or for one tick. False when the terminal has gone.
+/// Waits until a key is pressed, a signal arrives, or one tick has passed. Returns false if the terminal was closed.
 bool awaitKey() {
   pollfd input{STDIN_FILENO, POLLIN, 0};
   return poll(&input, 1, kTickMs) <= 0 || (input.revents & (POLLHUP | POLLERR | POLLNVAL)) == 0;
 }
 
-/// Keys that change what is seen, and not the daemon. False for others.
+/// Handles the keys that change the display only. Returns false for other keys.
 bool changeDisplay(int key, Display& display) {
   constexpr int kPage = 5;
   constexpr int kStep = 15;
@@ -82,16 +82,16 @@ bool changeDisplay(int key, Display& display) {
   return true;
 }
 
-/// Until a key or a signal ends it.
+/// Runs until a key or a signal ends it.
 void watch(const View& view, Model& model, Link& link, bool readOnly) {
   std::uint64_t drawn = 0;
   Picture picture = model.picture();
   Display display;
-  Hands hands(readOnly);
+  Dialogs dialogs(readOnly);
   bool redraw = true;
   while (stopSignal == 0) {
     model.passTime();
-    // A pause must not show a daemon that has gone as live.
+    // A paused display must not show a lost daemon as live.
     if (display.paused && isStale(model.link())) display.paused = false;
     if (!display.paused && model.revision() != drawn) {
       drawn = model.revision();
@@ -99,21 +99,21 @@ void watch(const View& view, Model& model, Link& link, bool readOnly) {
       redraw = true;
     }
     display.clampTo(picture);
-    if (redraw) view.draw(picture, display, hands.dialog(picture));
+    if (redraw) view.draw(picture, display, dialogs.dialog(picture));
     redraw = false;
     if (!awaitKey()) return;
     while (const int key = View::readKey()) {
       redraw = true;
       model.clearNotice();
-      if (!hands.press(key, picture, display.selected)) {
+      if (!dialogs.press(key, picture, display.selected)) {
         if (key == 'q') return;
         if (key == 'e') model.clearEvents();
         changeDisplay(key, display);
         display.clampTo(picture);
       }
-      if (hands.dialog(picture)) display.paused = false;  // its answers must show
-      if (hands.takeDirectoryRequest()) link.requestDirectory();
-      if (const auto order = hands.takeOrder()) link.perform(*order);
+      if (dialogs.dialog(picture)) display.paused = false;  // show the result of the dialog's order
+      if (dialogs.takeDirectoryRequest()) link.requestDirectory();
+      if (const auto order = dialogs.takeOrder()) link.perform(*order);
     }
   }
 }

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kMostEvents = 200;
 constexpr std::chrono::milliseconds kSamplePeriod{1000};
-// The daemon's statistics may come a little late before their absence shows.
+// How late the daemon's statistics may arrive before a gap is shown.
 constexpr std::chrono::milliseconds kSampleGrace{700};
 constexpr float kBitsPerMegabit = 1e6F;
 
@@ -55,8 +55,8 @@ Tone toneOf(ZephlinkSDK_AdapterState state) {
   }
 }
 
-/// "LOGGED_IN" as "logged in".
-std::string spoken(std::string word) {
+/// Converts "LOGGED_IN" to "logged in".
+std::string readable(std::string word) {
   for (char& letter : word) {
     if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
     if (letter == '_') letter = ' ';
@@ -92,12 +92,12 @@ std::string bytesText(std::int64_t bytes) {
   return text;
 }
 
-std::string stateWord(std::uint32_t state) { return spoken(ZephlinkSDK_stateText(state)); }
+std::string stateWord(std::uint32_t state) { return readable(ZephlinkSDK_stateText(state)); }
 
-std::string adapterStateWord(ZephlinkSDK_AdapterState state) { return spoken(ZephlinkSDK_adapterStateText(state)); }
+std::string adapterStateWord(ZephlinkSDK_AdapterState state) { return readable(ZephlinkSDK_adapterStateText(state)); }
 
 std::string priorityWord(ZephlinkSDK_ConnectionPriority priority) {
-  return spoken(ZephlinkSDK_connectionPriorityText(priority));
+  return readable(ZephlinkSDK_connectionPriorityText(priority));
 }
 
 void Model::apply(const ZephlinkSDK_StateResult& record) {
@@ -205,7 +205,7 @@ void Model::apply(const ZephlinkSDK_NetworkSharingConnectionResult& record) {
   if (record.errorCode != ZephlinkSDK_Error_None) {
     log("peer", std::string(record.uuid) + ": " + record.errorMessage, Tone::Bad);
   } else {
-    log("peer", std::string(record.uuid) + " is " + spoken(ZephlinkSDK_peerStatusText(record.peerStatus)));
+    log("peer", std::string(record.uuid) + " is " + readable(ZephlinkSDK_peerStatusText(record.peerStatus)));
   }
 }
 
@@ -284,13 +284,13 @@ void Model::setLink(LinkStatus status) {
       log("daemon", "reports", Tone::Good);
       break;
     case LinkStatus::Quiet:
-      log("daemon", "has gone, connecting anew", Tone::Bad);
+      log("daemon", "connection lost, reconnecting", Tone::Bad);
       break;
     case LinkStatus::Unreachable:
-      log("daemon", "is not there, trying to connect", Tone::Bad);
+      log("daemon", "unreachable, trying to connect", Tone::Bad);
       break;
     case LinkStatus::Mute:
-      log("daemon", "does not answer, connecting anew", Tone::Bad);
+      log("daemon", "does not answer, reconnecting", Tone::Bad);
       break;
   }
   ++changes;

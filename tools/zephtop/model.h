@@ -1,4 +1,4 @@
-// What zephtop knows: the records of the library's callbacks, kept as the view wants them.
+// The state of zephtop: the records of the library's callbacks, in the form that the view needs.
 #pragma once
 
 #include <chrono>
@@ -20,7 +20,7 @@ namespace zephtop {
 
 using LinkStatus = zephlinksdk::SessionStatus;
 
-/// Whether earlier reports may be out of date.
+/// Returns whether earlier reports may be outdated.
 constexpr bool isStale(LinkStatus status) { return status != LinkStatus::Live; }
 
 enum class Tone { Plain, Good, Warning, Bad };
@@ -32,7 +32,7 @@ struct Event {
   Tone tone;
 };
 
-/// What the connections of one adapter carry together, and the worst latency and loss among them.
+/// The total traffic of an adapter's connections, with the worst latency and loss among them.
 struct Measurement {
   float down = 0;     ///< Mbit/s
   float up = 0;       ///< Mbit/s
@@ -44,35 +44,35 @@ struct Measurement {
 struct Adapter {
   std::string id;
   std::string name;
-  std::string network;  ///< what it is connected to, as far as the daemon knows
+  std::string network;  ///< the network that it is connected to, if known
   ZephlinkSDK_AdapterState state;
   ZephlinkSDK_ConnectionPriority priority;
   ZephlinkSDK_ConnectionPriority workingPriority;
-  std::string transport;          ///< what carries its connections; empty without one
-  std::optional<bool> encrypted;  ///< none while the settings are not known
-  // Bytes, and bits per second; -1 for what the daemon does not give.
+  std::string transport;          ///< transport of its connections; empty without connections
+  std::optional<bool> encrypted;  ///< empty until the settings are known
+  // In bytes and bits per second; -1 for values that the daemon omits.
   std::int64_t today = -1;
-  std::int64_t todayLimit = -1;  ///< the boost included
+  std::int64_t todayLimit = -1;  ///< including the boost
   std::int64_t month = -1;
   std::int64_t monthLimit = -1;
   std::int64_t rateLimit = -1;
-  std::int64_t overlimitRate = -1;  ///< in force when a limit is exceeded
+  std::int64_t overlimitRate = -1;  ///< applies when a limit is exceeded
   std::optional<Measurement> now;
   Series down;
   Series up;
   Series latency;
 };
 
-/// The settings that are shown.
+/// The displayed settings.
 struct Settings {
   ZephlinkSDK_BondingMode mode;
   ZephlinkSDK_TransportMode transport;
   bool encrypted;
-  bool byAdapter;  ///< encryption is set for each adapter
+  bool byAdapter;  ///< encryption is set per adapter
   std::vector<std::pair<std::string, bool>> encryptedAdapters;
 };
 
-/// Bytes both ways; none while the daemon has not reported the period.
+/// Bytes in both directions; empty until the daemon has reported the period.
 struct Traffic {
   std::optional<std::int64_t> day;
   std::optional<std::int64_t> week;
@@ -86,40 +86,40 @@ struct Peers {
 
 /// A country or city of the directory.
 struct Place {
-  std::string country;  ///< as the connect functions take it
-  std::string city;     ///< empty for any
+  std::string country;  ///< in the form that the connect functions take
+  std::string city;     ///< empty for any city
   std::string name;
 };
 
-/// What has become of the latest order.
+/// The outcome of the latest order.
 struct Notice {
   std::string text;
   Tone tone;
   bool pending;  ///< the daemon has not answered yet
 };
 
-/// All that is shown, as a copy.
+/// A copy of all displayed data.
 struct Picture {
   LinkStatus link = LinkStatus::Connecting;
-  std::optional<std::uint32_t> state;  ///< none while it is not known
-  std::string server;                  ///< empty without one
+  std::optional<std::uint32_t> state;  ///< empty until it is known
+  std::string server;                  ///< empty without a server
   std::optional<Settings> settings;
   Traffic traffic;
   std::optional<Peers> peers;
   std::vector<Adapter> adapters;
-  std::deque<Event> events;                          ///< the newest first
-  std::shared_ptr<const std::vector<Place>> places;  ///< null while the directory is not known
+  std::deque<Event> events;                          ///< newest first
+  std::shared_ptr<const std::vector<Place>> places;  ///< null until the directory is known
   std::optional<Notice> notice;
 };
 
-/// "2.13 GB", with decimal units; "-" for a negative number.
+/// Formats a size as "2.13 GB", with decimal units; "-" for a negative number.
 std::string bytesText(std::int64_t bytes);
 
 std::string stateWord(std::uint32_t state);
 std::string adapterStateWord(ZephlinkSDK_AdapterState state);
 std::string priorityWord(ZephlinkSDK_ConnectionPriority priority);
 
-/// Takes records from the channel thread and gives pictures to the thread of the view.
+/// Receives records on the channel thread and provides pictures to the view's thread. Thread-safe.
 class Model {
  public:
   void apply(const ZephlinkSDK_StateResult& record);
@@ -135,21 +135,21 @@ class Model {
 
   void apply(const ZephlinkSDK_DirectoryResult& record);
 
-  /// An order was sent; `text` is the order's.
+  /// Records that an order was sent; `text` is the order's text.
   void ordered(const std::string& text);
-  /// Its answer. An empty `error` is a success.
+  /// Records the answer to an order. An empty `error` means success.
   void answered(const std::string& text, const std::string& error);
-  /// Removes the notice of an order that is no longer pending.
+  /// Removes the notice of an order that is not pending.
   void clearNotice();
 
   void setLink(LinkStatus status);
   LinkStatus link() const;
   void clearEvents();
 
-  /// Lets the graphs run on while no statistics come. To be called several times a second.
+  /// Advances the graphs while no statistics arrive. Call several times a second.
   void passTime();
 
-  /// Counts up with every change.
+  /// Returns a counter that every change increments.
   std::uint64_t revision() const;
   Picture picture() const;
 

@@ -14,13 +14,13 @@ constexpr char kUsage[] =
     "Usage: zephtop [-i|--ip <address>] [-p|--port <port>] [--read-only]\n"
     "       zephtop -h|--help | --version\n";
 constexpr char kHelp[] =
-    "Shows the daemon's state, and what each network adapter carries, as it changes.\n"
+    "Shows the daemon's state and the traffic of each network adapter as they change.\n"
     "\n"
     "  -i, --ip <address>   address of the daemon (127.0.0.1)\n"
     "  -p, --port <port>    port of the daemon (9330)\n"
-    "      --read-only      without the keys that change something\n"
-    "  -h, --help           prints this\n"
-    "      --version        prints the version\n"
+    "      --read-only      without the keys that change the daemon\n"
+    "  -h, --help           print this\n"
+    "      --version        print the version\n"
     "\n"
     "Press ? for the keys.\n";
 

@@ -10,10 +10,10 @@ namespace zephtop {
 struct Options {
   ZephlinkSDK_Config daemon;
   bool readOnly = false;
-  std::optional<int> status;  ///< of the process, if it ends here: help or version was printed, or a usage error
+  std::optional<int> status;  ///< exit status if the process ends here: after help, version or a usage error
 };
 
-/// Prints what was asked for to standard output, and errors to standard error.
+/// Prints requested information to stdout and errors to stderr.
 Options readOptions(int argc, char** argv);
 
 }  // namespace zephtop

@@ -40,7 +40,7 @@ const Characters& characters() {
   return chosen;
 }
 
-// Each is the number of its colour pair.
+// The numbers of the colour pairs.
 enum Colour : short { kNormal, kDim, kGood, kWarning, kBad, kDownload, kUpload, kLatency };
 
 struct ColourRow {
@@ -87,10 +87,10 @@ Colour colourOf(Tone tone) {
 
 enum class Align { Left, Right };
 
-/// Exactly `width` columns: cut or filled up. What cannot be printed becomes a question mark.
+/// Returns exactly `width` columns: cuts or pads the text. Replaces unprintable characters by question marks.
 std::string fit(const std::string& text, int width, Align align = Align::Left) {
   std::string shown;
-  std::string uncut;  // as far as there is still room for the sign of a cut
+  std::string uncut;  // the part that leaves room for the cut mark
   int used = 0;
   std::mbstate_t state{};
   for (std::size_t at = 0; at < text.size();) {
@@ -114,7 +114,7 @@ std::string fit(const std::string& text, int width, Align align = Align::Left) {
     at += bytes;
     if (used < width) uncut = shown;
   }
-  // A wide letter may leave one column more than the sign takes; the next field is placed by itself.
+  // A wide character may leave one more column than the cut mark takes; the next field has its own position.
   const std::string blanks(static_cast<std::size_t>(std::max(0, width - used)), ' ');
   return align == Align::Right ? blanks + shown : shown + blanks;
 }
@@ -145,12 +145,12 @@ struct Cell {
   Colour colour = kNormal;
 };
 
-bool standsBy(const Adapter& adapter) {
+bool isStandby(const Adapter& adapter) {
   return adapter.state == ZephlinkSDK_AdapterState_Connected && adapter.now && adapter.now->asleep;
 }
 
 Colour colourOf(const Adapter& adapter) {
-  if (standsBy(adapter)) return kDim;
+  if (isStandby(adapter)) return kDim;
   switch (adapter.state) {
     case ZephlinkSDK_AdapterState_Connected:
       return kGood;
@@ -166,7 +166,7 @@ Cell idCell(const Adapter& adapter) { return {adapter.id, kDim}; }
 Cell networkCell(const Adapter& adapter) { return {adapter.network, kDim}; }
 
 Cell stateCell(const Adapter& adapter) {
-  return {standsBy(adapter) ? "standby" : adapterStateWord(adapter.state), colourOf(adapter)};
+  return {isStandby(adapter) ? "standby" : adapterStateWord(adapter.state), colourOf(adapter)};
 }
 
 Cell priorityCell(const Adapter& adapter) {
@@ -183,7 +183,7 @@ Cell measured(const Adapter& adapter, float Measurement::*field, int decimals, C
 
 Cell downCell(const Adapter& adapter) { return measured(adapter, &Measurement::down, 1, kDownload); }
 Cell upCell(const Adapter& adapter) { return measured(adapter, &Measurement::up, 1, kUpload); }
-/// Used data, with its limit if there is one.
+/// Formats the used data, with the limit if there is one.
 Cell usageCell(std::int64_t used, std::int64_t limit) {
   if (used < 0) return {"-", kDim};
   if (limit <= 0) return {bytesText(used)};
@@ -205,7 +205,7 @@ struct Column {
   const char* title;
   int width;
   Align align;
-  int fromColumns;  ///< of the terminal; narrower ones do without
+  int fromColumns;  ///< minimum width of the terminal for this column
   Cell (*cell)(const Adapter&);
 };
 constexpr Column kColumns[] = {
@@ -224,7 +224,7 @@ constexpr Column kColumns[] = {
 
 bool isShown(const Column& column) { return COLS >= column.fromColumns; }
 
-/// What a wide terminal leaves to every column besides its width.
+/// Returns by how much a wide terminal widens each column.
 int extraWidth() {
   constexpr int kMostExtra = 8;
   int used = 2 * kMargin + kMarkWidth;
@@ -237,7 +237,7 @@ int extraWidth() {
   return std::clamp((COLS - used) / count, 0, kMostExtra);
 }
 
-/// Calls `visit` with each column, its place and its width.
+/// Calls `visit` with each column, its position and its width.
 template <class Visit>
 void forEachColumn(Visit visit) {
   const int extra = extraWidth();
@@ -254,14 +254,14 @@ void drawTitles(int row) {
       [row](const Column& column, int at, int width) { put(row, at, width, column.title, kDim, column.align); });
 }
 
-/// `stale` when nobody knows whether all this still holds.
+/// `stale`: the record may be outdated.
 void drawAdapterLine(int row, const Adapter& adapter, bool selected, bool stale) {
-  const bool up = adapter.state == ZephlinkSDK_AdapterState_Connected && !standsBy(adapter) && !stale;
+  const bool up = adapter.state == ZephlinkSDK_AdapterState_Connected && !isStandby(adapter) && !stale;
   put(row, kMargin, 1, up ? characters().full : characters().empty, stale ? kDim : colourOf(adapter));
   forEachColumn([row, &adapter, selected, stale](const Column& column, int at, int width) {
     const Cell cell = stale && column.cell == stateCell ? Cell{"unknown"} : column.cell(adapter);
     const bool isFirst = at == kMargin + kMarkWidth;
-    // A text stays one column away from the next.
+    // Keep one column free after a text.
     put(row, at, column.align == Align::Left ? width - 1 : width, cell.text, stale ? kDim : cell.colour, column.align,
         isFirst ? A_BOLD | (selected ? A_REVERSE : A_NORMAL) : A_NORMAL);
   });
@@ -285,17 +285,17 @@ constexpr Plot kPlots[] = {
 
 int plotCount() { return COLS >= 120 ? 3 : COLS >= 50 ? 2 : 1; }
 
-/// The place of one plot, its axis included; a column stays free on its right.
+/// Returns the width of one plot, including its axis; one column to its right is free.
 int plotWidth() { return (COLS - 2 * kMargin) / plotCount(); }
 
 int secondsShown() { return samplesIn(std::max(0, plotWidth() - kAxisWidth - 1), characters().graph); }
 
-/// What all graphs of one picture have in common.
+/// The parameters that all graphs of a picture share.
 struct Graphs {
   int rows;
   int secondsBack;
   bool stale;
-  std::array<std::optional<float>, std::size(kPlots)> scales;  ///< none: each adapter its own
+  std::array<std::optional<float>, std::size(kPlots)> scales;  ///< empty: each adapter has its own
 };
 
 float scaleOf(const Series& series, const Plot& plot, int secondsBack) {
@@ -390,7 +390,7 @@ void drawHeader(const Picture& picture, const std::string& daemon) {
   put(0, COLS - kMargin - linkWidth, linkWidth, link.text, link.colour);
 }
 
-/// Right-aligned, unless that would cover what ends at `used`.
+/// Draws right-aligned text, unless it would overlap the text that ends at `used`.
 void putRight(int row, int used, const std::string& text, Colour colour = kDim) {
   const int width = static_cast<int>(text.size());
   const int column = COLS - kMargin - width;
@@ -442,7 +442,7 @@ void drawUsage(int row, const Picture& picture) {
   put(row, kMargin + width + 2, room, settings, kDim, Align::Right);
 }
 
-/// What the table has no room for.
+/// Returns the details that do not fit in the table.
 std::string detailsOf(const Adapter& adapter) {
   std::string text = adapter.name + ": today " + usageCell(adapter.today, adapter.todayLimit).text + ", month " +
                      usageCell(adapter.month, adapter.monthLimit).text;
@@ -485,16 +485,16 @@ void drawFooter(const Display& display) {
 
 // ---- The whole ----
 
-/// Who gets how many rows.
+/// The distribution of rows.
 struct Layout {
   int listEnd;    ///< the row below the list of adapters
-  int graphRows;  ///< of each adapter with something to show
+  int graphRows;  ///< for each adapter with data to show
   int blankRows;  ///< below its graphs
 };
 
 constexpr int kMostGraphRows = 9;
 
-/// Whether there is anything to show in the graphs of an adapter; one without takes a single row.
+/// Returns whether the graphs of an adapter contain any data; an adapter without data takes a single row.
 bool hasGraphs(const Adapter& adapter, int secondsBack) {
   for (int age = 0; age < secondsShown(); ++age) {
     if (adapter.latency.at(secondsBack + age) >= 0) return true;
@@ -502,10 +502,10 @@ bool hasGraphs(const Adapter& adapter, int secondsBack) {
   return false;
 }
 
-/// The rows of the header, with the titles of the table.
+/// Returns the number of header rows, including the titles of the table.
 int headerRows() { return LINES >= 24 ? 5 : 4; }
 
-/// The row of the selected adapter's details, below the list and the events.
+/// Returns the row of the selected adapter's details, below the list and the events.
 int detailRow() { return LINES - 2; }
 
 Layout arrange(const std::vector<Adapter>& adapters, int secondsBack) {
@@ -526,7 +526,7 @@ int heightOf(const Adapter& adapter, const Layout& layout, int secondsBack) {
   return graphs ? 1 + layout.graphRows + layout.blankRows : 1;
 }
 
-/// The first adapter to draw so that the selected one is within the list.
+/// Returns the first adapter to draw so that the selected one is visible.
 std::size_t firstShown(const Picture& picture, const Display& display, const Layout& layout) {
   const auto selected = static_cast<std::size_t>(display.selected);
   int rows = 0;
@@ -567,7 +567,7 @@ int drawAdapters(const Picture& picture, const Display& display) {
 
 // ---- Dialogs ----
 
-/// A box in the middle, with as many lines around the marked one as there is room for.
+/// Draws a centered box, with as many lines around the highlighted one as fit.
 void drawDialog(const Dialog& dialog) {
   std::size_t widest = std::max(dialog.title.size(), dialog.hint.size());
   for (const std::string& line : dialog.lines) widest = std::max(widest, line.size());
@@ -609,7 +609,7 @@ constexpr std::pair<int, int> kKeys[] = {
     {KEY_BACKSPACE, kBackspace},
 };
 
-/// The wheel is as good as the arrow keys.
+/// Maps the mouse wheel to the arrow keys.
 int wheelKey() {
   MEVENT event;
   if (getmouse(&event) != OK) return kOther;

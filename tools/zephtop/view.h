@@ -4,38 +4,38 @@
 #include <optional>
 #include <string>
 
-#include "tools/zephtop/hands.h"
+#include "tools/zephtop/dialogs.h"
 #include "tools/zephtop/model.h"
 
 namespace zephtop {
 
-/// What the keys have chosen to see.
+/// The display options that keys change.
 struct Display {
   bool paused = false;
-  bool ownScales = false;  ///< each adapter its own scale, instead of one for all
+  bool ownScales = false;  ///< a separate scale for each adapter
   int selected = 0;        ///< index of an adapter; the list scrolls to it
-  int secondsBack = 0;     ///< how far the graphs are moved into the past
+  int secondsBack = 0;     ///< how far the graphs are scrolled into the past
 
-  /// Keeps `selected` and `secondsBack` within what there is.
+  /// Limits `selected` and `secondsBack` to the available data.
   void clampTo(const Picture& picture);
 };
 
-/// Takes the terminal, and gives it back as it was. One thread, one object at a time.
+/// Controls the terminal, and restores it on destruction. One thread, one object at a time.
 class View {
  public:
-  /// `daemon` names the daemon in the header. Check `ready` before anything else.
+  /// `daemon` is the daemon's name in the header. Check `ready` before any other call.
   explicit View(std::string daemon);
   ~View();
   View(const View&) = delete;
   View& operator=(const View&) = delete;
 
-  /// False where the terminal can't be used.
+  /// Returns false if the terminal cannot be used.
   bool ready() const { return terminal != nullptr; }
 
-  /// The next key that was pressed, a byte or a Key; 0 for none.
+  /// Returns the next pressed key, a byte or a Key; 0 if there is none.
   static int readKey();
 
-  /// `dialog` is drawn over the rest.
+  /// Draws the picture, and `dialog` over it.
   void draw(const Picture& picture, const Display& display, const std::optional<Dialog>& dialog) const;
 
  private:

@@ -1,1 +1,1 @@
-"""What is run when the package is built."""
+"""The steps that build the package."""

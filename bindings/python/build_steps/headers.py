@@ -1,7 +1,7 @@
 """Reads the library's installed C headers into a model: enumerations, records, callbacks and functions.
 
-The preprocessor expands the headers, pycparser reads the result, and the `///` contracts come from the files
-themselves. Nothing in the model is typed by hand.
+The preprocessor expands the headers, pycparser parses the result, and the `///` contracts are read from the files.
+Everything in the model comes from the headers.
 """
 
 from __future__ import annotations
@@ -23,7 +23,7 @@ INTEGERS = {"int8_t", "uint8_t", "int16_t", "uint16_t", "int32_t", "uint32_t", "
 FLOATS = {"float", "double"}
 ADDRESSES = {"in_addr": "AF_INET", "in6_addr": "AF_INET6"}
 
-# What the headers take from the system, for a parser that knows only the language.
+# Declarations of the system's types, which pycparser does not know.
 SYSTEM_TYPES = "\n".join(
     [f"typedef int {name};" for name in sorted(INTEGERS | {"size_t"})]
     + [f"struct {name} {{ int opaque; }};" for name in ADDRESSES]
@@ -31,7 +31,7 @@ SYSTEM_TYPES = "\n".join(
 
 
 class HeaderError(Exception):
-    """A header that the package cannot be made from."""
+    """A header that the package cannot be generated from."""
 
 
 @dataclass
@@ -44,7 +44,7 @@ class Enumeration:
 @dataclass
 class Type:
     """A field's or a parameter's type. `kind` is integer, float, bool, text, enum, record, address, or a pointer to
-    `of`; `name` is that of the C type. `count` is that of an array; `size` the bytes of a text."""
+    `of`; `name` is the name of the C type, `count` the length of an array, `size` the bytes of a text."""
 
     kind: str
     name: str = ""
@@ -57,7 +57,7 @@ class Field:
     name: str
     type: Type
     doc: str
-    # The field that says how many entries of an array are valid.
+    # The field with the number of valid entries of an array.
     counted_by: str = ""
 
 
@@ -73,13 +73,13 @@ class Record:
 class Parameter:
     name: str
     type: Type
-    # A list: its length is the parameter before it, under this name.
+    # For a list: the name of the preceding parameter, which is its length.
     counted_by: str = ""
 
 
 @dataclass
 class Argument:
-    """A parameter as C writes it."""
+    """A parameter as written in C."""
 
     name: str
     text: str
@@ -90,11 +90,11 @@ class Function:
     name: str
     doc: str
     result: Type
-    # Without the callback, its user data and the counts of lists.
+    # Without the callback, its user data and the lengths of lists.
     parameters: List[Parameter]
     # The type of its callback; empty if it has none.
     callback: str
-    # All but the object, in C's order.
+    # All except the object, in the order of C.
     arguments: List[Argument]
 
 
@@ -110,7 +110,7 @@ class Headers:
 
 
 def pkg_config(option: str) -> List[str]:
-    """The compiler's options for the installed library; none where pkg-config does not know it."""
+    """Returns the compiler's options for the installed library; empty if pkg-config does not know it."""
     for program in ("pkg-config", "pkgconf"):
         try:
             found = subprocess.run([program, option, "zephlinksdk"], capture_output=True, text=True, check=True)
@@ -121,12 +121,12 @@ def pkg_config(option: str) -> List[str]:
 
 
 def compiler_options() -> List[str]:
-    """Where the headers are."""
+    """Returns the directory of the headers."""
     return [*shlex.split(os.environ.get("CPPFLAGS", "")), *pkg_config("--cflags")]
 
 
 def preprocess() -> str:
-    """The headers after the preprocessor, with line markers and macro definitions."""
+    """Returns the preprocessed headers, with line markers and macro definitions."""
     compiler = shlex.split(os.environ.get("CC", "cc"))
     command = [*compiler, "-E", "-dD", "-std=c11", *compiler_options(), "-x", "c", "-"]
     try:
@@ -142,7 +142,7 @@ def preprocess() -> str:
 
 
 def own_lines(preprocessed: str) -> Iterator[Tuple[str, str]]:
-    """The lines that come from the library's headers, each with its file."""
+    """Returns the lines from the library's headers, each with its file."""
     file = ""
     for line in preprocessed.splitlines():
         marker = re.match(r'#\s+\d+\s+"(.*)"', line)
@@ -168,7 +168,7 @@ def read() -> Headers:
 
 
 def session_status(source: str) -> Enumeration:
-    """The one enumeration of the C++ header."""
+    """Returns the enumeration of the C++ header."""
     found = re.search(r"^/// ([^\n]*)\nenum class SessionStatus [^{]*{\n(.*?)^};", source, re.MULTILINE | re.DOTALL)
     members = re.findall(r"^  (\w+), +///< (.*)$", found.group(2), re.MULTILINE) if found else []
     if not found or not members:
@@ -179,7 +179,7 @@ def session_status(source: str) -> Enumeration:
 
 
 class Comments:
-    """The contracts in the headers: `///` blocks before a declaration, and both `///` and `///<` about a field or an
+    """The contracts in the headers: `///` blocks before a declaration, and both `///` and `///<` for a field or an
     enumerator."""
 
     def __init__(self, sources: str) -> None:
@@ -190,12 +190,12 @@ class Comments:
                 self.blocks[name.group(1)] = unwrap(re.sub(r"^/// ?", "", block, flags=re.MULTILINE))
         body = rf"^(?:typedef struct|enum) ({PREFIX}\w+).*?{{\n(.*?)\n}}"
         bodies = re.findall(body, sources, re.DOTALL | re.MULTILINE)
-        # By the structure or enumeration and the member.
+        # By the names of the structure or enumeration and the member.
         self.members = {(name, member): doc for name, body in bodies for member, doc in self.documented(body)}
 
     @staticmethod
     def documented(body: str) -> Iterator[Tuple[str, str]]:
-        """The members of a body, each with its comment."""
+        """Returns the members of a body, each with its comment."""
         before: List[str] = []
         member = doc = ""
         for line in body.splitlines():
@@ -213,14 +213,14 @@ class Comments:
 
 
 def phrase(sentence: str) -> str:
-    """A comment of a single sentence as one after a field has it."""
+    """Converts a comment of one sentence to the form of a comment after a field."""
     if not sentence or sentence.find(".") != len(sentence) - 1:
         return sentence
     return (sentence[0].lower() if sentence[1:2].islower() else sentence[0]) + sentence[1:-1]
 
 
 def unwrap(block: str) -> str:
-    """Joins the lines of each paragraph; an entry of a list is a paragraph."""
+    """Joins the lines of each paragraph; a list entry is a paragraph."""
     paragraphs = re.split(r"\n\s*\n|\n(?=- )", block.strip())
     return "\n\n".join(" ".join(paragraph.split()) for paragraph in paragraphs)
 
@@ -271,7 +271,7 @@ class Reader:
         self.enumerations[node.name] = Enumeration(node.name, self.comments.blocks.get(node.name, ""), members)
 
     def macro(self, line: str) -> None:
-        """An enumerator that C cannot have, as a macro: `#define Enumeration_Name ((Enumeration)number)`."""
+        """An enumerator that C cannot declare, as a macro: `#define Enumeration_Name ((Enumeration)number)`."""
         found = re.match(r"#define (\w+) \(\((\w+)\)(\w+)\)$", line)
         if not found or found.group(2) not in self.enumerations:
             return
@@ -295,7 +295,7 @@ class Reader:
         self.records[name] = Record(name, self.comments.blocks.get(name, ""), self.counted(name, fields), has_head)
 
     def flattened(self, members: List[c_ast.Decl]) -> Iterator[c_ast.Decl]:
-        """The members, with those of an unnamed structure in place of the union that gives them a second name."""
+        """Returns the members; replaces a union by the members of its unnamed structure."""
         for member in members:
             if isinstance(member.type, c_ast.Union):
                 inner = [each.type for each in member.type.decls if each.name is None]
@@ -307,7 +307,7 @@ class Reader:
         return Field(member.name, self.type_of(member.type), self.comments.members.get((record, member.name), ""))
 
     def counted(self, record: str, fields: List[Field]) -> List[Field]:
-        """Ties each array to its count, which is the field before it, and drops the counts."""
+        """Assigns to each array its count, which is the preceding field, and removes the counts."""
         kept: List[Field] = []
         for each in fields:
             if each.type.count is not None:
@@ -320,7 +320,7 @@ class Reader:
         return kept
 
     def enumeration_in(self, each: Field) -> Type:
-        """An integer whose comment names the enumeration of its values has this as its type."""
+        """Returns the enumeration as the type of an integer whose comment names it."""
         found = re.match(rf"an? ({PREFIX}\w+)", each.doc)
         return Type("enum", found.group(1)) if found and found.group(1) in self.enumerations else each.type
 

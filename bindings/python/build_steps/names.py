@@ -1,4 +1,4 @@
-"""Names and contracts of C as Python has them."""
+"""Converts names and contracts from C to Python."""
 
 from __future__ import annotations
 
@@ -8,15 +8,15 @@ from typing import Dict, Iterable, List, Tuple
 
 from build_steps.headers import PREFIX
 
-# Words that their capitals do not divide.
+# Words that must not be split at their capitals.
 WHOLE_WORDS = ("ChaCha", "OAuth", "DoH", "WiFi", "IPv4", "IPv6", "P2P")
 
-# What would have the name of something else in the package.
+# Renamed to avoid a conflict within the package.
 RENAMED = {"Error": "ErrorCode"}
 
 
 def snake(name: str) -> str:
-    """setDNSServers: set_dns_servers."""
+    """Converts setDNSServers to set_dns_servers."""
     for word in WHOLE_WORDS:
         name = name.replace(word, word.capitalize())
     name = re.sub(r"(?<=[a-z0-9])(?=[A-Z])|(?<=[A-Z])(?=[A-Z][a-z])", "_", name)
@@ -38,7 +38,7 @@ def method_name(c_name: str) -> str:
 
 # ---- Contracts -------------------------------------------------------------------------------------------------------
 
-# Sentences, or their parts, about what Python has no counterpart of: callbacks, null and records by value.
+# Sentences, or parts of them, about features that Python does not have: callbacks, null and records by value.
 NOT_OF_PYTHON: Tuple[str, ...] = (
     r"With a callback it stays subscribed: [^.]*\.",
     r"The callback runs once\.",
@@ -79,7 +79,7 @@ def sentences_of_python(text: str) -> str:
 
 
 class Contracts:
-    """Rewrites a contract with the names of Python. `functions`, `enumerations` and `fields` are the names of C."""
+    """Rewrites a contract with Python names. `functions`, `enumerations` and `fields` are the names in C."""
 
     def __init__(self, functions: Iterable[str], types: Iterable[str], bounds: Dict[str, int]) -> None:
         self.functions, self.types, self.bounds = set(functions), set(types), bounds
@@ -105,7 +105,7 @@ class Contracts:
 
 
 def wrapped(text: str, indent: str, width: int = 100) -> List[str]:
-    """The lines of a docstring."""
+    """Returns the lines of a docstring."""
     lines: List[str] = []
     in_list = False
     for paragraph in text.split("\n\n"):

@@ -1,4 +1,4 @@
-"""Makes the extension module's sources: the declarations for cffi, and a starting function for each method."""
+"""Generates the sources of the extension module: declarations for cffi, and a starting function per method."""
 
 from __future__ import annotations
 
@@ -15,7 +15,7 @@ NATIVE = HERE / "native"
 
 
 def is_method(function: Function) -> bool:
-    """Whether the function performs a service of the daemon."""
+    """Returns whether the function performs a service of the daemon."""
     first = function.parameters[0].type if function.parameters else Type("other")
     return first == Type("pointer", PREFIX[:-1]) and function.result.kind == "record"
 
@@ -25,7 +25,7 @@ def methods(headers: Headers) -> List[Function]:
 
 
 def can_subscribe(function: Function) -> bool:
-    """Whether the library goes on calling the callback: `get...` functions that stay subscribed, and listeners."""
+    """Returns whether the callback runs repeatedly: `get...` functions that stay subscribed, and listeners."""
     return listens(function) or (function.name.startswith(f"{PREFIX}get") and "it stays subscribed" in function.doc)
 
 
@@ -38,7 +38,7 @@ def short(function: Function) -> str:
 
 
 def verbs(function: Function) -> List[str]:
-    """The ways to use a method: ask once without a callback, start with one, subscribe."""
+    """Returns the ways to use a method: a call without a callback, one with a callback, a subscription."""
     if not function.callback:
         return ["ask"]
     return [*([] if listens(function) else ["start"]), *(["subscribe"] if can_subscribe(function) else [])]
@@ -48,12 +48,12 @@ def verbs(function: Function) -> List[str]:
 
 
 def bound(function: Function) -> List[Argument]:
-    """The arguments that the caller gives."""
+    """Returns the arguments that the caller passes."""
     return [each for each in function.arguments if each.name not in ("callback", "userData")]
 
 
 def is_array(argument: Argument) -> bool:
-    """A pointer to arrays, which cffi's C code cannot write down: it passes as a pointer to anything."""
+    """Converts pointers to arrays, which cffi's C code cannot express, to void pointers."""
     return "(*" in argument.text
 
 
@@ -70,7 +70,7 @@ def passed(argument: Argument) -> str:
 
 
 def call(function: Function) -> str:
-    """The function with its arguments bound, for C++."""
+    """Returns the function with its arguments bound, in C++."""
     if function.callback and not bound(function):
         return function.name
     parameters = "ZephlinkSDK* sdk" + (", auto callback, void* userData" if function.callback else "")
@@ -79,7 +79,7 @@ def call(function: Function) -> str:
 
 
 def definitions(headers: Headers) -> List[str]:
-    """The functions in C++, one for each way to use a method."""
+    """Returns the C++ functions, one for each way to use a method."""
     lines = []
     for function in methods(headers):
         for verb in verbs(function):
@@ -105,7 +105,7 @@ def own_header() -> str:
 
 
 def without_methods(headers: Headers) -> str:
-    """The declarations of the library but for those that take an object, which only the functions above call."""
+    """Returns the library's declarations, except functions with an object, which only the functions above call."""
     kept = [each for each in re.split(r"(?<=;)\n(?=\S)", headers.declarations) if f"({PREFIX[:-1]}* sdk" not in each]
     return "\n".join(kept) + "\n"
 
@@ -116,7 +116,7 @@ def cdef(headers: Headers) -> str:
 
 
 def preamble(headers: Headers) -> str:
-    """The head of the C file that cffi makes."""
+    """Returns the head of the C file that cffi generates."""
     return "#include <zephlinksdk/zephlinksdk.h>\n" + (
         NATIVE / "zephlink.h").read_text(encoding="utf-8") + prototypes(headers)
 

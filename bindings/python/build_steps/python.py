@@ -1,4 +1,4 @@
-"""Makes the package's generated modules: enumerations, records, the names of places, and the methods of a client."""
+"""Generates the package's modules: enumerations, records, the names of places, and the methods of a client."""
 
 from __future__ import annotations
 
@@ -9,13 +9,13 @@ from build_steps import native
 from build_steps.headers import ADDRESSES, PREFIX, Enumeration, Field, Function, Headers, Parameter, Record, Type
 from build_steps.names import Contracts, class_name, constant, docstring, method_name, snake
 
-# Records that Python has in another form: arguments of Client, exceptions, and fields of the records that contain them.
+# Records without a class: in Python they are arguments of Client, exceptions, and fields of other records.
 WITHOUT_CLASS = {"ZephlinkSDK_Config", "ZephlinkSDK_Result", "ZephlinkSDK_RuleLists"}
 
-# What arrives only if the daemon was asked for statistics (ZephlinkSDK_subscribeStats).
+# Reports that the daemon sends only after a request for statistics (ZephlinkSDK_subscribeStats).
 STATISTICS = {"getConnectionStats", "getStreamingStats", "getSessionStats"}
 
-# What a parameter is if it is omitted.
+# The defaults of parameters.
 DEFAULTS = {("subscribeStats", "periods"): "()"}
 
 HEADER = '''"""Made from the headers of ZephlinkSDK when the package was built."""
@@ -75,7 +75,7 @@ class Generator:
                 return self.text_property(to_text, self.contracts.of(self.headers.functions[to_text].doc)) + (
                     "\n    @classmethod\n"
                     f'    def from_text(cls, text: str) -> "{class_name(enumeration.name)}":\n'
-                    '        """The value of such a word; raises ValueError for any other text."""\n'
+                    '        """Returns the value with this text; raises ValueError for any other text."""\n'
                     f"        return cls(convert.value_of(lib.{function.name}, text))\n"
                 )
         return ""
@@ -86,7 +86,7 @@ class Generator:
                 f"        return convert.constant_text(lib.{function}(self))\n")
 
     def enumeration_of(self, from_text: Function) -> str:
-        """The enumeration whose words a function reads."""
+        """Returns the enumeration whose words a function reads."""
         target = from_text.parameters[1].type.name
         if target in self.headers.enumerations:
             return target
@@ -159,7 +159,7 @@ class Generator:
 
     @staticmethod
     def is_plain(function: Function) -> bool:
-        """The names of places, and predicates of enumerations."""
+        """Returns the names of places, and the predicates of enumerations."""
         return function.result.name == "size_t" or function.name == f"{PREFIX}isTransportSetting"
 
     def plain_function(self, function: Function) -> str:
@@ -206,7 +206,7 @@ class Generator:
     def call(self, function: Function) -> str:
         result = class_name(function.result.name) if function.result.name not in WITHOUT_CLASS else "None"
         verb, answer = "_call", constant(result) if result != "None" else "NOTHING"
-        if "ZephlinkSDK_Error_CallbackRequired" in function.doc:  # a report of many records
+        if "ZephlinkSDK_Error_CallbackRequired" in function.doc:  # one report contains many records
             verb, result = "_series", f"list[{result}]"
         start = f"lib.zephlink_{native.verbs(function)[0]}_{native.short(function)}"
         arguments = "".join(f", {self.argument(each, function)}" for each in function.parameters[1:])
@@ -264,7 +264,7 @@ class Generator:
         return re.search(rf"`{parameter.name}` (may be|is) null", function.doc) is not None
 
     def argument(self, parameter: Parameter, function: Function) -> str:
-        """The expression that makes a C argument of a Python one, or two of a list."""
+        """Returns the expression that converts a Python argument to a C argument, or to two for a list."""
         name, type_ = snake(parameter.name), parameter.type
         if type_.kind == "text":
             return f"convert.{'optional_' if self.may_be_none(parameter, function) else ''}text({name})"

@@ -1,4 +1,4 @@
-"""For cron: prints each adapter whose monthly data are nearly used up; status 1 if there is one."""
+"""For cron: prints each adapter that has used most of its monthly data; exits with status 1 if there is one."""
 
 import argparse
 import sys

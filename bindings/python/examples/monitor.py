@@ -1,4 +1,4 @@
-"""Prints what each adapter carries, once a second, until Ctrl-C. An argument is the daemon's port."""
+"""Prints the traffic of each adapter once a second until Ctrl-C. The argument is the daemon's port."""
 
 import sys
 

@@ -51,7 +51,7 @@ bool Box::put(const void* record, std::size_t size) noexcept {
     items.push_back(std::move(copy));
   } catch (const std::exception&) {
     ++droppedCount;
-    // The one who waits for the only record would wait for ever.
+    // The waiting call would never end without its only record.
     if (once) isClosed = true;
   }
   signal();

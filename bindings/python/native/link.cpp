@@ -11,9 +11,9 @@ namespace zephlink {
 
 namespace {
 
-/// An object of a session, which keeps it until the holder ends.
-struct Holder {
-  explicit Holder(std::shared_ptr<zephlinksdk::Session> ofSession) : session(std::move(ofSession)), lease(*session) {}
+/// An object of a session, which the session keeps until this lease ends.
+struct LeasedObject {
+  explicit LeasedObject(std::shared_ptr<zephlinksdk::Session> owner) : session(std::move(owner)), lease(*session) {}
 
   std::shared_ptr<zephlinksdk::Session> session;
   zephlinksdk::Session::Lease lease;
@@ -36,8 +36,8 @@ Object Link::object() noexcept {
     return sdk;
   }
   try {
-    const auto holder = std::make_shared<Holder>(current);
-    return {holder, holder->lease.sdk()};
+    const auto leased = std::make_shared<LeasedObject>(current);
+    return {leased, leased->lease.sdk()};
   } catch (const std::bad_alloc&) {
     return nullptr;
   }
@@ -61,7 +61,7 @@ void Link::close() {
     const std::lock_guard lock(boxesMutex);
     for (zephlink_box* box : boxes) box->close();
   }
-  // Both end here, or where the last call that has just begun ends.
+  // Both are destroyed here, or at the end of a call that has just started.
 }
 
 bool Link::closed() {
@@ -78,7 +78,7 @@ void Link::watch(zephlink_box* box) {
   watchers.insert(box);
 }
 
-/// On the session's thread.
+/// Call on the session's thread.
 void Link::statusChanged(zephlinksdk::SessionStatus status) {
   const std::lock_guard lock(watchersMutex);
   for (zephlink_box* box : watchers) box->records.put(&status, sizeof status);
@@ -132,7 +132,7 @@ void zephlink_box::finish() {
   end();
 }
 
-/// With the mutex locked.
+/// REQUIRES: the mutex is locked.
 void zephlink_box::end() {
   if (session) session->unsubscribe(number);
   if (sdk) ZephlinkSDK_removeListener(sdk.get(), number);
@@ -181,13 +181,13 @@ const char* zephlink_status_text(int status) {
 }
 
 int zephlink_subscribe_status(zephlink_box* box) {
-  if (const auto status = zephlink::hindrance(box)) return *status;
+  if (const auto status = zephlink::startError(box)) return *status;
   box->link->watch(box);
   return ZEPHLINK_STARTED;
 }
 
 int zephlink_session_stats(zephlink_box* box, bool enable, uint8_t count, const uint32_t* hours) {
-  if (const auto status = zephlink::hindrance(box)) return *status;
+  if (const auto status = zephlink::startError(box)) return *status;
   try {
     const auto session = box->link->session();
     if (session && enable) session->subscribeStats({hours, hours + count});
@@ -204,7 +204,7 @@ void zephlink_link_close(zephlink_link* link) {
   if (!link->link->forked()) link->link->close();
 }
 
-// In a child process memory stays as it is: a thread of the parent may have been about to change it.
+// A child process must not touch this memory: a thread of the parent may have been changing it.
 void zephlink_link_free(zephlink_link* link) {
   if (link->link->forked()) return;
   link->link->close();

@@ -1,5 +1,5 @@
-// A connection to the daemon as Python uses it, and what ties a call's box to it. Lifetimes are kept here, where no
-// exception of Python's can come between two steps: whatever is freed first, the library never writes to a freed box.
+// A connection to the daemon for Python, and the association of a call with its box. Lifetimes are managed here, where
+// no Python exception can interrupt: in whatever order objects are freed, the library never writes to a freed box.
 #pragma once
 
 #include <unistd.h>
@@ -22,10 +22,10 @@ extern "C" {
 
 namespace zephlink {
 
-/// An object of the library, which lives at least as long as the copies.
+/// An object of the library, which exists as long as any copy of the pointer.
 using Object = std::shared_ptr<ZephlinkSDK>;
 
-/// A connection: one object of the library, or a session, which has one after the other.
+/// A connection: one object of the library, or a session with successive objects.
 class Link {
  public:
   explicit Link(const ZephlinkSDK_Config& config);
@@ -33,20 +33,20 @@ class Link {
   Link(const Link&) = delete;
   Link& operator=(const Link&) = delete;
 
-  /// Returns the current object. Null once the link is closed, while a session has none, and without memory.
+  /// Returns the current object. Null once the link is closed, while a session has no object, and when out of memory.
   Object object() noexcept;
 
-  /// Null if the link has no session, or is closed.
+  /// Returns null if the link has no session, or is closed.
   std::shared_ptr<zephlinksdk::Session> session();
 
   void close();
   bool closed();
 
-  /// Puts the status of the session into the box, now and after each change.
+  /// Puts the session's status into the box, now and after each change.
   void watch(zephlink_box* box);
   void unwatch(zephlink_box* box);
 
-  /// Whether this is a child of the process that opened the link.
+  /// Returns whether this is a child of the process that opened the link.
   bool forked() const { return getpid() != process; }
 
   void add(zephlink_box* box);
@@ -62,7 +62,7 @@ class Link {
   std::mutex watchersMutex;
   std::set<zephlink_box*> watchers;
   std::shared_ptr<zephlinksdk::Session> daemonSession;  // its thread uses the watchers
-  // Guards the set and keeps its boxes from being freed. Locked before a box's mutex.
+  // Guards the set and prevents its boxes from being freed. Locked before a box's mutex.
   std::mutex boxesMutex;
   std::set<zephlink_box*> boxes;
 };
@@ -79,11 +79,11 @@ struct zephlink_box {
   zephlink_box(const zephlink_box&) = delete;
   zephlink_box& operator=(const zephlink_box&) = delete;
 
-  /// Each keeps what ends the subscription, or ends it at once if `finish` was called meanwhile.
+  /// Each stores the data that ends the subscription, or ends it at once if `finish` was called in the meantime.
   void started(zephlink::Object object, std::uint64_t handle) noexcept;
   void subscribed(std::shared_ptr<zephlinksdk::Session> session, std::uint64_t id) noexcept;
 
-  /// Ends the subscription. Once it returns, the callback no longer runs.
+  /// Ends the subscription. After it returns, the callback no longer runs.
   void finish();
 
   void close() {
@@ -99,7 +99,7 @@ struct zephlink_box {
 
   std::mutex mutex;
   bool finished = false;
-  // Where it is registered, if anywhere, and under which number.
+  // The object or session at which the box is registered, if any, and the handle or id.
   zephlink::Object sdk;
   std::shared_ptr<zephlinksdk::Session> session;
   std::uint64_t number = 0;
@@ -112,7 +112,7 @@ bool onRecord(Record record, void* userData) {
   return static_cast<zephlink_box*>(userData)->records.put(&record, sizeof record);
 }
 
-/// The error record of a call that cannot be made now.
+/// Returns the error record of a call that cannot be made now.
 template <class Record>
 Record notConnected() {
   Record record{};
@@ -122,18 +122,18 @@ Record notConnected() {
   return record;
 }
 
-/// What prevents a call, for the caller; nothing if it can be made.
-inline std::optional<int> hindrance(zephlink_box* box) {
+/// Returns the status that prevents a call; nothing if the call can be made.
+inline std::optional<int> startError(zephlink_box* box) {
   if (box->link->forked()) return ZEPHLINK_FORKED;
   if (!box->link->closed()) return std::nullopt;
   box->close();
   return ZEPHLINK_STARTED;
 }
 
-/// Runs `starter`, which calls a function of the library with a callback, and ties what it started to the box.
+/// Runs `starter`, which calls a function of the library with a callback, and associates the call with the box.
 template <class Record, class Starter>
 int start(zephlink_box* box, const Starter& starter) noexcept {
-  if (const auto status = hindrance(box)) return *status;
+  if (const auto status = startError(box)) return *status;
   const Object sdk = box->link->object();
   const Record begun = sdk ? starter(sdk.get(), onRecord<Record>, box) : notConnected<Record>();
   if (begun.hasError) {
@@ -144,20 +144,20 @@ int start(zephlink_box* box, const Starter& starter) noexcept {
   return ZEPHLINK_STARTED;
 }
 
-/// The same for a function without a callback, whose record is the answer.
+/// Like `start`, for a function without a callback: its record is the answer.
 template <class Record, class Function>
 int ask(zephlink_box* box, const Function& function) noexcept {
-  if (const auto status = hindrance(box)) return *status;
+  if (const auto status = startError(box)) return *status;
   const Object sdk = box->link->object();
   const Record record = sdk ? function(sdk.get()) : notConnected<Record>();
   box->records.put(&record, sizeof record);
   return record.hasError ? ZEPHLINK_REFUSED : ZEPHLINK_STARTED;
 }
 
-/// Subscribes. In a session, the subscription outlives its objects.
+/// Subscribes. With a session, the subscription survives its objects.
 template <class Record>
 int subscribe(zephlink_box* box, Record (*function)(ZephlinkSDK*, zephlinksdk::Callback<Record>, void*)) noexcept {
-  if (const auto status = hindrance(box)) return *status;
+  if (const auto status = startError(box)) return *status;
   const auto session = box->link->session();
   if (!session) return start<Record>(box, function);
   try {

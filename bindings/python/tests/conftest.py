@@ -1,4 +1,4 @@
-"""Daemons for the tests: zephsim, and one whose every report is the test's."""
+"""Daemons for the tests: zephsim, and a daemon whose reports the test sends."""
 
 import asyncio
 import os
@@ -20,7 +20,7 @@ BUILD = pathlib.Path(os.environ.get("ZEPHCTL_BUILD", ROOT / "build" / "release")
 
 
 def wait_until(condition, seconds=10.0):
-    """Waits for a condition; fails if it does not come."""
+    """Waits for a condition; fails after a time-out."""
     end = time.monotonic() + seconds
     while not condition():
         assert time.monotonic() < end, "waited in vain"
@@ -28,7 +28,7 @@ def wait_until(condition, seconds=10.0):
 
 
 class Simulator:
-    """A zephsim, and the requests that it has got: pairs of a name and the members as text."""
+    """A zephsim and the requests that it has received: pairs of a name and the members as text."""
 
     def __init__(self, *options):
         self.process = subprocess.Popen(
@@ -53,7 +53,7 @@ class Simulator:
 
 
 class Daemon:
-    """A daemon on a thread. Answers all requests as zephtest does; `send` reports what a test wants to every client."""
+    """A daemon on a thread. Answers all requests like zephtest; `send` sends a test's reports to every client."""
 
     def __init__(self, answer=zephtest.answers):
         self.answer, self.links, self.requests = answer, [], []
@@ -114,7 +114,7 @@ def daemon():
 
 @pytest.fixture
 def mute():
-    """A daemon that answers nothing."""
+    """A daemon that does not answer."""
     scripted = Daemon(answer=lambda name, members: [])
     yield scripted
     scripted.stop()
@@ -132,14 +132,14 @@ def python(code, *arguments, **options):
 
 
 def run(*words, **options):
-    """Runs Python. The process ends with the test."""
+    """Starts Python. The process is ended with the test."""
     return subprocess.Popen([sys.executable, *map(str, words)], text=True,
                             stdout=subprocess.PIPE, stderr=subprocess.PIPE, preexec_fn=zephtest.end_with_the_test,
                             **options)
 
 
 def finished(process, seconds=20):
-    """The status and both outputs of a process."""
+    """Returns the status and both outputs of a process."""
     try:
         out, err = process.communicate(timeout=seconds)
     except subprocess.TimeoutExpired:

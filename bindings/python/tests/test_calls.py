@@ -1,4 +1,4 @@
-"""Calls that go wrong, that are interrupted, and that are many."""
+"""Failing calls, interrupted calls, and many concurrent calls."""
 
 import concurrent.futures
 import os
@@ -14,7 +14,7 @@ from zephlink._missing import explained
 
 PORTS = [z.ProtocolPortPair(z.PortProtocol.TCP, 80, 0)]
 
-# Calls that no request may come of: method, arguments, exception.
+# Calls that must not send a request: method, arguments, exception.
 WRONG = [
     ("set_mode", ["speed"], TypeError),
     ("set_mode", [1.0], TypeError),
@@ -146,7 +146,7 @@ except KeyboardInterrupt:
 def test_ctrl_c_ends_a_wait_at_once(mute, wait):
     process = python(INTERRUPTED.format(wait=wait), mute.port)
     assert process.stdout.readline() == "waiting\n"
-    wait_until(lambda: open(f"/proc/{process.pid}/stat").read().split()[2] == "S")  # asleep
+    wait_until(lambda: open(f"/proc/{process.pid}/stat").read().split()[2] == "S")  # sleeping
     start = time.monotonic()
     process.send_signal(signal.SIGINT)
     assert finished(process) == (0, "interrupted\n", "")
@@ -165,7 +165,7 @@ def test_fifty_threads(daemon, client):
 
     with concurrent.futures.ThreadPoolExecutor(50) as pool:
         assert list(pool.map(work, range(50))) == list(range(50))
-    # A report ends all calls that wait for it, so the last requests may still be on their way.
+    # A report ends all calls that wait for it, so the last requests may not have arrived yet.
     wait_until(lambda: len(daemon.requests) == 2000)
 
 
@@ -182,7 +182,7 @@ def test_other_threads_run_while_a_call_waits(mute):
 
 
 def test_a_missing_library_is_named(tmp_path):
-    # The package with an extension module that wants a version of the library that nobody has.
+    # The package with an extension module for a version of the library that does not exist.
     package = os.path.dirname(z.__file__)
     for name in os.listdir(package):
         if os.path.isfile(os.path.join(package, name)):

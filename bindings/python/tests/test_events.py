@@ -1,4 +1,4 @@
-"""Subscriptions: their queues, their ends, and asyncio."""
+"""Subscriptions: queues, ends, and asyncio."""
 
 import asyncio
 import threading
@@ -24,7 +24,7 @@ def next_of(subscription, count):
 
 
 def connected(client, subscription):
-    """The subscription, once the daemon has the connection."""
+    """Returns the subscription once the daemon has a connection."""
     client.get_state()
     return subscription
 
@@ -36,14 +36,14 @@ def test_ten_thousand_events_in_order(daemon, client):
     assert events.dropped == 0
 
 
-def test_a_full_queue_drops_the_oldest_and_says_so(daemon, client, caplog):
+def test_a_full_queue_drops_the_oldest_and_logs_it(daemon, client, caplog):
     events = connected(client, client.listen_for_safe_browsing_block(maxsize=10))
     daemon.send(BLOCK, *hosts(1000))
     wait_until(lambda: events.dropped == 990)
     assert numbers(next_of(events, 10)) == list(range(990, 1000))
     assert [each.getMessage() for each in caplog.records] == [
         "990 records were dropped: the queue of a subscription was full"]
-    # The default is bounded as well: by the memory that its records take.
+    # The default is bounded by the memory of its records.
     with client.listen_for_safe_browsing_block() as more, client.subscribe_directory() as large:
         daemon.send(BLOCK, *hosts(1500))
         wait_until(lambda: more.dropped == 500)
@@ -51,7 +51,7 @@ def test_a_full_queue_drops_the_oldest_and_says_so(daemon, client, caplog):
         wait_until(lambda: large.dropped >= 50 - 21)
 
 
-def test_get_waits_no_longer_than_told(client):
+def test_get_times_out(client):
     events = connected(client, client.listen_for_safe_browsing_block())
     for timeout in (0, 0.05, 0.3):
         start = time.monotonic()
@@ -62,13 +62,13 @@ def test_get_waits_no_longer_than_told(client):
         client.subscribe_state(maxsize=0)
 
 
-def test_statistics_are_asked_for(daemon, client):
+def test_statistics_are_requested(daemon, client):
     with client.subscribe_connection_stats() as stats:
         assert next(stats).connections[0].adapter_id == "adapter1"
         wait_until(lambda: "stat_subscribe" in daemon.requests)
         client.subscribe_session_stats()
         client.get_state()
-        assert daemon.requests.count("stat_subscribe") <= 2  # the second is the library's repetition
+        assert daemon.requests.count("stat_subscribe") <= 2  # the library repeats the request
 
 
 def test_a_record_with_an_error_raises_and_the_subscription_goes_on(daemon, client):
@@ -142,13 +142,13 @@ def test_asyncio(daemon, client):
 
         ticking = asyncio.create_task(tick())
         sending = loop.run_in_executor(None, daemon.send, BLOCK, *hosts(1000))
-        # Two tasks share what comes.
+        # Two tasks share the events.
         first, second = await asyncio.wait_for(asyncio.gather(take(400, events), take(600, events)), 20)
         await sending
         assert sorted(numbers(first + second)) == list(range(1000)) and ticks
         ticking.cancel()
 
-        # A wait that is cancelled loses nothing.
+        # A cancelled wait loses no event.
         with pytest.raises(asyncio.TimeoutError):
             await asyncio.wait_for(events.__anext__(), 0.05)
         await loop.run_in_executor(None, daemon.send, BLOCK, *hosts(2))
@@ -160,7 +160,7 @@ def test_asyncio(daemon, client):
         await loop.run_in_executor(None, events.close)
         assert await asyncio.wait_for(waiting, 10) is None
 
-        # A blocking call on a thread of asyncio's.
+        # A blocking call on a thread of asyncio.
         assert (await asyncio.to_thread(client.get_state)).state is z.State.CONNECTED
 
     asyncio.run(run())

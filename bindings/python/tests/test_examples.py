@@ -1,4 +1,4 @@
-"""The scripts of docs/python.md, run as a user does."""
+"""Runs the scripts of docs/python.md like a user."""
 
 import doctest
 import re

@@ -1,4 +1,4 @@
-"""What is left behind: memory, threads, and the ends of objects and processes."""
+"""Leaks of memory and threads, and the ends of objects and processes."""
 
 import gc
 import os
@@ -14,7 +14,7 @@ BLOCK = "report_safe_browsing_block"
 
 
 def resident():
-    """KiB."""
+    """Returns the resident memory in KiB."""
     gc.collect()
     with open("/proc/self/statm") as statm:
         return int(statm.read().split()[1]) * os.sysconf("SC_PAGE_SIZE") // 1024
@@ -75,7 +75,7 @@ def test_clients_leave_no_thread_and_no_memory(daemon):
 
 
 def test_dropping_everything_ends_it(daemon):
-    """Live subscriptions whose objects go, in a cycle or alone, while the daemon sends to them."""
+    """Drops live subscriptions, in a reference cycle or not, while the daemon sends to them."""
     before = threads()
     for round in range(30):
         client = z.Client(port=daemon.port)
@@ -108,7 +108,7 @@ print("done")
 
 @pytest.mark.parametrize("kind", ["Client", "Session"])
 def test_dropped_subscriptions_get_nothing(daemon, kind):
-    """While the daemon goes on sending. Memory that was freed is overwritten, so that a use of it shows."""
+    """Runs while the daemon keeps sending. Freed memory is overwritten, so that a use after free is detected."""
     process = python("import logging; logging.disable()\n" + DROPPED, kind, daemon.port,
                      env={**os.environ, "MALLOC_PERTURB_": "165"})
     assert process.stdout.readline() == "ready\n"
@@ -116,7 +116,7 @@ def test_dropped_subscriptions_get_nothing(daemon, kind):
     while process.poll() is None and time.monotonic() < end:
         try:
             daemon.send("report_current_state", *[{"state": 6}] * 20)
-        except ConnectionError:  # it has ended
+        except ConnectionError:  # the process has ended
             break
     assert finished(process) == (0, "done\n", "")
 
@@ -153,11 +153,11 @@ print(os.waitstatus_to_exitcode(status), client.get_state().state.name, flush=Tr
 
 
 def test_fork(daemon):
-    """The child may not use the parent's client, may drop it, may have its own; the parent's goes on."""
+    """The child may not use the parent's client, but may drop it and create its own; the parent's still works."""
     assert finished(python(FORK, daemon.port)) == (0, "6 CONNECTED\n", "")
 
 
-# Ways for a script to end with whatever is open.
+# Ways for a script to end with open objects.
 ENDS = {
     "nothing closed": "",
     "in a daemon thread's wait": """
@@ -213,12 +213,12 @@ def test_the_end_of_the_interpreter_under_load(daemon):
     while process.poll() is None:
         try:
             daemon.send(BLOCK, *[{"host": "a.example"}] * 20)
-        except ConnectionError:  # it has ended
+        except ConnectionError:  # the process has ended
             process.wait(20)
     assert finished(process) == (0, "", "")
 
 
-def test_a_stopped_daemon_does_not_hold_up_the_end():
+def test_a_stopped_daemon_does_not_delay_the_end():
     scripted = Daemon(answer=lambda name, members: [])
     scripted.stop()
     code = "import sys, zephlink\nclient = zephlink.Client(port=int(sys.argv[1]))\nclient.erase_logs()\n"

@@ -1,4 +1,4 @@
-"""Every method once, against zephsim: what it sends, and the types of what it returns."""
+"""Calls every method once with zephsim: checks the requests and the types of the results."""
 
 import dataclasses
 import enum
@@ -18,7 +18,7 @@ CODE = "eyJ1IjoiYzFkN2IzYTAtMGY2ZS00YjU5LWEyYzgtMzFlNWY3MDk0ZDAxIn0="
 DNS, WEB = z.ProtocolPortPair(z.PortProtocol.UDP, 53, 0), z.ProtocolPortPair(z.PortProtocol.TCP, 80, 90)
 PLACES = {"<ANN>": ANN, "<BOB>": BOB, "<CODE>": CODE, "<FILE>": __file__}
 
-# Method, arguments, requests; in an order in which the simulator can serve them.
+# Method, arguments, requests; in an order that the simulator can serve.
 CALLS = [
     ("login", ["demo@example.com", "demo"], 'login {"password":"demo","username":"demo@example.com"}'),
     ("get_state", [], "request_current_state"),
@@ -189,7 +189,7 @@ REFUSED = {
     "allow_network_sharing_pair": z.ErrorCode.DAEMON_INVALID_ARGUMENT,
 }
 
-# A field of what the method returns, for the arguments above.
+# A field of the method's result, for the arguments above.
 RESULTS = {
     "connect_to_city": ("server.city", "nyc"),
     "set_connect_method_exact_server": ("num", 2),
@@ -210,7 +210,7 @@ RESULTS = {
 
 
 def expected(request):
-    """A request as the simulator prints it."""
+    """Returns a request as the simulator prints it."""
     for place, value in PLACES.items():
         request = request.replace(place, value)
     return tuple(request.split(" ", 1)) if " " in request else (request, "null")
@@ -224,7 +224,7 @@ def has_type(value, hint):
 
 
 def check_types(record):
-    """Each field has exactly the type that it is declared with."""
+    """Checks that each field has exactly its declared type."""
     hints = typing.get_type_hints(type(record), vars(_types))
     for each in dataclasses.fields(record):
         value = getattr(record, each.name)
@@ -265,7 +265,7 @@ def test_the_table_has_every_method():
     subscriptions = {name for name in methods
                      if "maxsize" in inspect.signature(getattr(z.Client, name)).parameters}
     assert methods - subscriptions - {"close"} == {row[0] for row in CALLS}
-    # What every function of the library with an object became.
+    # Every function of the library with an object has a method.
     header = (ROOT / "include/zephlinksdk/zephlinksdk.h").read_text()
     declared = set(re.findall(r"^ZephlinkSDK_\w*Result (ZephlinkSDK_\w+)\(", header, re.MULTILINE))
     listeners = {name for name in subscriptions if name.startswith("listen_for_")}
@@ -320,7 +320,7 @@ def test_words():
     enumerations = [each for each in vars(z).values() if isinstance(each, type) and issubclass(each, enum.IntEnum)]
     assert len(enumerations) >= 27
     for each in enumerations:
-        if each in (z.ErrorCode, z.SessionStatus):  # which zephctl has no words for
+        if each in (z.ErrorCode, z.SessionStatus):  # zephctl has no words for these
             continue
         for member in each:
             if member is not z.State.UNKNOWN:  # its word is for output only

@@ -1,4 +1,4 @@
-"""Sessions: what goes on although the daemon does not."""
+"""Sessions: they survive failures of the daemon."""
 
 import gc
 import os
@@ -26,11 +26,11 @@ def threads():
 
 
 def drop(daemon):
-    """Loses the connection, as a daemon that is restarted does."""
+    """Drops the connection, like a restarted daemon."""
     daemon.loop.call_soon_threadsafe(lambda: [link.writer.transport.abort() for link in daemon.links])
 
 
-def say_goodbye(daemon):
+def send_close(daemon):
     daemon.loop.call_soon_threadsafe(lambda: [link.write(zephtest.frame(b"", 8)) for link in daemon.links])
 
 
@@ -42,18 +42,18 @@ def test_calls_are_those_of_a_client(session):
     session.erase_logs()
 
 
-@pytest.mark.parametrize("lose", [drop, say_goodbye])
+@pytest.mark.parametrize("lose", [drop, send_close])
 def test_subscriptions_outlive_a_connection(daemon, session, lose):
     states, stats = session.subscribe_state(), session.subscribe_connection_stats()
     assert states.get(10).state is z.State.CONNECTED and stats.get(10).connections
     wait_until(lambda: "stat_subscribe" in daemon.requests)
     for _ in range(3):
-        # Something that the daemon sends on its own, and then no longer does.
+        # Unsolicited reports from the daemon, which then stop.
         daemon.send("report_current_state", *[{"state": 6}] * 3)
         states.get(10)
         daemon.requests.clear()
         lose(daemon)
-        # Subscribed anew, statistics included.
+        # Subscribed again, including statistics.
         wait_until(lambda: {"request_current_state", "request_connection_stats", "stat_subscribe"}
                    <= set(daemon.requests))
         wait_until(lambda: session.status is z.SessionStatus.LIVE)
@@ -70,7 +70,7 @@ def test_status(daemon, session):
             seen = statuses.get(10)
         daemon.answer = lambda name, members: []
         assert statuses.get(10) is z.SessionStatus.QUIET and session.status.text in ("quiet", "mute")
-        # A call neither hangs nor keeps the session from its work.
+        # A call does not hang and does not block the session.
         with pytest.raises(z.Error):
             session.get_state()
         assert statuses.get(20) is z.SessionStatus.MUTE

@@ -24,6 +24,6 @@ from zephlink._types import *  # noqa: F403
 
 __all__ = ["Client", "ClosedError", "Error", "Record", "Session", "Subscription", *_types.__all__]
 
-# Where users find them, in messages, in pickles and in help().
+# Users find the names here: in messages, in pickles and in help().
 for _name in __all__:
     globals()[_name].__module__ = __name__

@@ -1,4 +1,4 @@
-"""The two kinds of a connection: for scripts that end, and for programs that run long."""
+"""The two kinds of connections: for short scripts, and for long-running programs."""
 
 from __future__ import annotations
 
@@ -24,19 +24,19 @@ def config_of(address: Optional[str], port: Optional[int], app_name: str) -> Any
 
 
 class Client(Methods):
-    """A connection to the daemon, for scripts that ask and end.
+    """A connection to the daemon, for scripts that make some calls and end.
 
-    It begins to connect at once, in the background; failures are raised by the calls. Methods may be called from any
-    thread. A call releases the interpreter's lock while it waits, and Ctrl-C ends it. After fork() only the parent
-    process may use the client.
+    It starts to connect at once, in the background; the calls raise failures. Methods may be called from any thread. A
+    call releases the interpreter's lock while it waits, and Ctrl-C interrupts it. After fork() only the parent process
+    may use the client.
 
-    A lost connection is opened again, but a daemon that was restarted knows nothing of earlier subscriptions, and one
-    that ended the connection by a close frame is not asked again. A program that runs for long uses Session.
+    A lost connection is reopened. But a restarted daemon does not know earlier subscriptions, and after a close frame
+    from the daemon the client does not reconnect. Long-running programs should use Session.
     """
 
     def __init__(self, *, address: Optional[str] = None, port: Optional[int] = None, app_name: str = "") -> None:
-        """`address` and `port` are those of the daemon, 127.0.0.1 and 9330 by default. A name in `app_name` is
-        announced to the daemon and replaces the product's name in translated texts."""
+        """`address` and `port` are the daemon's, by default 127.0.0.1 and 9330. `app_name` is announced to the daemon
+        and replaces the product's name in translated texts."""
         super().__init__(lib.zephlink_link_open(config_of(address, port, app_name)))
 
     def subscribe_stats(self, enable: bool, periods: Sequence[int] = ()) -> None:
@@ -45,27 +45,27 @@ class Client(Methods):
 
 
 class Session(Methods):
-    """A connection that keeps itself and its subscriptions alive, for whatever runs long.
+    """A connection that keeps itself and its subscriptions alive, for long-running programs.
 
-    After silence it asks the daemon for a sign of life and then connects anew; it subscribes again after a restart of
-    the daemon, after a close frame and after a lost connection, and waits longer and longer for a daemon that does not
-    answer. Subscriptions go on through all of this: time-outs do not reach them, but appear as `status`.
+    After silence it requests a sign of life from the daemon, then reconnects. It subscribes again after a restart of
+    the daemon, a close frame or a lost connection, and waits increasingly longer for a daemon that does not answer.
+    Subscriptions continue throughout: time-outs do not reach them, but change `status`.
 
-    Calls raise Error with ErrorCode.NOT_CONNECTED at once while there is no connection to try. All else is as in
-    Client.
+    While there is no connection to try, calls raise Error with ErrorCode.NOT_CONNECTED at once. Everything else is as
+    in Client.
     """
 
     def __init__(self, *, address: Optional[str] = None, port: Optional[int] = None, app_name: str = "",
                  probe_after: Optional[float] = None, quiet_after: Optional[float] = None,
                  renew_after: Optional[float] = None, refresh_every: Optional[float] = None,
                  least_pause: Optional[float] = None, most_pause: Optional[float] = None) -> None:
-        """`address`, `port` and `app_name` as in Client. The others are periods in seconds, whose defaults fit
-        statistics that come every second:
+        """`address`, `port` and `app_name` as in Client. The others are periods in seconds; the defaults suit
+        statistics that arrive every second:
 
-        - `probe_after`: silence after which the daemon is asked for a sign of life (1.5)
-        - `quiet_after`: silence after which the session connects anew; more than `probe_after` (3)
-        - `renew_after`: time without reports that the daemon sent on its own, after which all requests of the
-          subscriptions are repeated, once (2.5)
+        - `probe_after`: silence after which the session requests a sign of life (1.5)
+        - `quiet_after`: silence after which the session reconnects; more than `probe_after` (3)
+        - `renew_after`: time without unsolicited reports of the daemon after which all requests of the subscriptions
+          are repeated, once (2.5)
         - `refresh_every`: the period in which they are repeated in any case (30)
         - `least_pause`, `most_pause`: bounds of the pause before another attempt (1 and 60)
         """
@@ -94,7 +94,7 @@ class Session(Methods):
 
 
 class StatusAnswer(Answer[SessionStatus]):
-    """A byte, without the head of a record."""
+    """A status byte, which has no head."""
 
     def of(self, record: Any) -> SessionStatus:
         return SessionStatus(ffi.cast(self.c_type, record)[0])
@@ -104,5 +104,5 @@ STATUS = StatusAnswer("uint8_t *", SessionStatus)
 
 
 def milliseconds(seconds: Optional[float]) -> int:
-    """0, which chooses the default, only for None."""
+    """Returns 0, which selects the default, only for None."""
     return 0 if seconds is None else max(1, round(seconds * 1000))

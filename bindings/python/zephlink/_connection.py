@@ -1,7 +1,7 @@
-"""Calls and subscriptions, whatever the method.
+"""Calls and subscriptions, common to all methods.
 
-No Python runs on the library's channel thread. Each call and each subscription has a box (native/box.h) that records
-are copied into; Python threads wait for the box, and the box's own lifetime ends what fills it.
+No Python runs on the library's channel thread. Each call and each subscription has a box (native/box.h), into which
+records are copied. Python threads wait for the box; freeing the box ends its subscription.
 """
 
 from __future__ import annotations
@@ -24,23 +24,23 @@ C = TypeVar("C", bound="Connection")
 
 logger = logging.getLogger("zephlink")
 
-# A wait for the library returns to Python this often, in case a signal came in another thread. Usually a signal ends
-# the wait itself.
+# Waits return to Python after this time, in case a signal arrived in another thread. Usually a signal interrupts the
+# wait itself.
 SLICE_MS = 200
 
-# The bound of a subscription's queue if none is given: as many records as fit the memory, and no more than the count.
+# The default bound of a subscription's queue: as many records as fit into QUEUE_BYTES, but at most QUEUE_RECORDS.
 QUEUE_BYTES = 16 << 20
 QUEUE_RECORDS = 1000
 
 
 class Answer(Generic[T]):
-    """The record of a call: its pointer type in C, and what makes a Python object of it."""
+    """The result of a call: its pointer type in C, and the conversion to a Python object."""
 
     def __init__(self, c_type: str, read: Callable[[Any], T]) -> None:
         self.c_type, self.read = ffi.typeof(c_type), read
 
     def of(self, record: Any) -> T:
-        """The Python object of a record. Raises its error."""
+        """Returns the Python object of a record, or raises its error."""
         c = ffi.cast(self.c_type, record)
         if c.hasError:
             raise Error(c.errorCode, decoded(c.errorMessage))
@@ -56,7 +56,7 @@ def forked() -> RuntimeError:
 
 
 class Box:
-    """Where the records of one call or subscription arrive."""
+    """The queue of records of one call or subscription."""
 
     __slots__ = ("c", "process")
 
@@ -70,14 +70,14 @@ class Box:
         self.c = ffi.gc(c, lib.zephlink_box_free)
 
     def start(self, function: Any, arguments: Any) -> bool:
-        """Whether the call began; otherwise the box contains its error."""
+        """Returns whether the call was started; otherwise the box contains its error."""
         status = function(self.c, *arguments)
         if status == lib.ZEPHLINK_FORKED:
             raise forked()
         return bool(status == lib.ZEPHLINK_STARTED)
 
     def wait(self, timeout: Optional[float] = None) -> bool:
-        """Waits for a record, for the end of the box, or for the time-out, which returns false."""
+        """Waits for a record or for the end of the box; returns false after the time-out."""
         if timeout is None:
             while not self._wait(SLICE_MS):
                 pass
@@ -96,7 +96,7 @@ class Box:
         return bool(lib.zephlink_box_wait(self.c, milliseconds))
 
     def take(self) -> Any:
-        """The oldest record, or None."""
+        """Returns the oldest record, or None."""
         record = lib.zephlink_box_take(self.c)
         return None if record == ffi.NULL else ffi.gc(record, lib.zephlink_record_free)
 
@@ -119,12 +119,12 @@ class Box:
 class Subscription(Generic[T]):
     """The records of a subscription, for `for` and `async for`.
 
-    The queue has a bound, `maxsize` of the method that subscribed. When it is full the oldest record is dropped:
-    `dropped` counts these, and each gap is logged as a warning of the logger "zephlink". A record that reports an error
-    raises Error; the subscription goes on, and the next record can be taken.
+    The queue is bounded by `maxsize`, an argument of the subscribing method. If it is full, the oldest record is
+    dropped: `dropped` counts these, and each gap is logged as a warning of the logger "zephlink". A record that reports
+    an error raises Error; the subscription continues, and the next record can be read.
 
-    A subscription ends by `close` (or `with`), from any thread, by the end of its client, or when nothing refers to it
-    any more. Iteration then stops.
+    A subscription ends with `close` (or `with`), from any thread, with its client, or when no reference to it remains.
+    Iteration then stops.
     """
 
     def __init__(self, connection: Connection, box: Box, answer: Answer[T]) -> None:
@@ -135,7 +135,7 @@ class Subscription(Generic[T]):
 
     @property
     def dropped(self) -> int:
-        """How many records were dropped because the queue was full."""
+        """The number of records dropped because the queue was full."""
         return self._box.dropped()
 
     @property
@@ -144,19 +144,19 @@ class Subscription(Generic[T]):
         return self._box.closed()
 
     def close(self) -> None:
-        """Ends the subscription and drops what is in its queue. Thread-safe; waits for no daemon."""
+        """Ends the subscription and drops its queue. Thread-safe; does not wait for the daemon."""
         self._box.close()
 
     def get(self, timeout: Optional[float] = None) -> T:
-        """Returns the next record. Waits for it, at most `timeout` seconds, then raises TimeoutError. Raises
-        ClosedError when the subscription has ended."""
+        """Returns the next record. Waits for it at most `timeout` seconds, then raises TimeoutError. Raises ClosedError
+        if the subscription has ended."""
         while self._box.wait(timeout):
             record = self._box.take()
             if record is not None:
                 return self._read(record)
             if self._box.closed():
                 raise ClosedError(text="The subscription is closed")
-        raise TimeoutError("no record came in time")
+        raise TimeoutError("no record arrived in time")
 
     def __iter__(self) -> Subscription[T]:
         return self
@@ -196,7 +196,7 @@ class Subscription(Generic[T]):
 
 
 async def readable(descriptor: int) -> None:
-    """Waits for a descriptor. The copy keeps several tasks and loops apart, and outlives a box that is freed."""
+    """Waits for a descriptor. Uses a copy, so that tasks and loops do not interfere and the box may be freed."""
     loop = asyncio.get_running_loop()
     copy = os.dup(descriptor)
     try:
@@ -209,7 +209,7 @@ async def readable(descriptor: int) -> None:
 
 
 class Connection:
-    """What clients have in common: a link to the daemon, and the calls on it."""
+    """The base of all clients: a link to the daemon, and calls on it."""
 
     def __init__(self, link: Any) -> None:
         if link == ffi.NULL:
@@ -225,8 +225,8 @@ class Connection:
         self.close()
 
     def close(self) -> None:
-        """Ends all subscriptions and all calls that wait, in whatever thread, and the connection. Requests that were
-        made are still written if the daemon is connected. May be called again. Does nothing in a child process.
+        """Ends all subscriptions, all waiting calls in any thread, and the connection. Queued requests are still
+        written if the daemon is connected. May be called again. Does nothing in a child process.
         """
         lib.zephlink_link_close(self._link)
 
@@ -239,8 +239,8 @@ class Connection:
         return answer.of(self._awaited(box))
 
     def _series(self, start: Any, answer: Answer[T], *arguments: Any) -> list[T]:
-        """A report of many records, and the last of them once more. They are there as a whole once the first is and
-        the call has been ended, which waits for the report's end."""
+        """Makes a call whose report contains many records and repeats the last one. All of them have arrived after the
+        first record has arrived and the call was ended, which waits for the end of the report."""
         box = Box(self._link, 0, False)
         if not box.start(start, arguments):
             answer.of(box.take())
@@ -253,7 +253,7 @@ class Connection:
     def _subscribe(self, start: Any, answer: Answer[T], maxsize: Optional[int],
                    statistics: bool = False) -> Subscription[T]:
         if maxsize is not None and maxsize < 1:
-            raise ValueError("maxsize is at least 1")
+            raise ValueError("maxsize must be at least 1")
         box = Box(self._link, answer.queue_length() if maxsize is None else maxsize, False)
         if not box.start(start, ()):
             answer.of(box.take())
@@ -274,7 +274,7 @@ class Connection:
         raise ClosedError
 
 
-# The clients that the end of the interpreter closes: their threads must not outlive the library's own data.
+# The clients to close when the interpreter ends: their threads must not outlive the library's static data.
 _open: weakref.WeakSet[Connection] = weakref.WeakSet()
 
 

@@ -1,4 +1,4 @@
-"""Between the types of C and those of Python."""
+"""Converts between the types of C and Python."""
 
 from __future__ import annotations
 
@@ -13,7 +13,7 @@ AF_INET, AF_INET6 = socket.AF_INET, socket.AF_INET6
 
 
 class Enumeration(IntEnum):
-    """Numbers with names. One that is not listed, for example of a newer daemon, has the name UNLISTED_n."""
+    """Numbers with names. Unlisted numbers, for example from a newer daemon, have the name UNLISTED_n."""
 
     @classmethod
     def _missing_(cls, value: object) -> Optional[Enumeration]:
@@ -30,10 +30,10 @@ class Enumeration(IntEnum):
 
 @dataclass(frozen=True)
 class Record:
-    """What the daemon reports: read-only, compared by value.
+    """A report of the daemon: read-only, compared by value.
 
-    Records that a call returns have two more fields, `error_code` and `error_message`: a failure that the daemon
-    reports without failing the call, 0 and empty otherwise.
+    Records that a call returns have two more fields, `error_code` and `error_message`, for a failure that the daemon
+    reports without failing the call; otherwise 0 and empty.
     """
 
 
@@ -41,7 +41,7 @@ R = TypeVar("R", bound=Record)
 
 
 def make(cls: Type[R], values: Dict[str, Any]) -> R:
-    """A record of all its fields, without the price of the frozen constructor."""
+    """Makes a record from all its fields, without the cost of the frozen constructor."""
     record = object.__new__(cls)
     record.__dict__.update(values)
     return record
@@ -63,7 +63,7 @@ def address_text(family: int, address: Any) -> str:
 
 
 def head(record: Any) -> Dict[str, Any]:
-    """What a record that is not an error says of one. The code of asynchronous calls is none."""
+    """Returns the error fields of a record that is not an error. The code of asynchronous calls means no error."""
     code = record.errorCode
     if code in (lib.ZephlinkSDK_Error_AsyncCall, lib.ZephlinkSDK_Error_None):
         return {"error_code": 0, "error_message": ""}
@@ -71,18 +71,18 @@ def head(record: Any) -> Dict[str, Any]:
 
 
 def nothing(_: Any) -> None:
-    """The answer of calls that have none."""
+    """The result of calls that have no answer."""
 
 
 def value_of(from_text: Callable[[bytes, Any], bool], word: str) -> int:
     value = ffi.new("uint32_t *")
     if not from_text(text(word), value):
-        raise ValueError(f"{word!r} is not one of the words")
+        raise ValueError(f"{word!r} is not a valid text")
     return int(value[0])
 
 
 def name_of(function: Callable[[Any, Any, int], int], key: Any) -> str:
-    """A text of any length from a function that fills a buffer."""
+    """Returns a text of any length from a function that fills a buffer."""
     size = function(key, ffi.NULL, 0) + 1
     buffer = ffi.new("char[]", size)
     function(key, buffer, size)
@@ -110,7 +110,7 @@ def optional_text(value: Optional[str]) -> Any:
 
 
 def field_text(value: str, size: int) -> bytes:
-    """A text for an array of `size` bytes, its terminator included."""
+    """Encodes a text for an array of `size` bytes, including its terminator."""
     encoded = text(value)
     if len(encoded) >= size:
         raise ValueError(f"{value!r} is longer than {size - 1} bytes")
@@ -123,14 +123,14 @@ def boolean(value: bool) -> bool:
 
 
 def listed(values: Sequence[Any]) -> Sequence[Any]:
-    """A text is a sequence too, but never the list that was meant."""
+    """Rejects a text, which is a sequence too, as a list."""
     if isinstance(values, (str, bytes)):
         raise TypeError(f"a list expected, got {type(values).__name__}")
     return list(values)
 
 
 def write_texts(array: Any, values: Sequence[str], size: int) -> int:
-    """Fills an array of texts and returns how many there are."""
+    """Fills an array of texts and returns their number."""
     for index, value in enumerate(listed(values)):
         array[index] = field_text(value, size)
     return len(values)

@@ -1,4 +1,4 @@
-"""What a call raises."""
+"""The exceptions of calls."""
 
 from __future__ import annotations
 
@@ -10,7 +10,7 @@ from zephlink._types import ErrorCode
 class Error(Exception):
     """A call failed.
 
-    - `code`: an ErrorCode. Codes below 3584 come from the daemon, which may send some that are not listed.
+    - `code`: an ErrorCode. Codes below 3584 come from the daemon, which may send unlisted codes.
     - `type`: the text of the code.
     - `text`: usually more specific than `type`.
     """

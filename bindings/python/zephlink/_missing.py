@@ -1,4 +1,4 @@
-"""What to do about a library that is not there."""
+"""The error message for a missing library."""
 
 from __future__ import annotations
 
@@ -6,13 +6,13 @@ import re
 
 
 def explained(error: ImportError) -> ImportError:
-    """The error of an extension module that did not load, with what it wants."""
+    """Returns the error of an extension module that failed to load, with the library that it needs."""
     found = re.match(r"(libzephlinksdk\.so\.(\d+)): ", str(error))
     if not found:
         if "cannot import name '_native'" not in str(error):
             return error
-        return ImportError("This zephlink is the source tree's, without its extension module: run Python elsewhere, or "
-                           f"put the place of the installed package first into PYTHONPATH. ({error})")
+        return ImportError("This is zephlink's source tree, without the extension module: run Python elsewhere, or "
+                           f"put the directory of the installed package first in PYTHONPATH. ({error})")
     library, version = found.groups()
     return ImportError(
         f"zephlink needs the shared library {library}, which was not found. Install it (Debian: "

@@ -1,4 +1,4 @@
-// What only these systems have: links, zones of time, bounds of stacks, pipes that close, devices that are full.
+// POSIX only: symbolic links, time zones, stack limits, closed pipes, full devices.
 #include <gtest/gtest.h>
 
 #include <cinttypes>
@@ -16,7 +16,7 @@
 namespace tests {
 namespace {
 
-TEST(LogReportOnPosix, ResolvesLinksAndTellsFailures) {
+TEST(LogReportOnPosix, ResolvesLinksAndReportsFailures) {
   namespace fs = std::filesystem;
   const fs::path folder =
       fs::canonical(fs::temp_directory_path()) / ("zephctl_" + std::to_string(std::random_device()()));
@@ -44,7 +44,7 @@ TEST(LogReportOnPosix, ResolvesLinksAndTellsFailures) {
   fs::remove_all(folder);
 }
 
-/// Counts a text in the memory of a process, which must be a child of this one. Throws where the system refuses that.
+/// Counts the occurrences of a text in the memory of a child process. Throws if the system refuses access.
 int countInMemory(const std::string& process, const std::string& text) {
   std::ifstream regions("/proc/" + process + "/maps");
   std::ifstream memory("/proc/" + process + "/mem", std::ios::binary);
@@ -55,7 +55,7 @@ int countInMemory(const std::string& process, const std::string& text) {
     std::uint64_t end = 0;
     char access[5] = {};
     if (std::sscanf(line.c_str(), "%" SCNx64 "-%" SCNx64 " %4s", &begin, &end, access) != 3) continue;
-    // What is larger is a sanitizer's own.
+    // Larger regions belong to a sanitizer.
     constexpr std::uint64_t kLargest = std::uint64_t{256} << 20;
     if (std::string_view(access).substr(0, 2) != "rw" || end - begin > kLargest) continue;
     std::string bytes(end - begin, '\0');
@@ -66,8 +66,8 @@ int countInMemory(const std::string& process, const std::string& text) {
   return count;
 }
 
-/// While the call waits, the buffer of the prompt is the only copy.
-TEST(SecretsOnPosix, StayInOnePlace) {
+/// While the call waits, the prompt's buffer is the only copy.
+TEST(SecretsOnPosix, HaveOneCopyInMemory) {
   const std::string secret = "hush-5e2a-0123456789-abcdefghijklmnopqrstuvwxyz";
   for (const std::string words : {"login user", "login oauth", "refresh oauth"}) {
     SCOPED_TRACE(words);
@@ -75,14 +75,14 @@ TEST(SecretsOnPosix, StayInOnePlace) {
     const std::string line = std::string("echo $$; exec '") + ZEPHCTL_PATH + "' -p " + std::to_string(daemon.port());
     Process run({"/bin/sh", "-c", line + " " + words}, secret + "\n");
     ASSERT_TRUE(daemon.waitForRequests(1));
-    EXPECT_NE(daemon.heard()[0].find(secret), std::string::npos);
+    EXPECT_NE(daemon.received()[0].find(secret), std::string::npos);
     const std::string out = run.outputSoFar();
     EXPECT_EQ(countInMemory(out.substr(0, out.find('\n')), secret), 1);
   }
 }
 
-/// Elsewhere an argument cannot contain such bytes.
-TEST(WordsOnPosix, AreSentAsUtf8WhateverTheirBytes) {
+/// On other systems an argument cannot contain such bytes.
+TEST(ArgumentsOnPosix, AreSentAsUtf8) {
   check({.words = {"networksharing", "set", "displayname", "a\xE2\x82\"b\xFF\xC3\xA9"},
          .answers = {{"set_networksharing_display_name",
                       {event(
@@ -93,7 +93,7 @@ TEST(WordsOnPosix, AreSentAsUtf8WhateverTheirBytes) {
          .status = 1});
 }
 
-TEST(SpeedTestsOnPosix, AreDatedInLocalTimeWithItsSummer) {
+TEST(SpeedTestsOnPosix, UseLocalTimeWithDaylightSaving) {
   ScriptedDaemon daemon(
       {{"request_speedtest_results",
         {event("report_speedtest_results", R"([{"time":"2024-01-02T03:04:05"},{"time":"2024-07-02T03:04:05"}])")}}});
@@ -104,8 +104,8 @@ TEST(SpeedTestsOnPosix, AreDatedInLocalTimeWithItsSummer) {
   EXPECT_NE(run.out.find("\"time\" : 1719903845,"), std::string::npos) << run.out;
 }
 
-/// A second behind the start of a system; only some let a test set its own clock.
-TEST(StatsOnPosix, AsksForHistoryFromTheClocksBeginningAtTheEarliest) {
+/// One second after system start; only some systems let a test set its clock.
+TEST(StatsOnPosix, RequestsNoHistoryBeforeTheClocksZero) {
   const auto seconds = static_cast<std::int64_t>(zephlinksdk::monotonicMs() / 1000);
   const std::vector<std::string> young{"/usr/bin/unshare", "--time", "--monotonic", std::to_string(1 - seconds)};
   const auto onYoungSystem = [&young](std::vector<std::string> words) {
@@ -115,12 +115,12 @@ TEST(StatsOnPosix, AsksForHistoryFromTheClocksBeginningAtTheEarliest) {
   if (!std::filesystem::exists(young[0]) || onYoungSystem({"/bin/true"}).status != 0) GTEST_SKIP() << "no clock to set";
   ScriptedDaemon daemon({{"request_historic_connection_stats", {event("report_historic_connection_stats", "[]")}}});
   EXPECT_EQ(onYoungSystem(command(daemon.port(), {"stats", "historic"})).status, 0);
-  EXPECT_EQ(daemon.heard(),
+  EXPECT_EQ(daemon.received(),
             std::vector<std::string>{request("request_historic_connection_stats", R"({"dataSince":0})")});
 }
 
-/// The limit holds for the main thread and, as their default, for all others. One directory takes three quarters of it.
-TEST(StackOnPosix, NeedsNoMoreThanAMebibyteForTheDirectory) {
+/// The limit applies to the main thread and is the default for all others. One directory takes three quarters of it.
+TEST(StackOnPosix, OneMebibyteSufficesForTheDirectory) {
   ScriptedDaemon daemon({{"request_directory", {event("report_directory", R"([{"country":"us"}])")}}});
   const std::string line = std::string("ulimit -s 1024 && exec '") + ZEPHCTL_PATH + "' -p " +
                            std::to_string(daemon.port()) + " show servers";
@@ -130,8 +130,8 @@ TEST(StackOnPosix, NeedsNoMoreThanAMebibyteForTheDirectory) {
   EXPECT_NE(run.out.find("\"tag\" : \"us--0\""), std::string::npos);
 }
 
-/// A stream ends by the signal; an action that ends by itself keeps its status.
-TEST(ClosedPipe, EndsStreamsAlone) {
+/// The signal ends a stream; an action that ends without it keeps its status.
+TEST(ClosedPipe, EndsStreamsOnly) {
   const struct {
     std::string words, report;
     int status;
@@ -149,7 +149,7 @@ TEST(ClosedPipe, EndsStreamsAlone) {
     ScriptedDaemon daemon;
     const std::string command =
         std::string("'") + ZEPHCTL_PATH + "' -p " + std::to_string(daemon.port()) + " " + row.words;
-    // The action starts once its reader has closed the pipe.
+    // The action starts after its reader has closed the pipe.
     Process run({"/bin/sh", "-c",
                  "exec 3>&1; gone=$(mktemp -u) && mkfifo $gone; (read -r _ <$gone; " + command +
                      R"( 2>&1; echo "status $?" >&3) | { exec <&-; echo >$gone; }; rm $gone)"});
@@ -158,7 +158,7 @@ TEST(ClosedPipe, EndsStreamsAlone) {
   }
 }
 
-/// A standard output that takes nothing is no reason to end, nor to fail.
+/// A failing standard output neither ends the program nor fails it.
 TEST(StatsOnPosix, IgnoresAFullDevice) {
   ScriptedDaemon daemon({{"request_current_state", {event("report_current_state", R"({"state":6})")}}});
   const std::string stats = std::string("'") + ZEPHCTL_PATH + "' -p " + std::to_string(daemon.port()) + " stats 1";

@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(Console, WaitsUntilANonBlockingPipeTakesMore) {
+TEST(Console, WaitsUntilANonBlockingPipeAcceptsMore) {
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
   std::FILE* stream = fdopen(ends[1], "w");
@@ -19,7 +19,7 @@ TEST(Console, WaitsUntilANonBlockingPipeTakesMore) {
     zephlinksdk::writeText(stream, text);
     std::fclose(stream);
   });
-  // The reader starts when the pipe is full.
+  // Start the reader when the pipe is full.
   pollfd writable{ends[1], POLLOUT, 0};
   while (poll(&writable, 1, 0) == 1 && (writable.revents & POLLNVAL) == 0) std::this_thread::yield();
   std::string read;

@@ -1,4 +1,4 @@
-// Hidden input on a real terminal (a pseudo terminal) and on standard input that is none.
+// Hidden input on a pseudo terminal, and on standard input that is not a terminal.
 
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -20,7 +20,7 @@ namespace {
 
 const std::string kPrompt = "Enter password : ";
 
-/// Asks for a line of at most `size` - 1 bytes and tells the answer on standard output.
+/// Reads a line of at most `size` - 1 bytes and prints it to stdout.
 [[noreturn]] void ask(std::size_t size) {
   std::vector<char> answer(size, '#');
   const bool accepted = cli::readHidden("Enter password", answer.data(), size);
@@ -40,8 +40,8 @@ std::string describe(int status) {
   return WIFSIGNALED(status) ? "ended by signal " + std::to_string(WTERMSIG(status)) : "exited";
 }
 
-/// A shell's part: lets a process ask in the foreground of the terminal, and tells there, in a line each time, how it
-/// stops or ends and in what state it leaves the terminal. A stopped one is continued.
+/// Acts as a shell: runs the reading process in the foreground of the terminal and prints one line whenever it stops or
+/// ends, with the state of the terminal. Continues a stopped process.
 [[noreturn]] void runShell(std::size_t size) {
   const rlimit none = {};
   setrlimit(RLIMIT_CORE, &none);
@@ -63,7 +63,7 @@ std::string describe(int status) {
   _exit(0);
 }
 
-/// All that comes up to `end`, or to the end of the stream, or before 20 seconds of silence.
+/// Reads up to `end`, the end of the stream, or 20 seconds of silence.
 std::string readUntil(int descriptor, const std::string& end) {
   std::string text;
   pollfd ready = {descriptor, POLLIN, 0};
@@ -72,7 +72,7 @@ std::string readUntil(int descriptor, const std::string& end) {
   return text;
 }
 
-/// A shell on a terminal of its own, whose process asks.
+/// A shell on its own terminal, which runs the reading process.
 class Session {
  public:
   Session() : shell(forkpty(&master, nullptr, nullptr, nullptr)) {
@@ -97,33 +97,33 @@ class Session {
   pid_t shell;
 };
 
-// ThreadSanitizer holds signals back while a thread waits in read(2), for as long as it waits.
+// ThreadSanitizer defers signals while a thread waits in read(2).
 #ifdef __SANITIZE_THREAD__
-constexpr bool kSignalsStrike = false;
+constexpr bool kSignalsInterrupt = false;
 #else
-constexpr bool kSignalsStrike = true;
+constexpr bool kSignalsInterrupt = true;
 #endif
 
-TEST(HiddenInput, AnswersAtATerminal) {
+TEST(HiddenInput, ReadsFromATerminal) {
   const std::pair<std::string, std::string> cases[] = {
       {"s3cret\n", "accepted [s3cret]"},
       {" two words \n", "accepted [ two words ]"},
-      {"wrong\x15right\n", "accepted [right]"},  // Ctrl-U takes the line back
+      {"wrong\x15right\n", "accepted [right]"},  // Ctrl-U erases the line
       {"\n", "accepted []"},
       {"\x04", "accepted []"},  // Ctrl-D: the end of input
       {std::string(128, 'x') + "\n", "accepted [" + std::string(128, 'x') + "]"},
       {std::string(129, 'x') + "\n", "refused []"},
   };
-  for (const auto& [keys, told] : cases) {
+  for (const auto& [keys, printed] : cases) {
     Session session;
     session.type(keys);
-    EXPECT_EQ(session.nextLine(), told + "; exited, echo on\r\n");
+    EXPECT_EQ(session.nextLine(), printed + "; exited, echo on\r\n");
   }
 }
 
-TEST(HiddenInput, LeavesTheEchoOnWhenASignalEndsIt) {
-  if (!kSignalsStrike) GTEST_SKIP() << "ThreadSanitizer holds the signals back";
-  // A signal from elsewhere could overtake keys on their way through the terminal, which would then show.
+TEST(HiddenInput, RestoresEchoWhenASignalEndsIt) {
+  if (!kSignalsInterrupt) GTEST_SKIP() << "ThreadSanitizer defers signals";
+  // A signal sent from outside could overtake keys on their way through the terminal, and these would be echoed.
   const struct {
     const char* keys;
     int sent;
@@ -137,20 +137,20 @@ TEST(HiddenInput, LeavesTheEchoOnWhenASignalEndsIt) {
   }
 }
 
-TEST(HiddenInput, GoesOnAfterAStop) {
-  if (!kSignalsStrike) GTEST_SKIP() << "ThreadSanitizer holds the signals back";
+TEST(HiddenInput, ContinuesAfterAStop) {
+  if (!kSignalsInterrupt) GTEST_SKIP() << "ThreadSanitizer defers signals";
   Session session;
   session.type("\x1a");  // Ctrl-Z
   EXPECT_EQ(session.nextLine(), "; stopped, echo on\r\n");
-  while (session.echo()) std::this_thread::yield();  // until it asks again
+  while (session.echo()) std::this_thread::yield();  // until it reads again
   session.type("s3cret\n");
   EXPECT_EQ(session.nextLine(), "accepted [s3cret]; exited, echo on\r\n");
 }
 
-TEST(HiddenInput, ReadsALineOfWhatIsNoTerminal) {
+TEST(HiddenInput, ReadsALineWithoutATerminal) {
   const struct {
     std::string input;
-    std::string told;
+    std::string printed;
     std::string left;
   } cases[] = {
       {"first\nsecond\n", "accepted [first]", "second\n"},
@@ -172,7 +172,7 @@ TEST(HiddenInput, ReadsALineOfWhatIsNoTerminal) {
       ask(512);
     }
     close(output[1]);
-    EXPECT_EQ(readUntil(output[0], "\n"), kPrompt + each.told);
+    EXPECT_EQ(readUntil(output[0], "\n"), kPrompt + each.printed);
     EXPECT_EQ(readUntil(input[0], "\n"), each.left);
     waitpid(process, nullptr, 0);
     close(input[0]);

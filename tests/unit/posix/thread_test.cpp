@@ -1,4 +1,4 @@
-// What the library's threads leave to their host: its signals.
+// The library's threads leave the process's signals to the host.
 #include "platform/thread.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ void look(void* argument) {
   pthread_attr_destroy(&attributes);
 }
 
-TEST(Thread, LeavesSignalsToTheHostAndHasAStatedStack) {
+TEST(Thread, LeavesSignalsToTheHostAndHasAFixedStackSize) {
   sigset_t before;
   pthread_sigmask(SIG_BLOCK, nullptr, &before);
   Seen seen;
@@ -34,7 +34,7 @@ TEST(Thread, LeavesSignalsToTheHostAndHasAStatedStack) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGUSR1, SIGCHLD, SIGALRM}) {
     EXPECT_EQ(sigismember(&seen.blocked, signal), 1) << signal;
   }
-  // Of these a thread is the cause itself: a closed pipe must be able to end a stream.
+  // The thread itself causes these: a closed pipe must be able to end a stream.
   for (const int signal : {SIGPIPE, SIGSEGV, SIGBUS, SIGABRT})
     EXPECT_EQ(sigismember(&seen.blocked, signal), 0) << signal;
   EXPECT_GE(seen.stackSize, zephlinksdk::Thread::kStackSize);

@@ -1,4 +1,4 @@
-// The clock of a session, turned by a test: a minute passes at once.
+// A session's clock controlled by a test: a minute passes at once.
 #pragma once
 
 #include <chrono>
@@ -10,7 +10,7 @@
 
 namespace tests {
 
-class TurnedClock : public zephlinksdk::SessionClock {
+class ManualClock : public zephlinksdk::SessionClock {
  public:
   time_point now() override {
     const std::lock_guard lock(mutex);
@@ -32,13 +32,13 @@ class TurnedClock : public zephlinksdk::SessionClock {
     changed.notify_all();
   }
 
-  void turn(std::chrono::milliseconds forward) {
+  void advance(std::chrono::milliseconds forward) {
     const std::lock_guard lock(mutex);
     time += forward;
     changed.notify_all();
   }
 
-  /// Waits until the session has nothing to do for this long; false after 30 seconds.
+  /// Waits until the session sleeps for exactly this time; returns false after 30 seconds.
   bool waitForSleep(std::chrono::milliseconds length) {
     std::unique_lock lock(mutex);
     return changed.wait_for(lock, kPatience, [&] { return asleep && !woken && wakesAt - time == length; });

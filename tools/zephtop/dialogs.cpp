@@ -1,4 +1,4 @@
-#include "tools/zephtop/hands.h"
+#include "tools/zephtop/dialogs.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,7 +11,7 @@ namespace {
 
 struct HelpRow {
   const char* text;
-  bool changes;  ///< the daemon; left out of a read-only program
+  bool changes;  ///< changes the daemon; omitted if read-only
 };
 constexpr HelpRow kHelp[] = {
     {"up, down    select an adapter", false},
@@ -35,7 +35,7 @@ Order connectTo(const char* text, ZephlinkSDK_ConnectMethod method) {
   return order;
 }
 
-/// The choices of connecting; the place of the last one is still to be found.
+/// Returns the orders for connecting. The last one still needs a place.
 std::vector<Order> connectChoices() {
   Order place;
   place.kind = Order::Kind::ConnectToPlace;
@@ -87,7 +87,7 @@ void eraseLast(std::string& text) {
 
 }  // namespace
 
-bool Hands::press(int key, const Picture& picture, int selected) {
+bool Dialogs::press(int key, const Picture& picture, int selected) {
   if (step == Step::Closed) return open(key, picture, selected);
   if (key == kOther) return true;
   if (key == kEscape || step == Step::Help || (key == 'q' && step != Step::Search)) {
@@ -103,7 +103,7 @@ bool Hands::press(int key, const Picture& picture, int selected) {
   return true;
 }
 
-bool Hands::open(int key, const Picture& picture, int selected) {
+bool Dialogs::open(int key, const Picture& picture, int selected) {
   if (key == '?') {
     step = Step::Help;
     return true;
@@ -127,19 +127,19 @@ bool Hands::open(int key, const Picture& picture, int selected) {
   return true;
 }
 
-void Hands::openMenu(const std::string& title, std::vector<Order> choices) {
+void Dialogs::openMenu(const std::string& title, std::vector<Order> choices) {
   menuTitle = title;
   menu = std::move(choices);
   chosen = 0;
   step = Step::Menu;
 }
 
-void Hands::ask(const Order& order) {
+void Dialogs::ask(const Order& order) {
   asked = order;
   step = Step::Confirm;
 }
 
-void Hands::pressInMenu(int key) {
+void Dialogs::pressInMenu(int key) {
   moveChoice(key, menu.size());
   if (key != kEnter) return;
   const Order& order = menu[chosen];
@@ -150,7 +150,7 @@ void Hands::pressInMenu(int key) {
   needsDirectory = true;
 }
 
-void Hands::pressInSearch(int key, const Picture& picture) {
+void Dialogs::pressInSearch(int key, const Picture& picture) {
   const Places places = found(picture);
   moveChoice(key, places.size());
   if (key == kEnter && chosen < places.size()) {
@@ -168,7 +168,7 @@ void Hands::pressInSearch(int key, const Picture& picture) {
   }
 }
 
-Hands::Places Hands::found(const Picture& picture) const {
+Dialogs::Places Dialogs::found(const Picture& picture) const {
   Places places;
   if (!picture.places) return places;
   for (const Place& place : *picture.places) {
@@ -177,7 +177,7 @@ Hands::Places Hands::found(const Picture& picture) const {
   return places;
 }
 
-void Hands::moveChoice(int key, std::size_t count) {
+void Dialogs::moveChoice(int key, std::size_t count) {
   constexpr std::size_t kPage = 10;
   const std::size_t distance = key == kPageUp || key == kPageDown ? kPage : 1;
   if (key == kUp || key == kPageUp) chosen -= std::min(chosen, distance);
@@ -185,7 +185,7 @@ void Hands::moveChoice(int key, std::size_t count) {
   chosen = std::min(chosen, count > 0 ? count - 1 : 0);
 }
 
-std::optional<Dialog> Hands::dialog(const Picture& picture) const {
+std::optional<Dialog> Dialogs::dialog(const Picture& picture) const {
   Dialog shown;
   switch (step) {
     case Step::Closed:

@@ -1,4 +1,4 @@
-// What the keys can change at the daemon: dialogs that choose, ask for confirmation, and yield an order.
+// The dialogs that change the daemon: they let the user choose, ask for confirmation, and return an order.
 #pragma once
 
 #include <optional>
@@ -10,7 +10,7 @@
 
 namespace zephtop {
 
-/// A change to ask the daemon for. Only the fields of its kind have a meaning.
+/// A requested change of the daemon. Only the fields of its kind are valid.
 struct Order {
   enum class Kind { Connect, ConnectToPlace, Disconnect, SetMode, SetPriority };
   Kind kind{};
@@ -22,29 +22,30 @@ struct Order {
   std::string adapterID;
 };
 
-/// A dialog as the view draws it.
+/// The contents of a dialog, for the view.
 struct Dialog {
   std::string title;
   std::vector<std::string> lines;
-  int chosen = -1;  ///< index of the marked line; -1 for none
+  int chosen = -1;  ///< index of the highlighted line; -1 for none
   std::string hint;
 };
 
-/// The dialogs that keys open. Without a terminal, so that tests can press the keys.
-class Hands {
+/// Handles the keys of the dialogs. Independent of the terminal, so that tests can send keys.
+class Dialogs {
  public:
-  explicit Hands(bool forReadOnly) : readOnly(forReadOnly) {}
+  explicit Dialogs(bool forReadOnly) : readOnly(forReadOnly) {}
 
-  /// False if the key is not for a dialog. `selected` is the index of an adapter of the picture.
+  /// Handles a key. Returns false if the key does not belong to a dialog. `selected` is the index of an adapter in the
+  /// picture.
   bool press(int key, const Picture& picture, int selected);
 
-  /// The open dialog.
+  /// Returns the open dialog, if any.
   std::optional<Dialog> dialog(const Picture& picture) const;
 
-  /// The order that was confirmed since the last call.
+  /// Returns the order that was confirmed since the last call, if any.
   std::optional<Order> takeOrder() { return std::exchange(confirmed, std::nullopt); }
 
-  /// Whether the directory has become necessary since the last call.
+  /// Returns whether a dialog has required the directory since the last call.
   bool takeDirectoryRequest() { return std::exchange(needsDirectory, false); }
 
  private:
