@@ -3,8 +3,10 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <initializer_list>
 #include <string>
 #include <thread>
 
@@ -33,6 +35,30 @@ TEST(Console, WaitsUntilANonBlockingPipeAcceptsMore) {
   writer.join();
   close(ends[0]);
   EXPECT_EQ(read.size(), text.size());
+}
+
+/// In a child process, with these standard descriptors closed: prepareConsole() opens them and no other descriptor.
+void checkClosedStreams(std::initializer_list<int> closed) {
+  const pid_t child = fork();
+  if (child == 0) {
+    const int unused = dup(STDERR_FILENO);
+    close(unused);
+    for (const int descriptor : closed) close(descriptor);
+    int none = 0;
+    char** arguments = nullptr;
+    zephlinksdk::prepareConsole(none, arguments);
+    bool right = true;
+    for (int standard = 0; standard <= 2; ++standard) right = right && fcntl(standard, F_GETFD) >= 0;
+    right = right && open("/dev/null", O_RDONLY) == unused;
+    _exit(right ? 0 : 1);
+  }
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+}
+
+TEST(Console, OpensClosedStandardStreamsAndNothingElse) {
+  for (const auto closed : {std::initializer_list<int>{}, {0}, {1}, {2}, {0, 1, 2}}) checkClosedStreams(closed);
 }
 
 }  // namespace

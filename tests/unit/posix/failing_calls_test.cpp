@@ -1,0 +1,93 @@
+// System calls that fail once, in places where only the caller notices: this program's own recv() and tcsetattr()
+// replace those of the C library.
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <pty.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <optional>
+#include <string>
+
+#include "platform/terminal.h"
+#include "sdk/link/websocket_client.h"
+#include "tests/scripted_daemon.h"
+
+namespace {
+
+/// What the next recv() of this thread returns that consumes bytes; -1 sets `errno` to EIO.
+thread_local std::optional<ssize_t> nextReceived;
+
+/// How many calls of tcsetattr() are interrupted by a signal.
+int interruptions = 0;
+
+template <class Function>
+Function* realFunction(const char* name) {
+  return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
+
+}  // namespace
+
+extern "C" {
+ssize_t recv(int descriptor, void* data, std::size_t size, int flags) {
+  static auto* const real = realFunction<ssize_t(int, void*, std::size_t, int)>("recv");
+  if ((flags & MSG_PEEK) != 0 || !nextReceived) return real(descriptor, data, size, flags);
+  const ssize_t result = *nextReceived;
+  nextReceived.reset();
+  errno = EIO;
+  return result;
+}
+
+int tcsetattr(int descriptor, int actions, const termios* mode) noexcept {
+  static auto* const real = realFunction<int(int, int, const termios*)>("tcsetattr");
+  if (interruptions == 0) return real(descriptor, actions, mode);
+  --interruptions;
+  errno = EINTR;
+  return -1;
+}
+}
+
+namespace tests {
+namespace {
+
+bool echoes(int terminal) {
+  termios mode = {};
+  tcgetattr(terminal, &mode);
+  return (mode.c_lflag & ECHO) != 0;
+}
+
+TEST(FailingCalls, EndAHandshakeWhoseBytesCannotBeTaken) {
+  for (const ssize_t result : {ssize_t{-1}, ssize_t{0}}) {
+    ScriptedDaemon daemon;
+    nextReceived = result;
+    const std::string url = "ws://127.0.0.1:" + std::to_string(daemon.port()) + "/";
+    EXPECT_EQ(zephlinksdk::WebSocketClient::fromUrl(url, ""), nullptr) << result;
+    EXPECT_FALSE(nextReceived) << "recv() was not called";
+  }
+}
+
+TEST(FailingCalls, AreRepeatedWhenASignalInterruptsTheTerminal) {
+  int master = -1;
+  const pid_t child = forkpty(&master, nullptr, nullptr, nullptr);
+  if (child == 0) {
+    bool right = echoes(STDIN_FILENO);
+    {
+      interruptions = 2;
+      const zephlinksdk::HiddenInput input;
+      right = right && interruptions == 0 && !echoes(STDIN_FILENO);
+      interruptions = 2;
+    }
+    right = right && interruptions == 0 && echoes(STDIN_FILENO);
+    _exit(right ? 0 : 1);
+  }
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  close(master);
+  EXPECT_EQ(status, 0);
+}
+
+}  // namespace
+}  // namespace tests
