@@ -133,6 +133,11 @@ TEST_F(ZephtopScreen, ScrollsTwentyFiveAdapters) {
   EXPECT_TRUE(terminal.shows("-25 of 25"));
   terminal.press("-N 24 Up");
   EXPECT_TRUE(terminal.shows("adapters 1-"));
+  // The bytes of one step of the mouse wheel, down and up.
+  terminal.press("-H -N 24 1b 5b 4d 61 26 26");
+  EXPECT_TRUE(terminal.shows("● Adapter 25"));
+  terminal.press("-H -N 24 1b 5b 4d 60 26 26");
+  EXPECT_TRUE(terminal.shows("adapters 1-"));
 }
 
 TEST_F(ZephtopScreen, AsksBeforeAChangeAndShowsTheRefusal) {
