@@ -25,14 +25,21 @@ def fail(text):
 
 
 def read_families():
-    """The families of docs/commands.toml; each action has its name, without arguments, and the names of its outputs."""
+    """The families of docs/commands.toml; each action has its names, without arguments, and those of its outputs."""
     families = tomllib.loads((ROOT / "docs/commands.toml").read_text())["family"]
     for family in families:
         for action in family["action"]:
-            action["name"] = re.split(r" [<\[]", action.get("usage") or action["form"])[0]
+            name = re.split(r" [<\[]", action.get("usage") or action["form"])[0]
+            action["names"] = [name, *action.get("also", [])]
             prints = action.get("prints", family["prints"])
             action["prints"] = [prints] if isinstance(prints, str) else prints
     return families
+
+
+def printed(families):
+    """The names of the outputs of each action that prints JSON."""
+    actions = [action for family in families for action in family["action"] if action["prints"]]
+    return {name: action["prints"] for action in actions for name in action["names"]}
 
 
 class Headers:
@@ -148,12 +155,12 @@ class Table:
     # ---- Schemas ----
 
     def describe(self, entry):
-        """What a schema says about an entry in words."""
+        """What a schema says about an entry in words, without markup."""
         parts = [entry["about"]] if "about" in entry else []
         if "unit" in entry:
             parts.append("unit: defined by the daemon" if entry["unit"] == "daemon's" else f"unit: {entry['unit']}")
         parts += [f"{value or 'empty'}: {meaning}" for value, meaning in entry.get("sentinels", {}).items()]
-        return "; ".join(parts).replace("`", "")
+        return re.sub(r"\[(.*?)\]\(.*?\)", r"\1", "; ".join(parts)).replace("`", "")
 
     def schema(self, entry):
         make = getattr(self, f"_{entry['type']}", self._integer)
@@ -239,9 +246,7 @@ class Table:
     def outputs(self, families):
         """The outputs of each schema, by the name of its file: every record, every stream, every action."""
         outputs = {name: [name] for name in (*self.records, *self.streams)}
-        for family in families:
-            for action in family["action"]:
-                name = action["name"].replace(" ", "-")
-                if action["prints"] and outputs.setdefault(name, action["prints"]) != action["prints"]:
-                    fail(f"the action {action['name']} prints {action['prints']} and has the name of another output")
+        for name, prints in printed(families).items():
+            if outputs.setdefault(name.replace(" ", "-"), prints) != prints:
+                fail(f"the action {name} prints {prints} and has the name of another output")
         return outputs
