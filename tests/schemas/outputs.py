@@ -121,7 +121,7 @@ class Coverage:
         """Returns whether the value matches the schema of that name."""
         error = best_match(self.validators[schema].iter_errors(value))
         if error is not None:
-            self.fault(f"{where}: does not match {schema}.json at {error.json_path}: {error.message}")
+            self.fault(f"{where}: does not match {schema}.json at {error.json_path}: {error.message[:300]}")
             return False
         self.count(f"{schema}.json")
         return True
