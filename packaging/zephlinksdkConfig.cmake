@@ -15,7 +15,7 @@ if("static" IN_LIST zephlinksdk_wanted)
   if(Threads_FOUND AND jsoncpp_FOUND)
     include(${CMAKE_CURRENT_LIST_DIR}/zephlinksdk-static.cmake OPTIONAL RESULT_VARIABLE zephlinksdk_static_FOUND)
   elseif(NOT zephlinksdk_FIND_QUIETLY)
-    message(STATUS "zephlinksdk: the static library is left out: jsoncpp or Threads was not found")
+    message(STATUS "zephlinksdk: the static library is not available: jsoncpp or Threads was not found")
   endif()
 endif()
 

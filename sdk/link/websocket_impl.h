@@ -23,7 +23,7 @@
 namespace zephlinksdk {
 
 /// Owns the thread, the connection, the table and the queue of texts. Handlers run on the channel thread. Lock order:
-/// `linkMutex`, then the table's mutex or `sendMutex`. While a handler runs, only `linkMutex` is locked.
+/// `linkMutex`, then the table's mutex or `sendMutex`. While a handler runs, only `linkMutex` of these is locked.
 class WebsocketImpl {
  public:
   using ExpectedEvent = zephlinksdk::ExpectedEvent;
