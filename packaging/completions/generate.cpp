@@ -1,155 +1,153 @@
-// Writes a shell's completion from its template: replaces the line "@RULES@" by rules generated from the usage texts.
-// With --usages, prints these texts: for each action and subcommand its path, a tab, and its usage text.
-//
-// A rule is a line of slots, one for each argument. A slot is a list of alternatives separated by "|": "*" is any
-// argument, "@adapters", "@countries", ... are values that the daemon knows. A "+" after the last slot repeats it.
+// Writes a shell's completion from its template: TEMPLATE OUTPUT TABLE LISTED. Replaces the line "@RULES@" by the rules
+// (see rules.h) of all actions, "@SENTENCES@" by their sentences in TABLE (docs/commands.toml), and "@LISTED@" by the
+// file LISTED. With --usages, prints for each action and subcommand its path, a tab, and its usage text.
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "cli/actions.h"
-#include "cli/usage.h"
+#include "packaging/completions/action_table.h"
+#include "packaging/completions/rules.h"
+
+namespace completions {
 
 namespace {
 
-using Rule = std::vector<std::string>;
-using Rules = std::vector<Rule>;
+/// The words of an action, and its sentence.
+using Sentences = std::map<std::string, std::string>;
 
-struct LiveValue {
-  std::string_view placeholder;
-  const char* slot;
-};
-
-constexpr LiveValue kLiveValues[] = {
-    {"adapter id", "@adapters"}, {"country", "@countries"}, {"city", "@cities"},
-    {"number", "@numbers"},      {"tag", "@tags"},          {"peer uuid", "@peers"},
-    {"filepath", "@files"},
-};
-
-constexpr std::string_view kOpening = "<[(";
-constexpr std::string_view kClosing = ">])";
-
-bool isOpening(char letter) { return kOpening.find(letter) != std::string_view::npos; }
-bool isClosing(char letter) { return kClosing.find(letter) != std::string_view::npos; }
-
-std::string_view trimmed(std::string_view text) {
-  while (text.starts_with(' ')) text.remove_prefix(1);
-  while (text.ends_with(' ')) text.remove_suffix(1);
-  return text;
-}
-
-/// Splits a text at separators outside of all brackets. Omits empty pieces.
-std::vector<std::string_view> split(std::string_view text, char separator) {
-  std::vector<std::string_view> pieces;
-  int depth = 0;
-  std::size_t start = 0;
-  for (std::size_t i = 0; i <= text.size(); ++i) {
-    if (i < text.size() && isOpening(text[i])) ++depth;
-    if (i < text.size() && isClosing(text[i])) --depth;
-    if (i < text.size() && (depth > 0 || text[i] != separator)) continue;
-    const std::string_view piece = trimmed(text.substr(start, i - start));
-    if (!piece.empty()) pieces.push_back(piece);
-    start = i + 1;
-  }
-  return pieces;
-}
-
-bool isWord(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char letter) {
-    return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '-' || letter == '_';
-  });
-}
-
-std::string placeholder(std::string_view name) {
-  for (const LiveValue& value : kLiveValues) {
-    if (value.placeholder == name) return value.slot;
-  }
-  return "*";
-}
-
-Rules sequence(std::string_view text, bool nested);
-
-/// Returns the rules of the text within brackets. A single word is a placeholder, unless it is an optional choice.
-Rules group(std::string_view text, bool singleIsWord) {
-  const auto alternatives = split(text, '|');
-  std::string slot;
-  Rules rules;
-  const auto add = [&slot](const std::string& word) { slot += (slot.empty() ? "" : "|") + word; };
-  for (const std::string_view alternative : alternatives) {
-    if (const auto open = alternative.find('('); open != std::string_view::npos) {
-      const std::string_view choice = alternative.substr(open + 1, alternative.find(')') - open - 1);
-      for (const std::string_view word : split(choice, '|')) add(std::string(word));
-    } else if (isOpening(alternative.front())) {
-      for (const Rule& rule : sequence(alternative, true)) {
-        rule.size() == 1 && !rule[0].ends_with('+') ? add(rule[0]) : rules.push_back(rule);
-      }
-    } else {
-      const bool literal = isWord(alternative) && (alternatives.size() > 1 || singleIsWord);
-      add(literal ? std::string(alternative) : placeholder(alternative));
-    }
-  }
-  if (!slot.empty()) rules.insert(rules.begin(), Rule{slot});
-  return rules;
-}
-
-/// Returns the rules of one word of a usage text, or of brackets.
-Rules item(std::string_view text, bool nested) {
-  if (!isOpening(text.front())) return group(text, true);
-  Rules rules = group(text.substr(1, text.size() - 2), nested && text.front() == '[');
-  // An optional placeholder keeps its slot; an optional choice may be omitted.
-  if (text.front() == '[' && rules[0][0] != "*") rules.emplace_back();
-  return rules;
-}
-
-void repeat(Rules& rules) {
-  for (Rule& rule : rules) {
-    if (!rule.empty()) rule.back() += '+';
-  }
-}
-
-Rules sequence(std::string_view text, bool nested) {
-  Rules rules{{}};
-  const auto items = split(text, ' ');
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    if (items[i] == "...") continue;
-    Rules next = item(items[i], nested);
-    if (i + 1 < items.size() && items[i + 1] == "...") repeat(next);
-    Rules joined;
-    for (const Rule& head : rules) {
-      for (const Rule& tail : next) {
-        joined.push_back(head);
-        joined.back().insert(joined.back().end(), tail.begin(), tail.end());
-      }
-    }
-    rules = std::move(joined);
-  }
-  return rules;
-}
-
-std::string rulesText() {
-  std::set<std::string> lines;
-  const auto add = [&lines](const char* usage) {
-    for (const Rule& rule : sequence(usage, false)) {
-      std::string line;
-      for (const std::string& slot : rule) line += (line.empty() ? "" : " ") + slot;
-      lines.insert(line);
-    }
-  };
-  for (const char* path : cli::kListedActions) add(cli::usageOf(path));
-  // Add all other actions that have a handler. A text with subcommands only repeats their texts.
-  cli::forEachAction([&add](const std::string&, const cli::Action& action, const char* usage) {
-    if (usage != nullptr && action.subcommands == nullptr) add(usage);
-  });
+std::string joined(const std::vector<std::string>& words) {
   std::string text;
-  for (const std::string& line : lines) text += line + "\n";
+  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
   return text;
+}
+
+std::vector<std::string> formsOf(const Entry& entry) {
+  std::vector<std::string> forms = entry.otherForms;
+  forms.push_back(entry.form);
+  return forms;
+}
+
+std::set<std::string> ruleLines(const std::vector<Entry>& entries) {
+  std::set<std::string> lines;
+  for (const Entry& entry : entries) {
+    // The usage text of a head only repeats what those of its subcommands say.
+    if (entry.isHead) continue;
+    for (const std::string& form : formsOf(entry)) {
+      for (const Rule& rule : rulesOf(form)) lines.insert(joined(rule));
+    }
+  }
+  return lines;
+}
+
+/// The words that begin a rule, one combination for each of the choices: "a b|c" gives "a b" and "a c".
+std::vector<std::string> namesOf(const Rule& rule, std::size_t length) {
+  std::vector<std::string> names{""};
+  for (const std::string& slot : Rule(rule.begin(), rule.begin() + static_cast<std::ptrdiff_t>(length))) {
+    std::vector<std::string> longer;
+    for (const std::string& name : names) {
+      for (const std::string& word : wordsOf(slot)) longer.push_back(name + (name.empty() ? "" : " ") + word);
+    }
+    names = std::move(longer);
+  }
+  return names;
+}
+
+/// Those of an action and of its other forms.
+void addSentences(const Entry& entry, Sentences& sentences) {
+  for (const std::string& form : formsOf(entry)) {
+    const std::size_t length = form == entry.form ? entry.nameLength : plainWords(form);
+    for (const Rule& rule : rulesOf(form)) {
+      if (rule.size() < length) continue;
+      for (const std::string& name : namesOf(rule, length)) sentences.emplace(name, entry.sentence);
+    }
+  }
+}
+
+/// A word with a single action below it has the sentence of that action, if it has none itself.
+void addOnlyChildren(Sentences& sentences) {
+  std::map<std::string, std::set<std::string>> below;
+  for (const auto& [name, sentence] : sentences) {
+    for (std::size_t space = name.find(' '); space != std::string::npos; space = name.find(' ', space + 1)) {
+      below[name.substr(0, space)].insert(sentence);
+    }
+  }
+  for (const auto& [name, texts] : below) {
+    if (texts.size() == 1) sentences.emplace(name, *texts.begin());
+  }
+}
+
+Sentences sentencesOf(const std::vector<Entry>& entries) {
+  Sentences sentences;
+  for (const Entry& entry : entries) addSentences(entry, sentences);
+  addOnlyChildren(sentences);
+  return sentences;
+}
+
+bool beginsWith(const std::string& line, const std::vector<std::string>& words) {
+  const Rule rule = slotsOf(line);
+  if (rule.size() < words.size()) return false;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const auto choice = wordsOf(rule[i]);
+    if (std::find(choice.begin(), choice.end(), words[i]) == choice.end()) return false;
+  }
+  return true;
+}
+
+/// Everything that the program does must be offered, and every word that leads to an action must have a sentence.
+void checkComplete(const std::set<std::string>& rules, const Sentences& sentences) {
+  cli::forEachAction([&](const std::string& path, const cli::Action&, const char*) {
+    const auto offers = [&path](const std::string& line) { return beginsWith(line, slotsOf(path)); };
+    if (std::none_of(rules.begin(), rules.end(), offers)) fail("the table of actions lacks \"" + path + "\"");
+    const auto below = sentences.lower_bound(path + " ");
+    const bool leadsToActions = below != sentences.end() && below->first.starts_with(path + " ");
+    if (leadsToActions && !sentences.contains(path)) fail("the table of actions has no head for \"" + path + "\"");
+  });
+}
+
+std::string text(const std::set<std::string>& rules) {
+  std::string lines;
+  for (const std::string& rule : rules) lines += rule + "\n";
+  return lines;
+}
+
+/// A line each: words, a tab, the sentence. For a text in single quotes of any of the shells.
+std::string text(const Sentences& sentences) {
+  std::string lines;
+  for (const auto& [name, sentence] : sentences) {
+    lines += name + "\t";
+    for (const char letter : sentence) lines += letter == '\'' ? "'\\''" : std::string(1, letter);
+    lines += "\n";
+  }
+  return lines;
+}
+
+std::string contents(const char* path) {
+  std::ifstream file(path);
+  std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  if (text.empty()) fail(std::string("cannot read ") + path);
+  return text;
+}
+
+std::string filledIn(std::string page, const std::map<std::string, std::string>& marks) {
+  for (const auto& [mark, text] : marks) {
+    if (const auto found = page.find(mark); found != std::string::npos) page.replace(found, mark.size(), text);
+  }
+  return page;
+}
+
+void write(const char* path, const std::string& text) {
+  std::ofstream output(path);
+  output << text;
+  output.close();
+  if (!output) fail(std::string("cannot write ") + path);
 }
 
 void printUsages() {
@@ -160,25 +158,20 @@ void printUsages() {
 
 }  // namespace
 
+}  // namespace completions
+
 int main(int argc, char** argv) {
+  using namespace completions;
   if (argc == 2 && std::string_view(argv[1]) == "--usages") {
     printUsages();
     return EXIT_SUCCESS;
   }
-  if (argc != 3) {
-    std::cerr << "usage: completions TEMPLATE OUTPUT | --usages\n";
-    return EXIT_FAILURE;
-  }
-  std::ifstream input(argv[1]);
-  std::string text((std::istreambuf_iterator<char>(input)), std::istreambuf_iterator<char>());
-  constexpr std::string_view kMark = "@RULES@\n";
-  const auto mark = text.find(kMark);
-  if (mark == std::string::npos) {
-    std::cerr << argv[1] << ": no line of " << kMark;
-    return EXIT_FAILURE;
-  }
-  std::ofstream output(argv[2]);
-  output << text.replace(mark, kMark.size(), rulesText());
-  output.close();
-  return output ? EXIT_SUCCESS : EXIT_FAILURE;
+  if (argc != 5) fail("arguments: TEMPLATE OUTPUT TABLE LISTED | --usages");
+  const auto entries = readActionTable(argv[3]);
+  const auto rules = ruleLines(entries);
+  const auto sentences = sentencesOf(entries);
+  checkComplete(rules, sentences);
+  write(argv[2],
+        filledIn(contents(argv[1]),
+                 {{"@RULES@\n", text(rules)}, {"@SENTENCES@\n", text(sentences)}, {"@LISTED@\n", contents(argv[4])}}));
 }

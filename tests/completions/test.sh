@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Tests the completions in the real shells with the simulated daemon: tests/completions/test.sh DIRECTORY ZEPHCTL
 # ZEPHSIM. The directory contains the completions. Exits with status 77 if a shell is missing and the others pass.
-# shellcheck disable=SC2317  # the functions of the shells are called by composed names
+# shellcheck disable=SC2317,SC2329  # the functions of the shells are called by composed names
 set -euo pipefail
 directory=$(realpath "$1")
 here=$(realpath "$(dirname "$0")")
@@ -34,8 +34,13 @@ complete_bash() {
 complete_zsh() { timeout "$limit" zsh -f "$here/complete.zsh" "$directory" "$work/zsh" "$1"; }
 complete_fish() {
   # shellcheck disable=SC2016
-  timeout "$limit" fish --no-config -c 'source $argv[1]/zephctl.fish; complete -C $argv[2]' "$directory" "$1" | cut -f1
+  timeout "$limit" fish --no-config -c 'source $argv[1]/zephctl.fish; complete -C $argv[2]' "$directory" "$1" |
+    cut -f"${2:-1}"
 }
+
+# describe_SHELL LINE prints the same with sentences: WORD: SENTENCE. bash has none.
+describe_zsh() { timeout "$limit" zsh -f "$here/complete.zsh" "$directory" "$work/zsh" "$1" displays | sed 's/ *-- /: /'; }
+describe_fish() { complete_fish "$1" 1,2 | sed 's/\t/: /'; }
 
 # Each line is completed with "zephctl" in front; two blanks before the "=" start a new word. The words after the "="
 # are the expected matches, sorted.
@@ -54,9 +59,18 @@ firewall mode  = allowlist denylist off
 firewall ports  = add rem set
 networksharing set a = alwaysOnDiscovery autoPairBehavior
 safebrowsing st = start stats stop
+esni  = off on
+show c = cities connectmethod countries currentserver
+show f = firewall
+show l = localproxy logsettings
 show s = servers settings speedtest streaming streamingbypass
 show state  =
+stats  = -1 historic
+stats -1  = current day month networksharing total week
+stats 5 day  = current day month networksharing total week
 stats 5 networksharing day w = week
+networksharing set s = sameUserAutoPair
+streaming domains add  =
 log report ann@example.com slow no = notes.txt
 log daemon 1 2 3  = error info verbose warn
 -p $live adapter priority  = eth0 share0 wlan0 wwan0
@@ -71,9 +85,37 @@ log daemon 1 2 3  = error info verbose warn
 -p $live connectmethod j = jp
 -p $live networksharing peer request  = c1d7b3a0-0f6e-4b59-a2c8-31e5f7094d01
 -p $live networksharing set peer allowhost c1 = c1d7b3a0-0f6e-4b59-a2c8-31e5f7094d01
+-p $live streamingbypass service  = Bank Films Music disable enable
+-p $live streamingbypass service Ba = Bank
+-p $live streamingbypass domains rem  =
+-p $live streaming domains rem  = meet.example.org video.example.com
+-p $live streaming domains rem video.example.com m = meet.example.org
+-p $live streaming ports rem 34 = 3478-3481/udp
 -p $silent adapter priority  =
--p $silent connect  = closest last p2p private public
+-p $silent connect  = closest ignorelast last p2p private proxy public
+-p $silent streaming domains rem  =
 -p $dead networksharing reconnect  =
+END
+}
+
+# Each line is completed in the same way. The lines after it, which begin with a tab, are the expected matches.
+described_cases() {
+  cat <<END
+j
+	jumbo: Switches jumbo packets
+da
+	daemon: Ends the daemon
+adapter datalimit 
+	daily: Limits the data of an adapter in a day
+	dailyboost: Adds to the data limit of an adapter for today
+	monthly: Limits the data of an adapter in a month
+networksharing set h
+	host: Switches this machine's role in network sharing
+show fire
+	firewall: Shows the firewall's mode and lists
+mode s
+	speed
+	streaming
 END
 }
 
@@ -87,6 +129,18 @@ start_simulator
 dead=$port
 kill "${simulators[-1]}"
 wait "${simulators[-1]}" || true
+
+# check_sentences SHELL: tests all lines of described_cases in one shell.
+check_sentences() {
+  local limit=10 wanted offered line
+  declare -F "describe_$1" >/dev/null || return 0
+  wanted=$(described_cases)
+  offered=$(grep -v $'^\t' <<<"$wanted" | while IFS= read -r line; do
+    echo "$line"
+    "describe_$1" "zephctl $line" </dev/null | sed '/^$/d' | LC_ALL=C sort -u | sed 's/^/\t/'
+  done)
+  diff -u --label "$1 should show" <(echo "$wanted") --label "$1 shows" <(echo "$offered")
+}
 
 # check_shell SHELL: tests all lines in one shell.
 check_shell() {
@@ -111,6 +165,7 @@ check_shell() {
     fi
   done < <(cases)
   echo "$1: $count lines completed"
+  check_sentences "$1" || status=1
   return "$status"
 }
 
