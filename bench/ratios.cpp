@@ -129,7 +129,7 @@ void printRatios() {
   const Installed installed;
   printStarts(installed);
   printDirectory(installed);
-  for (const std::size_t megabytes : {10, 20, 40, 80}) printBurst(installed, megabytes * kMegabyte);
+  for (const std::size_t megabytes : {10U, 20U, 40U, 80U}) printBurst(installed, megabytes * kMegabyte);
 }
 
 }  // namespace bench

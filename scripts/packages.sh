@@ -1,43 +1,165 @@
-# Sourced by the other scripts: which Debian packages each need takes, and how they get onto the machine.
+# Sourced by the other scripts: which tools each need takes, how they are found, and which Debian packages contain them.
 # shellcheck shell=bash
 
-declare -A debian_packages=(
-  [user]="g++ cmake ninja-build libjsoncpp-dev libc-ares-dev"
-  [build]="g++ cmake ninja-build libjsoncpp-dev libc-ares-dev libboost-dev libgtest-dev libgmock-dev libbenchmark-dev libncurses-dev prometheus-cpp-dev"
-  [scripts]="python3"
-  [peers]="python3-websockets gcc libwebsockets-dev"
-  [exporter]="prometheus systemd"
-  [npm]="nodejs npm"
-  [fuzz]="clang libclang-rt-dev"
-  [lint]="git clang-format clang-tidy shellcheck"
-  [test]="python3 python3-jsonschema groff-base zsh fish tmux"
-  [package]="file pkgconf"
-  [python]="python3-dev python3-cffi python3-setuptools python3-wheel python3-pip python3-pytest mypy pkgconf"
-  [sources]="dpkg-dev patch"
-  [docs]="doxygen"
-  [abi]="abigail-tools"
-  [windows]="g++-mingw-w64-x86-64-posix wine wine64 unzip"
-)
+# Debian's Python modules are those of Debian's Python, which may not be the first in PATH.
+python=/usr/bin/python3
+[[ -x $python ]] || python=python3
 
-# need_packages NEED... installs what these needs lack, or names it and ends the script.
-need_packages() {
-  local need package missing=()
-  for need in "$@"; do
-    for package in ${debian_packages[$need]}; do
-      dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
-    done
+# Needs, kind of probe, what is looked for (one of several, separated by "|"), Debian packages.
+#   command  a program in PATH
+#   header   a header that the C++ compiler finds
+#   python   a module or a C header of $python
+#   runtime  the sanitizers of a clang
+tools='
+user,build         command  c++                            g++
+user,build         command  cc                             gcc
+user,build         command  cmake                          cmake
+user,build         command  ninja|ninja-build              ninja-build
+user,build         header   json/json.h|jsoncpp/json/json.h  libjsoncpp-dev
+user,build         header   ares.h                         libc-ares-dev
+build              header   boost/beast.hpp                libboost-dev
+build              header   gtest/gtest.h                  libgtest-dev
+build              header   gmock/gmock.h                  libgmock-dev
+build              header   benchmark/benchmark.h          libbenchmark-dev
+build              header   curses.h                       libncurses-dev
+build              header   prometheus/registry.h          prometheus-cpp-dev
+scripts,test       command  python3                        python3
+sources            command  apt-get                        apt
+sources            command  dpkg-source                    dpkg-dev
+sources            command  patch                          patch
+clang,fuzz,lint    command  clang                          clang
+clang,fuzz,lint    command  clang++                        clang
+fuzz               runtime  compiler-rt                    libclang-rt-dev
+lint               command  gcc                            gcc
+lint               command  git                            git
+lint               command  clang-format                   clang-format
+lint               command  clang-tidy                     clang-tidy
+lint               command  run-clang-tidy                 clang-tidy
+lint               command  shellcheck                     shellcheck
+test               python   jsonschema                     python3-jsonschema
+test               command  groff                          groff-base
+test               command  mandoc                         mandoc
+test               command  awk                            mawk
+test               command  zsh                            zsh
+test               command  fish                           fish
+test               command  tmux                           tmux
+package            command  dpkg-shlibdeps                 dpkg-dev
+package            command  file                           file
+package            command  pkgconf                        pkgconf
+python             command  mypy                           mypy
+python             command  pkgconf                        pkgconf
+python             python   Python.h                       python3-dev
+python             python   cffi                           python3-cffi
+python             python   pip                            python3-pip
+python             python   pytest                         python3-pytest
+python             python   setuptools                     python3-setuptools
+python             python   wheel                          python3-wheel
+peers              command  gcc                            gcc
+peers              command  node                           nodejs
+peers              command  npm                            npm
+peers              python   websockets                     python3-websockets
+peers              header   libwebsockets.h                libwebsockets-dev
+exporter           command  prometheus                     prometheus
+exporter           command  promtool                       prometheus
+exporter           command  systemd-analyze                systemd
+docs               command  doxygen                        doxygen
+abi                command  abidw                          abigail-tools
+windows            command  x86_64-w64-mingw32-g++-posix   g++-mingw-w64-x86-64-posix
+windows            command  wine                           wine wine64
+windows            command  unzip                          unzip
+'
+
+# is_needed NEEDS NEED...: whether one of the needs is in the list.
+is_needed() {
+  local need
+  for need in "${@:2}"; do
+    if [[ ,$1, == *",$need,"* ]]; then return 0; fi
   done
-  [[ ${#missing[@]} -gt 0 ]] || return 0
+  return 1
+}
 
-  local as_root=()
-  if [[ $(id -u) -ne 0 ]]; then as_root=(sudo); fi
-  if command -v apt-get "${as_root[@]}" >/dev/null; then
-    echo "Installing the Debian packages ${missing[*]}" >&2
-    as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -q -y)
-    if "${as_root[@]}" update >&2 && "${as_root[@]}" install --no-install-recommends "${missing[@]}" >&2; then
-      return 0
-    fi
+# has_command NAMES: whether one of the programs is in PATH.
+has_command() {
+  local name
+  for name in ${1//|/ }; do
+    if command -v "$name" >/dev/null; then return 0; fi
+  done
+  return 1
+}
+
+# missing_tools NEED... prints a line for each tool that is not found: its names, a blank, its Debian packages.
+missing_tools() {
+  local needs kind names package headers='' header_lines='' modules='' module_lines=''
+  while read -r needs kind names package; do
+    is_needed "$needs" "$@" || continue
+    case $kind in
+      command) has_command "$names" || echo "$names $package" ;;
+      runtime) [[ -e $(clang --rtlib=compiler-rt -print-libgcc-file-name 2>/dev/null) ]] || echo "$names $package" ;;
+      # The compiler and Python are asked once, for all.
+      header)
+        headers+="#if !(__has_include(<${names//|/>) || __has_include(<}>))"$'\n'"$names $package"$'\n#endif\n'
+        header_lines+="$names $package"$'\n'
+        ;;
+      python)
+        modules+="$names "
+        module_lines+="$names $package"$'\n'
+        ;;
+    esac
+  done <<<"$tools"
+  if [[ -n $headers ]]; then
+    c++ -E -P -x c++ - <<<"$headers" 2>/dev/null || printf '%s' "$header_lines"
   fi
-  echo "These Debian packages are lacking and could not be installed: ${missing[*]}" >&2
+  if [[ -n $modules ]]; then missing_modules "$modules" "$module_lines"; fi
+}
+
+# missing_modules MODULES LINES prints the lines of those modules and C headers that Python does not have.
+missing_modules() {
+  local found line
+  # shellcheck disable=SC2086
+  found=$("$python" -c '
+import importlib.util, os, sys, sysconfig
+for name in sys.argv[1:]:
+    if name.endswith(".h"):
+        found = os.path.exists(os.path.join(sysconfig.get_path("include"), name))
+    else:
+        found = importlib.util.find_spec(name)
+    if found:
+        print(name)' $1 2>/dev/null) || found=
+  while read -r line; do
+    grep -qxF -- "${line%% *}" <<<"$found" || echo "$line"
+  done <<<"${2%$'\n'}"
+}
+
+# install_packages PACKAGE...: false if it is not allowed, or does not succeed.
+install_packages() {
+  local as_root=()
+  command -v apt-get >/dev/null || return 1
+  if [[ $(id -u) -ne 0 ]]; then
+    [[ ${ZEPHCTL_INSTALL:-} == 1 ]] || return 1
+    as_root=(sudo)
+  elif [[ ${ZEPHCTL_INSTALL:-1} != 1 ]]; then
+    return 1
+  fi
+  echo "Installing the Debian packages $*" >&2
+  as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -q -y)
+  "${as_root[@]}" update >&2 && "${as_root[@]}" install --no-install-recommends "$@" >&2
+}
+
+# need_packages NEED... finds the tools of these needs. Installs what is missing where apt is there, as root or with
+# ZEPHCTL_INSTALL=1 (0: not even as root); else names it and ends the script.
+need_packages() {
+  local missing packages
+  missing=$(missing_tools "$@")
+  [[ -n $missing ]] || return 0
+  readarray -t packages < <(cut -d' ' -f2- <<<"$missing" | tr ' ' '\n' | sort -u)
+  if install_packages "${packages[@]}"; then
+    missing=$(missing_tools "$@")
+    [[ -n $missing ]] || return 0
+  fi
+  {
+    echo "These tools were not found:"
+    sort -u <<<"$missing" | sed 's/^\([^ ]*\) \(.*\)/  \1 (Debian: \2)/; s/|/ or /g'
+    echo "Install them, or set ZEPHCTL_INSTALL=1 to have this done by apt."
+  } >&2
   exit 1
 }

@@ -327,7 +327,7 @@ TEST(Beast, ExchangesMessagesOfEverySize) {
   Connected connected(server.port());
   EXPECT_EQ(protocol, "event-protocol");
   std::vector<std::string> sent;
-  for (const std::size_t size : {0, 1, 125, 126, 65535, 65536, 5 * 1024 * 1024}) {
+  for (const std::size_t size : {0U, 1U, 125U, 126U, 65535U, 65536U, 5U * 1024 * 1024}) {
     connected.client->sendText(sent.emplace_back(size, 'z'));
   }
   EXPECT_TRUE(connected.pumpUntil([&] { return connected.messages.size() == sent.size(); }));
