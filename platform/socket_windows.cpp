@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstring>
 
 #include "platform/waker.h"
 
@@ -34,21 +33,6 @@ std::optional<Ipv4> addressOfText(const char* text) {
   in_addr address{};
   if (::inet_pton(AF_INET, text, &address) != 1) return std::nullopt;
   return address.s_addr;
-}
-
-bool lookUpHost(const char* host, std::vector<Ipv4>& addresses) {
-  addrinfo hints{};
-  hints.ai_family = AF_INET;
-  hints.ai_socktype = SOCK_STREAM;
-  addrinfo* found = nullptr;
-  if (::getaddrinfo(host, nullptr, &hints, &found) != 0) return false;
-  for (const addrinfo* entry = found; entry != nullptr; entry = entry->ai_next) {
-    sockaddr_in address{};
-    std::memcpy(&address, entry->ai_addr, sizeof address);
-    addresses.push_back(address.sin_addr.s_addr);
-  }
-  ::freeaddrinfo(found);
-  return true;
 }
 
 Connecting startConnecting(Ipv4 address, std::uint16_t port, SocketHandle& socket) {

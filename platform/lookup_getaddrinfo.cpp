@@ -1,7 +1,12 @@
 // A separate file because the statically linked program replaces it by lookup_cares.cpp.
+#ifdef _WIN32
+#include <winsock2.h>
+#include <ws2tcpip.h>
+#else
 #include <netdb.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#endif
 
 #include <cstring>
 
