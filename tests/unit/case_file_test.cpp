@@ -99,7 +99,7 @@ TEST_F(CaseFile, ReportsFaultsWithTheirLine) {
       {"$ a>>\n", "some.cases:2: a >> without its <<: $ a>>"},
       {"for x = a\nfor y = b\nfor z = c\n$ a\n", "some.cases:4: more than two nested loops"},
       {"table t a | b\n  one\n", "some.cases:2: not a row of its table: one"},
-      {"$ a\n< report {}\n", "some.cases:3: an answer to no request"},
+      {"$ a\n< report {}\n", "some.cases:3: an answer without a request"},
       {"$ a\n! 12 type\n", "some.cases:3: an error without its message: 12 type"},
       {"nonsense here\n", "some.cases:2: no such line: nonsense here"},
   };
