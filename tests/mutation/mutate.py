@@ -1,7 +1,7 @@
-"""Plants faults in the sources, one at a time, and reports those that no test finds.
+"""Plants faults in the sources, one at a time, and reports those that no test detects.
 
 Each fault is one small change of one line: a comparison, a logical operator, a constant or a statement. The faults are
-planted in a copy of the tree. Lines of `survivors.txt` name faults that change nothing that can be seen.
+planted in a copy of the tree. Lines of `survivors.txt` name faults without a visible effect.
 """
 
 import argparse
@@ -17,7 +17,7 @@ from typing import Iterator, NamedTuple, Optional
 SOURCES = ["base/*.cpp", "cli/*.cpp", "cli/families/*.cpp", "sdk/*.cpp", "sdk/families/*.cpp", "sdk/link/*.cpp",
            "platform/*_posix.cpp", "l10n/translate.cpp"]
 
-# What is replaced, and with what. Spaces around an operator keep templates and arrows out.
+# Patterns and their replacements. Spaces around an operator exclude templates and arrows.
 REPLACEMENTS = [
     (r" == ", " != "), (r" != ", " == "),
     (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "),
@@ -50,7 +50,7 @@ def faults_of(root: pathlib.Path) -> Iterator[Fault]:
 
 
 def faults_of_line(file: str, number: int, line: str) -> Iterator[Fault]:
-    # Texts and comments are blanked out, so that every column stays the same.
+    # Blank out texts and comments without changing any column.
     code = re.sub(r'"(\\.|[^"\\])*"', lambda match: '"' + " " * (len(match.group()) - 2) + '"', line)
     code = re.sub(r"//.*", lambda match: " " * len(match.group()), code)
     if re.match(r"#|.*\b(template|static_assert|using|constexpr char)\b", code):
@@ -62,7 +62,7 @@ def faults_of_line(file: str, number: int, line: str) -> Iterator[Fault]:
 
 
 def known_survivors(file: pathlib.Path) -> dict[str, str]:
-    """The reason of each fault that cannot be seen, by its key."""
+    """Returns the reasons of the faults without a visible effect, by key."""
     survivors = {}
     for line in file.read_text().splitlines():
         if line and not line.startswith("#"):
@@ -92,7 +92,7 @@ class Tree:
         return subprocess.run(["cmake", "--build", self.build], capture_output=True).returncode == 0
 
     def failing_test(self) -> Optional[str]:
-        """The first test that fails, or None. The sweeps, which take long, come last."""
+        """Returns the first test that fails, or None. The slow sweeps come last."""
         for chosen in (["-E", "Sweep"], ["-R", "Sweep"]):
             run = subprocess.run(["ctest", "--test-dir", self.build, "--parallel", str(self.jobs), "--stop-on-failure",
                                   "--timeout", "90", *chosen], capture_output=True, text=True)
@@ -115,7 +115,7 @@ class Tree:
 
 
 def judge(tree: Tree, fault: Fault) -> Optional[str]:
-    """Whether a fault that compiles was "killed" or "survived"; None for one that does not compile."""
+    """Returns whether a fault that compiles was "killed" or "survived"; None for one that does not compile."""
     tree.plant(fault)
     try:
         if not tree.builds():

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""The bounds of the schemas against a daemon that keeps none: tests/schemas/extremes.py ZEPHCTL ZEPHSIM.
+"""Tests the bounds of the schemas with a daemon that respects none: tests/schemas/extremes.py ZEPHCTL ZEPHSIM.
 
-Takes the reports of the simulated daemon, changes all their values, and validates what zephctl prints of them. Status
-77 without python3-jsonschema.
+Changes all values in the reports of the simulated daemon, and validates zephctl's output for them. Exits with status 77
+without python3-jsonschema.
 """
 
 import asyncio
@@ -22,13 +22,13 @@ CHANGES = [*STATES["private"], *STATES["with settings"], *LISTS]
 
 
 def reads(coverage):
-    """A command line that only reads, for each output that has one."""
+    """Returns a read-only command line for each output that has one."""
     names = [name for name in coverage.prints if name in READS or name.startswith("show ")]
     return [*{tuple(coverage.prints[name]): name for name in names}.values(), "stats 1 day"]
 
 
 def captured(zephctl, zephsim, commands):
-    """The simulated daemon's report for each request of the commands."""
+    """Returns the simulated daemon's report for each request of the commands."""
     command = ["setpriv", "--pdeathsig", "KILL", zephsim, "--port", "0", "--seed", "1", "--fast", "--print"]
     with subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True) as process:
         port = process.stdout.readline().strip().rsplit(":", 1)[1]
@@ -43,7 +43,8 @@ def captured(zephctl, zephsim, commands):
 
 
 def first_answers(lines):
-    """The report that follows each request in what the simulated daemon heard (<) and said (>)."""
+    """Returns the report that follows each request in the messages that the simulated daemon received (<) and sent
+    (>)."""
     answers, request = {}, None
     for line in lines:
         direction, name, members = line.rstrip("\n").split(" ", 2)
@@ -56,8 +57,8 @@ def first_answers(lines):
 
 
 def changed(value, number, text, counts=(4, 4)):
-    """A report with these values for all of its numbers and texts. Its lists, and the lists in their elements, have so
-    many elements."""
+    """Returns a report with these values for all of its numbers and texts. Its lists, and the lists in their elements,
+    have `counts` elements."""
     if isinstance(value, dict):
         return {name: changed(member, number, text, counts) for name, member in value.items()}
     if isinstance(value, list):
@@ -80,7 +81,7 @@ VARIANTS = {
 
 
 async def check(zephctl, coverage, answers, slots, title, change):
-    """Runs the commands that read against a daemon that answers with changed reports."""
+    """Runs the reading commands with a daemon that answers with changed reports."""
     reports = {request: (event, change(data)) for request, (event, data) in answers.items()}
 
     async def course(link):
@@ -93,7 +94,7 @@ async def check(zephctl, coverage, answers, slots, title, change):
         async with slots:
             done = await run(zephctl, daemon.port, words.split(), SECONDS)
         coverage.run(f"{title}: {words}", words, done.out, done.err)
-        # The packed texts of historic samples cannot be changed and stay readable: an error is right.
+        # Changed samples of historic statistics may be unreadable: an error is correct.
         if not done.out and words != "stats historic":
             coverage.fault(f"{title}: {words}: printed no record: {done.err}")
 
@@ -104,7 +105,7 @@ async def check(zephctl, coverage, answers, slots, title, change):
 async def check_all(zephctl, zephsim):
     coverage = Coverage()
     answers = captured(zephctl, zephsim, [*CHANGES, *reads(coverage)])
-    slots = asyncio.Semaphore(8)  # for runs side by side
+    slots = asyncio.Semaphore(8)  # for concurrent runs
     await asyncio.gather(*(check(zephctl, coverage, answers, slots, *variant) for variant in VARIANTS.items()))
     print(*sorted(coverage.faults), sep="\n", end="\n" if coverage.faults else "")
     print(f"{len(answers)} reports, each in {len(VARIANTS)} variants")

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Everything that zephctl prints against the schemas that are installed: tests/schemas/outputs.py ZEPHCTL ZEPHSIM.
+"""Validates the output of zephctl with the installed schemas: tests/schemas/outputs.py ZEPHCTL ZEPHSIM.
 
-Runs every action of docs/commands.toml against the simulated daemon, in several of its states, and validates what is
-printed. Fails if an output does not match its schema, if a schema matched no output, if a member of docs/fields.toml
-was never printed, and if an output would still be valid without the line of one of its members. Status 77 without
+Runs every action of docs/commands.toml with the simulated daemon, in several of its states, and validates the output.
+Fails if an output does not match its schema, if a schema matched no output, if a member of docs/fields.toml was never
+printed, or if an output would still be valid without the line of one of its members. Exits with status 77 without
 python3-jsonschema.
 """
 
@@ -30,7 +30,7 @@ except ImportError:
 SECONDS = 30  # for one run, and for the blocks that a stream must print
 PEERS = [f"c1d7b3a0-0f6e-4b59-a2c8-31e5f7094d0{number}" for number in range(1, 5)]
 
-# What is read in each state of the daemon, together with all `show` actions.
+# The actions that read, run in each state of the daemon together with all `show` actions.
 READS = [
     "state",
     "version",
@@ -66,7 +66,7 @@ STATES = {
     ],
 }
 
-# Runs that fail, each against a daemon that was started with the options.
+# Runs that fail, each with a daemon started with the options.
 FAILURES = {
     "refused": (
         ["--fast", "--refuse", "set_dev_jumbo_packets"],
@@ -86,7 +86,7 @@ FAILURES = {
 }
 WITHOUT_DAEMON = ["state", "stats 1", "stats historic"]
 
-# What no run prints, and why.
+# The schemas that no run prints, with the reasons.
 NEVER = {
     "route-default.json": "the simulated daemon locks the default route",
     "networksharing-set-host.json": "no platform has this switch yet",
@@ -96,7 +96,7 @@ NEVER = {
 
 
 class Coverage:
-    """Validates outputs, and notes which schemas and members they matched. Thread-safe."""
+    """Validates outputs, and records the schemas and members that they matched. Thread-safe."""
 
     def __init__(self):
         self.table = Table()
@@ -138,7 +138,7 @@ class Coverage:
                 self.examples.setdefault((name, path), value)
 
     def action(self, words):
-        """The action that a command line runs: the longest one that it begins with. None if it prints no JSON."""
+        """Returns the longest action at the start of a command line; None if it prints no JSON."""
         names = [name for name in self.prints if f"{words} ".startswith(f"{name} ")]
         return max(names, key=len, default=None)
 
@@ -155,7 +155,7 @@ class Coverage:
             self.record(where, value, next(name for name in names if self.validators[name].is_valid(value)))
 
     def run(self, where, words, stdout, stderr):
-        """Checks what one run printed."""
+        """Checks the output of one run."""
         try:
             self.check(where, self.action(words), stdout, stderr)
         except ValueError as error:
@@ -179,7 +179,7 @@ class Coverage:
     # ---- Whether everything in the table was printed ----
 
     def members(self):
-        """Each record's members: the names of the record and the path, and the entry."""
+        """Returns each record's members: the names of the record and the path, and the entry."""
         for name, record in self.table.records.items():
             for path, entry in self.table.paths(record):
                 yield name, path, entry
@@ -215,12 +215,12 @@ class Coverage:
 
 
 def blocks(text):
-    """The whole blocks of a stream."""
+    """Returns the complete blocks of a stream."""
     return [json.loads(block + "]") for block in text.split("]\n\n")[:-1]]
 
 
 def read_blocks(stream, printed, wanting):
-    """Appends the next blocks of a running stream, as long as the labels of all leave something wanting."""
+    """Appends the next blocks of a running stream while the labels of all blocks do not yet suffice."""
     text = ""
     while wanting([block[0] for block in printed]) and (line := stream.stdout.readline()):
         text += line
@@ -231,7 +231,7 @@ def read_blocks(stream, printed, wanting):
 
 @contextlib.contextmanager
 def simulator(zephsim, options):
-    """A simulated daemon; gives its port. It ends with this script, however that is."""
+    """Runs a simulated daemon and returns its port. The daemon ends with this script in any case."""
     command = ["setpriv", "--pdeathsig", "KILL", zephsim, "--port", "0", "--seed", "1", *options]
     with subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True) as process:
         try:
@@ -276,13 +276,13 @@ class Runs:
                 self.run(port, title, words)
 
     def without_daemon(self, words):
-        # Bound and not listening: nobody else can get the port, and connections are refused.
+        # Bound but not listening: no other process can get the port, and connections are refused.
         with socket.socket() as reserved:
             reserved.bind(("127.0.0.1", 0))
             self.run(reserved.getsockname()[1], "without a daemon", words)
 
     def peers(self):
-        """A stream with all its labels, while peers are found, connect, fail to connect and ask to pair."""
+        """Runs a stream with all its labels, while peers are found, connect, fail to connect and ask to pair."""
         wanted = set(self.coverage.table.streams["stats"]["blocks"]) - {"error"}
         words = "stats 0 networksharing current day week month total"
         with simulator(self.zephsim, ["--fast"]) as port, contextlib.ExitStack() as stack:
@@ -294,7 +294,7 @@ class Runs:
             stack.callback(guard.cancel)
             guard.start()
             printed = []
-            # The second statistics come when all listeners are there.
+            # The second statistics arrive when all listeners are registered.
             read_blocks(stream, printed, lambda labels: labels.count("session_stats") < 2)
             for change in (f"reconnect {PEERS[1]}", f"reconnect {PEERS[0]}", "startdiscovery"):
                 self.run(port, "peers", f"networksharing {change}")
@@ -304,7 +304,7 @@ class Runs:
 
 
 def jobs(runs):
-    """The jobs that run side by side; those that wait for a time-out come first."""
+    """Returns the concurrent jobs; those that wait for a time-out come first."""
     yield from ((runs.without_daemon, words) for words in WITHOUT_DAEMON)
     yield from ((runs.failures, title, *failure) for title, failure in reversed(FAILURES.items()))
     yield (runs.peers,)

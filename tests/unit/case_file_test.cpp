@@ -1,4 +1,4 @@
-// The reader of *.cases: what its lines expand to, and the faults that it reports.
+// The reader of *.cases: the expansion of lines, and the errors that it reports.
 #include "tests/case_file.h"
 
 #include <gmock/gmock.h>
@@ -11,7 +11,7 @@
 namespace tests {
 namespace {
 
-/// A folder with one file of cases.
+/// Creates a folder with one file of cases.
 class CaseFile : public testing::Test {
  protected:
   ~CaseFile() override { std::filesystem::remove_all(folder); }
@@ -84,7 +84,7 @@ TEST_F(CaseFile, ExpandsNamesRangesAndLoops) {
               ElementsAre(ElementsAre("a"), ElementsAre("b"), ElementsAre("after")));
 }
 
-TEST_F(CaseFile, MakesARunOfEachFaultyLine) {
+TEST_F(CaseFile, MakesARunOfEachInvalidLine) {
   const auto read = cases("invalid set <on|off>\n  set On | set\n  set on off\n");
   ASSERT_EQ(read.size(), 3U);
   EXPECT_EQ(read[2].words, (std::vector<std::string>{"set", "on", "off"}));
@@ -92,14 +92,14 @@ TEST_F(CaseFile, MakesARunOfEachFaultyLine) {
   EXPECT_THAT(read[0].err, testing::EndsWith(" set <on|off>\n"));
 }
 
-TEST_F(CaseFile, ReportsFaultsWithTheirLine) {
+TEST_F(CaseFile, ReportsErrorsWithTheirLine) {
   const std::pair<const char*, const char*> faults[] = {
       {"$ <<none>>\n", "some.cases:2: no such name: none"},
       {"$ a\n\nfor none\n$ a\n", "some.cases:4: no such table: none"},
       {"$ a>>\n", "some.cases:2: a >> without its <<: $ a>>"},
       {"for x = a\nfor y = b\nfor z = c\n$ a\n", "some.cases:4: more than two nested loops"},
       {"table t a | b\n  one\n", "some.cases:2: not a row of its table: one"},
-      {"$ a\n< report {}\n", "some.cases:3: an answer to no request"},
+      {"$ a\n< report {}\n", "some.cases:3: an answer without a request"},
       {"$ a\n! 12 type\n", "some.cases:3: an error without its message: 12 type"},
       {"nonsense here\n", "some.cases:2: no such line: nonsense here"},
   };

@@ -37,7 +37,8 @@ TEST(Console, WaitsUntilANonBlockingPipeAcceptsMore) {
   EXPECT_EQ(read.size(), text.size());
 }
 
-/// In a child process, with these standard descriptors closed: prepareConsole() opens them and no other descriptor.
+/// Runs prepareConsole() in a child process with these standard descriptors closed, and checks that it opens only
+/// these.
 void checkClosedStreams(std::initializer_list<int> closed) {
   const pid_t child = fork();
   if (child == 0) {

@@ -1,5 +1,5 @@
-// System calls that fail once, in places where only the caller notices: this program's own recv() and tcsetattr()
-// replace those of the C library.
+// Failures of single system calls that only the caller can detect: this program replaces the C library's recv() and
+// tcsetattr().
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <pty.h>
@@ -18,10 +18,10 @@
 
 namespace {
 
-/// What the next recv() of this thread returns that consumes bytes; -1 sets `errno` to EIO.
+/// The result of this thread's next recv() that consumes bytes; -1 sets `errno` to EIO.
 thread_local std::optional<ssize_t> nextReceived;
 
-/// How many calls of tcsetattr() are interrupted by a signal.
+/// The number of tcsetattr() calls that fail with EINTR.
 int interruptions = 0;
 
 template <class Function>
@@ -59,7 +59,7 @@ bool echoes(int terminal) {
   return (mode.c_lflag & ECHO) != 0;
 }
 
-TEST(FailingCalls, EndAHandshakeWhoseBytesCannotBeTaken) {
+TEST(FailingCalls, EndAHandshakeWhoseBytesCannotBeRead) {
   for (const ssize_t result : {ssize_t{-1}, ssize_t{0}}) {
     ScriptedDaemon daemon;
     nextReceived = result;
@@ -69,7 +69,7 @@ TEST(FailingCalls, EndAHandshakeWhoseBytesCannotBeTaken) {
   }
 }
 
-TEST(FailingCalls, AreRepeatedWhenASignalInterruptsTheTerminal) {
+TEST(FailingCalls, AreRepeatedIfASignalInterruptsTheTerminal) {
   int master = -1;
   const pid_t child = forkpty(&master, nullptr, nullptr, nullptr);
   if (child == 0) {
