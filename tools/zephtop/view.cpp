@@ -218,23 +218,27 @@ constexpr Column kColumns[] = {
     {"up", 8, Align::Right, 53, upCell},
     {"ms", 7, Align::Right, 60, latencyCell},
     {"% lost", 8, Align::Right, 68, lossCell},
-    {"today", 19, Align::Right, 142, todayCell},
-    {"month", 19, Align::Right, 122, monthCell},
+    {"today", 19, Align::Right, 146, todayCell},
+    {"month", 19, Align::Right, 127, monthCell},
 };
+
+/// Returns the width of a line with the columns that a terminal of this width shows.
+constexpr int usedWidth(int terminalWidth) {
+  int used = 2 * kMargin + kMarkWidth;
+  for (const Column& column : kColumns) used += terminalWidth >= column.fromColumns ? column.width : 0;
+  return used;
+}
+static_assert(std::ranges::all_of(kColumns, [](const Column& column) {
+  return column.fromColumns == 0 || usedWidth(column.fromColumns) <= column.fromColumns;
+}));
 
 bool isShown(const Column& column) { return COLS >= column.fromColumns; }
 
 /// Returns by how much a wide terminal widens each column.
 int extraWidth() {
   constexpr int kMostExtra = 8;
-  int used = 2 * kMargin + kMarkWidth;
-  int count = 0;
-  for (const Column& column : kColumns) {
-    if (!isShown(column)) continue;
-    used += column.width;
-    ++count;
-  }
-  return std::clamp((COLS - used) / count, 0, kMostExtra);
+  const auto count = static_cast<int>(std::ranges::count_if(kColumns, isShown));
+  return std::clamp((COLS - usedWidth(COLS)) / count, 0, kMostExtra);
 }
 
 /// Calls `visit` with each column, its position and its width.
