@@ -12,7 +12,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Standalone programs that do not need the compiler's run-time DLLs.
+# Programs and the library's DLL do not need the compiler's run-time DLLs.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
-# Boost.Beast instantiates more templates in one object file than the default format has sections.
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
+# Boost.Beast instantiates more templates in one object file than the default format has sections for.
 set(CMAKE_CXX_FLAGS_INIT "-Wa,-mbig-obj")

@@ -1,6 +1,18 @@
 # Sourced by the other scripts: libraries built from Debian's source packages, where Debian has no binary that serves.
 # shellcheck shell=bash
 
+# debian_sources deb|deb-src prints where apt takes Debian's packages or their sources, as lines of a sources.list.
+debian_sources() {
+  local sources
+  sources=$(apt-get indextargets --format "$1 \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" 'Created-By: Packages' \
+    'Origin: Debian' | sort -u)
+  if [[ -z $sources ]]; then
+    echo "apt has no lists of Debian's packages: run apt-get update" >&2
+    return 1
+  fi
+  echo "$sources"
+}
+
 # fetch_sources DIRECTORY PACKAGE... unpacks the source packages in DIRECTORY, made anew.
 #
 # apt's own configuration stays as it is: the entries for sources are derived from those for packages and go, like their
@@ -9,12 +21,7 @@ fetch_sources() {
   local apt=$1/apt
   rm -rf "$1"
   mkdir -p "$apt/lists/partial"
-  apt-get indextargets --format "deb-src \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" 'Created-By: Packages' \
-    'Origin: Debian' | sort -u >"$apt/sources.list"
-  if [[ ! -s $apt/sources.list ]]; then
-    echo "apt has no lists of Debian's packages: run apt-get update" >&2
-    return 1
-  fi
+  debian_sources deb-src >"$apt/sources.list" || return
   local apt_get=(apt-get -q -o Dir::Etc::SourceList="$apt/sources.list" -o Dir::Etc::SourceParts=/dev/null
     -o Dir::State::Lists="$apt/lists" -o APT::Sandbox::User="$(id -un)")
   "${apt_get[@]}" update && (cd "$1" && "${apt_get[@]}" source "${@:2}")

@@ -45,7 +45,10 @@ test               command  fish                           fish
 test               command  tmux                           tmux
 package            command  dpkg-shlibdeps                 dpkg-dev
 package            command  file                           file
+package            command  lintian                        lintian
+package            command  mmdebstrap                     mmdebstrap
 package            command  pkgconf                        pkgconf
+package            command  rpmbuild                       rpm
 python             command  mypy                           mypy
 python             command  pkgconf                        pkgconf
 python             python   Python.h                       python3-dev
