@@ -1,6 +1,6 @@
-"""The table docs/fields.toml: what every member of every JSON output of zephctl is, as JSON Schemas and as paths.
+"""The table docs/fields.toml, which describes every member of each JSON output of zephctl, as JSON Schemas and paths.
 
-Bounds and words come from the library's headers, outputs of actions from docs/commands.toml.
+Reads bounds and words from the library's headers, and the outputs of actions from docs/commands.toml.
 """
 
 import functools
@@ -25,7 +25,7 @@ def fail(text):
 
 
 def read_families():
-    """The families of docs/commands.toml; each action has its names, without arguments, and those of its outputs."""
+    """Reads docs/commands.toml. Adds to each action its names, without arguments, and the names of its outputs."""
     families = tomllib.loads((ROOT / "docs/commands.toml").read_text())["family"]
     for family in families:
         for action in family["action"]:
@@ -37,7 +37,7 @@ def read_families():
 
 
 def printed(families):
-    """The names of the outputs of each action that prints JSON."""
+    """Returns the names of the outputs of each action that prints JSON."""
     actions = [action for family in families for action in family["action"] if action["prints"]]
     return {name: action["prints"] for action in actions for name in action["names"]}
 
@@ -57,7 +57,7 @@ class Headers:
 
     @functools.cache
     def words(self, enumeration):
-        """The words of an enumeration and what they mean, in the order of its values."""
+        """Returns the words of an enumeration and their meanings, ordered by value."""
         row = re.compile(r"\{ZephlinkSDK_" + enumeration + r'_(\w+), "([^"]*)"\}')
         rows = [found for table in self.tables if (found := row.findall(table))]
         if len(rows) != 1:
@@ -65,7 +65,7 @@ class Headers:
         return {word: self.meaning(f"ZephlinkSDK_{enumeration}_{value}") for value, word in rows[0]}
 
     def meaning(self, enumerator):
-        """The comment of an enumerator: the rest of its line, or the sentence in the line above."""
+        """Returns the comment of an enumerator, from the end of its line or from the line above."""
         if found := re.search(rf"\b{enumerator} = \d+,\s+///< (.*)", self.records):
             return found.group(1)
         if found := re.search(rf"/// (.*)\.\n\s*{enumerator} = \d+,", self.records):
@@ -75,7 +75,7 @@ class Headers:
 
 
 class Table:
-    """The table, with all names resolved. An entry is what describes a value: a member, a part or a record."""
+    """The table, with all names resolved. An entry describes a value: a member, a part or a record."""
 
     def __init__(self, content=None):
         content = content or tomllib.loads((ROOT / "docs/fields.toml").read_text())
@@ -93,14 +93,14 @@ class Table:
         return self.records.get(name) or fail(f"there is no record {name}")
 
     def members(self, entry):
-        """The members of an object, in the order in which they are printed."""
+        """Returns the members of an object, in the order in which they are printed."""
         if "of" in entry:
             return self.members(self.part(entry["of"]))
         included = self.members(self.part(entry["include"])) if "include" in entry else {}
         return dict(sorted({**included, **entry["members"]}.items()))
 
     def words(self, entry):
-        """The words that an entry can have, and their meanings."""
+        """Returns the possible words of an entry and their meanings."""
         words = dict(self.headers.words(entry["of"]))
         for word in entry.get("except", []):
             del words[word]
@@ -109,12 +109,12 @@ class Table:
         return words
 
     def bounds(self, entry):
-        """The least and the largest value of an integer; None for one that needs no mention."""
+        """Returns the minimum and maximum of an integer; None for a bound that is not shown."""
         least, largest = INTEGERS[entry["type"]]
         return entry.get("min", least), entry.get("max", largest)
 
     def most(self, entry):
-        """The bound of a text, a list or a map; None for a text without one."""
+        """Returns the bound of a text, a list or a map; None for a text without a bound."""
         if entry["type"] == "text":
             return self.headers.bound(entry["size"]) - 1 if "size" in entry else None
         return self.headers.bound(entry["most"])
@@ -122,7 +122,7 @@ class Table:
     # ---- Paths ----
 
     def paths(self, entry, path=""):
-        """The path and the entry of each member below an entry, and of each element that is not an object."""
+        """Yields the path and the entry of each nested member, and of each element that is not an object."""
         kind = entry["type"]
         if kind == "object":
             for name, member in self.members(entry).items():
@@ -137,7 +137,7 @@ class Table:
             yield from self.paths(part, below)
 
     def seen(self, entry, value, path=""):
-        """The paths of what a printed value contains."""
+        """Yields the paths of all members and elements of a printed value."""
         kind = entry["type"]
         if kind == "object":
             for name, member in self.members(entry).items():
@@ -155,7 +155,7 @@ class Table:
     # ---- Schemas ----
 
     def describe(self, entry):
-        """What a schema says about an entry in words, without markup."""
+        """Returns the description of an entry for a schema, without markup."""
         parts = [entry["about"]] if "about" in entry else []
         if "unit" in entry:
             parts.append("unit: defined by the daemon" if entry["unit"] == "daemon's" else f"unit: {entry['unit']}")
@@ -211,7 +211,7 @@ class Table:
 
     @staticmethod
     def _conditions(members):
-        """Members that are present with certain values of others only: each group is required or forbidden."""
+        """Returns the conditions of members that depend on other values: each group is required or forbidden."""
         groups = {}
         for name, member in members.items():
             if "when" in member:
@@ -228,12 +228,12 @@ class Table:
     # ---- Outputs ----
 
     def block(self, label, record):
-        """The schema of a stream's block: its label and its record."""
+        """Returns the schema of a stream's block: its label and its record."""
         items = [{"const": label}, self.schema(self.record(record))]
         return {"type": "array", "prefixItems": items, "items": False, "minItems": 2}
 
     def output(self, names):
-        """The schema of what an action prints: one of these records, or any block of a stream."""
+        """Returns the schema of an action's output: one of these records, or any block of a stream."""
         if len(names) == 1 and names[0] in self.streams:
             stream = self.streams[names[0]]
             blocks = [self.block(label, record) for label, record in stream["blocks"].items()]
@@ -244,9 +244,9 @@ class Table:
         return {"$schema": DIALECT, "title": " or ".join(names), "oneOf": records}
 
     def outputs(self, families):
-        """The outputs of each schema, by the name of its file: every record, every stream, every action."""
+        """Returns the outputs of each schema, by file name: all records, streams and actions."""
         outputs = {name: [name] for name in (*self.records, *self.streams)}
         for name, prints in printed(families).items():
             if outputs.setdefault(name.replace(" ", "-"), prints) != prints:
-                fail(f"the action {name} prints {prints} and has the name of another output")
+                fail(f"the action {name} prints {prints} and has the same name as another output")
         return outputs
