@@ -1,4 +1,4 @@
-# Sourced by the other scripts: libraries built from Debian's source packages, where Debian has no binary that serves.
+# Sourced by the other scripts. Builds libraries from Debian's source packages if Debian has no suitable binary package.
 # shellcheck shell=bash
 
 # debian_sources deb|deb-src prints where apt takes Debian's packages or their sources, as lines of a sources.list.
@@ -27,8 +27,8 @@ fetch_sources() {
   "${apt_get[@]}" update && (cd "$1" && "${apt_get[@]}" source "${@:2}")
 }
 
-# What every copy of jsoncpp in a program of ours is compiled with: as our own code is. Without the last one the
-# functions of a shared library call each other through its symbol table.
+# The compiler flags of every copy of jsoncpp in our programs, as for our own code. Without the last flag the functions
+# of a shared library call each other through its symbol table.
 jsoncpp_flags="-ffunction-sections -fdata-sections -fvisibility=hidden -fno-semantic-interposition"
 
 # install_static SOURCE_DIRECTORY PREFIX CMAKE_OPTION... builds a source package as a static library.
@@ -40,8 +40,8 @@ install_static() {
   cmake --build "$binary" --target install
 }
 
-# install_static_jsoncpp SOURCES PREFIX CMAKE_OPTION... does so with the jsoncpp that was unpacked in SOURCES, and with
-# our patches: packaging/jsoncpp/README.md says what they are for.
+# install_static_jsoncpp SOURCES PREFIX CMAKE_OPTION... builds the jsoncpp that was unpacked in SOURCES as a static
+# library, with our patches. packaging/jsoncpp/README.md describes the patches.
 install_static_jsoncpp() {
   local patch
   for patch in packaging/jsoncpp/*.patch; do
@@ -49,6 +49,6 @@ install_static_jsoncpp() {
   done
   install_static "$1"/libjsoncpp-*/ "${@:2}" -DBUILD_OBJECT_LIBS=OFF -DJSONCPP_WITH_TESTS=OFF \
     -DJSONCPP_WITH_POST_BUILD_UNITTEST=OFF -DCMAKE_CXX_FLAGS="$jsoncpp_flags" -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG"
-  # Programs that hold a copy must carry it.
+  # Programs that contain a copy must include its licence.
   install -D -m 644 "$1"/libjsoncpp-*/LICENSE "$2/share/doc/jsoncpp/LICENSE"
 }

@@ -1,8 +1,8 @@
-"""What scripts share about pages in Markdown."""
+"""Markdown functions that several scripts use."""
 
 import re
 
 
 def anchor(heading):
-    """The fragment by which a heading is linked, as renderers of Markdown make it."""
+    """Returns the fragment of a heading for links, as Markdown renderers generate it."""
     return re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")

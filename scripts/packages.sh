@@ -1,11 +1,11 @@
-# Sourced by the other scripts: which tools each need takes, how they are found, and which Debian packages contain them.
+# Sourced by the other scripts. Lists the tools for each need, how to find them, and their Debian packages.
 # shellcheck shell=bash
 
-# Debian's Python modules are those of Debian's Python, which may not be the first in PATH.
+# Debian's Python modules work only with Debian's Python, which may not be the first in PATH.
 python=/usr/bin/python3
 [[ -x $python ]] || python=python3
 
-# Needs, kind of probe, what is looked for (one of several, separated by "|"), Debian packages.
+# Needs, kind of check, names (alternatives separated by "|"), Debian packages.
 #   command  a program in PATH
 #   header   a header that the C++ compiler finds
 #   python   a module or a C header of $python
@@ -72,7 +72,7 @@ windows            command  wine                           wine wine64
 windows            command  unzip                          unzip
 '
 
-# is_needed NEEDS NEED...: whether one of the needs is in the list.
+# is_needed NEEDS NEED... returns true if one of the needs is in the list.
 is_needed() {
   local need
   for need in "${@:2}"; do
@@ -81,7 +81,7 @@ is_needed() {
   return 1
 }
 
-# has_command NAMES: whether one of the programs is in PATH.
+# has_command NAMES returns true if one of the programs is in PATH.
 has_command() {
   local name
   for name in ${1//|/ }; do
@@ -90,7 +90,7 @@ has_command() {
   return 1
 }
 
-# missing_tools NEED... prints a line for each tool that is not found: its names, a blank, its Debian packages.
+# missing_tools NEED... prints a line for each missing tool: its names, a blank, its Debian packages.
 missing_tools() {
   local needs kind names package headers='' header_lines='' modules='' module_lines=''
   while read -r needs kind names package; do
@@ -98,7 +98,7 @@ missing_tools() {
     case $kind in
       command) has_command "$names" || echo "$names $package" ;;
       runtime) [[ -e $(clang --rtlib=compiler-rt -print-libgcc-file-name 2>/dev/null) ]] || echo "$names $package" ;;
-      # The compiler and Python are asked once, for all.
+      # The compiler and Python run once, for all names.
       header)
         headers+="#if !(__has_include(<${names//|/>) || __has_include(<}>))"$'\n'"$names $package"$'\n#endif\n'
         header_lines+="$names $package"$'\n'
@@ -133,7 +133,7 @@ for name in sys.argv[1:]:
   done <<<"${2%$'\n'}"
 }
 
-# install_packages PACKAGE...: false if it is not allowed, or does not succeed.
+# install_packages PACKAGE... returns false if it is not permitted or fails.
 install_packages() {
   local as_root=()
   command -v apt-get >/dev/null || return 1
@@ -148,8 +148,8 @@ install_packages() {
   "${as_root[@]}" update >&2 && "${as_root[@]}" install --no-install-recommends "$@" >&2
 }
 
-# need_packages NEED... finds the tools of these needs. Installs what is missing where apt is there, as root or with
-# ZEPHCTL_INSTALL=1 (0: not even as root); else names it and ends the script.
+# need_packages NEED... checks for the tools of these needs. If apt exists, installs missing tools as root or with
+# ZEPHCTL_INSTALL=1 (0: not even as root); otherwise prints them and ends the script.
 need_packages() {
   local missing packages
   missing=$(missing_tools "$@")
@@ -162,7 +162,7 @@ need_packages() {
   {
     echo "These tools were not found:"
     sort -u <<<"$missing" | sed 's/^\([^ ]*\) \(.*\)/  \1 (Debian: \2)/; s/|/ or /g'
-    echo "Install them, or set ZEPHCTL_INSTALL=1 to have this done by apt."
+    echo "Install them, or set ZEPHCTL_INSTALL=1 to install them with apt."
   } >&2
   exit 1
 }
