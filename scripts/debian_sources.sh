@@ -1,7 +1,7 @@
 # Sourced by the other scripts. Builds libraries from Debian's source packages if Debian has no suitable binary package.
 # shellcheck shell=bash
 
-# debian_sources deb|deb-src prints where apt takes Debian's packages or their sources, as lines of a sources.list.
+# debian_sources deb|deb-src prints apt's locations of Debian's packages or sources, as lines of a sources.list.
 debian_sources() {
   local sources
   sources=$(apt-get indextargets --format "$1 \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" 'Created-By: Packages' \
@@ -13,10 +13,10 @@ debian_sources() {
   echo "$sources"
 }
 
-# fetch_sources DIRECTORY PACKAGE... unpacks the source packages in DIRECTORY, made anew.
+# fetch_sources DIRECTORY PACKAGE... unpacks the source packages in DIRECTORY, which it creates again.
 #
-# apt's own configuration stays as it is: the entries for sources are derived from those for packages and go, like their
-# lists, into DIRECTORY/apt.
+# apt's configuration is not changed: the entries for sources are derived from those for packages and written, like
+# their lists, to DIRECTORY/apt.
 fetch_sources() {
   local apt=$1/apt
   rm -rf "$1"

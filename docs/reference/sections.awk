@@ -1,8 +1,8 @@
-# Doxygen's view of a public header: the comment at its top describes the file, each "// ---- Title ----" makes a group
-# of what follows, which the comment after it describes, and names in comments become links. Keeps the numbers of the
-# lines.
+# Converts a public header for Doxygen: the first comment describes the file, each "// ---- Title ----" starts a group,
+# which the comment after it describes, and names in comments become links. Keeps line numbers.
 
-# links(LINE): the line with a link for each name in its comment, but not before what Doxygen takes for a part of it.
+# links(LINE) returns the line with a link for each name in its comment, except before characters that Doxygen parses as
+# parts of the name.
 function links(line,   done) {
   if (!match(line, /\/\/|\/\*\*/)) return line
   done = substr(line, 1, RSTART - 1)
@@ -31,7 +31,7 @@ at_top { print "/// @file"; at_top = 0; next }
   next
 }
 in_heading && /^(\/\/( .*)?)?$/ {
-  # One line late, so that the last one, which is empty, can end the comment.
+  # Prints each line with a delay of one line, so that the last line, which is empty, can end the comment.
   if (late++) print text
   text = substr(links($0), 3)
   next

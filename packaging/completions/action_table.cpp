@@ -13,10 +13,10 @@ namespace completions {
 
 namespace {
 
-// A completion is one line of a terminal that other columns share.
+// A completion is one line of a terminal, which also contains other columns.
 constexpr std::size_t kLongestSentence = 72;
 
-/// The texts between quotes. The table uses no escapes.
+/// Returns the texts between quotes. The table uses no escapes.
 std::vector<std::string> quoted(const std::string& line) {
   if (line.find('\\') != std::string::npos) fail("escapes are not supported: " + line);
   std::vector<std::string> texts;

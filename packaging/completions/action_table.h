@@ -1,4 +1,4 @@
-// The table of all actions, docs/commands.toml, as far as completions need it.
+// Reads the table of all actions, docs/commands.toml, for completions.
 #pragma once
 
 #include <cstddef>
@@ -8,11 +8,11 @@
 namespace completions {
 
 struct Entry {
-  /// The usage text, or what the table shows for an action without one.
+  /// The usage text, or the member `form` of an action without a usage text.
   std::string form;
-  /// How many words at the beginning of the form name the action.
+  /// The number of words at the beginning of the form that name the action.
   std::size_t nameLength = 0;
-  /// Further forms that work although no usage text shows them.
+  /// Accepted forms that no usage text contains.
   std::vector<std::string> otherForms;
   /// The first sentence of the action's description, without its full stop.
   std::string sentence;
@@ -23,7 +23,7 @@ struct Entry {
 /// Reads the table. Exits with a message if the file cannot be read, or names an action that does not exist.
 std::vector<Entry> readActionTable(const char* path);
 
-/// How many words at the beginning of a form are not placeholders.
+/// Returns the number of words before the first placeholder of a form.
 std::size_t plainWords(const std::string& form);
 
 [[noreturn]] void fail(const std::string& message);

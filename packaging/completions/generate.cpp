@@ -20,7 +20,7 @@ namespace completions {
 
 namespace {
 
-/// The words of an action, and its sentence.
+/// The sentence of each action, by the words of the action.
 using Sentences = std::map<std::string, std::string>;
 
 std::string joined(const std::vector<std::string>& words) {
@@ -38,7 +38,7 @@ std::vector<std::string> formsOf(const Entry& entry) {
 std::set<std::string> ruleLines(const std::vector<Entry>& entries) {
   std::set<std::string> lines;
   for (const Entry& entry : entries) {
-    // The usage text of a head only repeats what those of its subcommands say.
+    // The usage text of a head only lists its subcommands, which have usage texts.
     if (entry.isHead) continue;
     for (const std::string& form : formsOf(entry)) {
       for (const Rule& rule : rulesOf(form)) lines.insert(joined(rule));
@@ -47,7 +47,7 @@ std::set<std::string> ruleLines(const std::vector<Entry>& entries) {
   return lines;
 }
 
-/// The words that begin a rule, one combination for each of the choices: "a b|c" gives "a b" and "a c".
+/// Returns the names that the first `length` slots allow: "a b|c" gives "a b" and "a c".
 std::vector<std::string> namesOf(const Rule& rule, std::size_t length) {
   std::vector<std::string> names{""};
   for (const std::string& slot : Rule(rule.begin(), rule.begin() + static_cast<std::ptrdiff_t>(length))) {
@@ -60,7 +60,7 @@ std::vector<std::string> namesOf(const Rule& rule, std::size_t length) {
   return names;
 }
 
-/// Those of an action and of its other forms.
+/// Adds the sentences of an action and of its other forms.
 void addSentences(const Entry& entry, Sentences& sentences) {
   for (const std::string& form : formsOf(entry)) {
     const std::size_t length = form == entry.form ? entry.nameLength : plainWords(form);
@@ -71,7 +71,7 @@ void addSentences(const Entry& entry, Sentences& sentences) {
   }
 }
 
-/// A word with a single action below it has the sentence of that action, if it has none itself.
+/// Gives a word without a sentence that of its subcommands, if these have only one.
 void addOnlyChildren(Sentences& sentences) {
   std::map<std::string, std::set<std::string>> below;
   for (const auto& [name, sentence] : sentences) {
@@ -101,14 +101,14 @@ bool beginsWith(const std::string& line, const std::vector<std::string>& words) 
   return true;
 }
 
-/// Everything that the program does must be offered, and every word that leads to an action must have a sentence.
+/// Fails unless the rules contain every action of the program, and every word before a subcommand has a sentence.
 void checkComplete(const std::set<std::string>& rules, const Sentences& sentences) {
   cli::forEachAction([&](const std::string& path, const cli::Action&, const char*) {
     const auto offers = [&path](const std::string& line) { return beginsWith(line, slotsOf(path)); };
-    if (std::none_of(rules.begin(), rules.end(), offers)) fail("the table of actions lacks \"" + path + "\"");
+    if (std::none_of(rules.begin(), rules.end(), offers)) fail("the action table does not contain \"" + path + "\"");
     const auto below = sentences.lower_bound(path + " ");
     const bool leadsToActions = below != sentences.end() && below->first.starts_with(path + " ");
-    if (leadsToActions && !sentences.contains(path)) fail("the table of actions has no head for \"" + path + "\"");
+    if (leadsToActions && !sentences.contains(path)) fail("the action table has no head for \"" + path + "\"");
   });
 }
 
@@ -118,7 +118,7 @@ std::string text(const std::set<std::string>& rules) {
   return lines;
 }
 
-/// A line each: words, a tab, the sentence. For a text in single quotes of any of the shells.
+/// Returns a line for each sentence: words, a tab, the sentence. Escapes it for single quotes in all three shells.
 std::string text(const Sentences& sentences) {
   std::string lines;
   for (const auto& [name, sentence] : sentences) {

@@ -119,7 +119,7 @@ Rules sequence(std::string_view text, bool nested) {
   return rules;
 }
 
-/// Only what is in a list can be removed from it.
+/// Offers only the entries of a list for removal from it.
 Rules withListedValues(const Rules& rules) {
   Rules result;
   for (const Rule& rule : rules) {

@@ -1,4 +1,4 @@
-// Rules for completions, made from usage texts.
+// Rules for completions, generated from usage texts.
 //
 // A rule is a line of slots, one for each argument. A slot is a list of alternatives separated by "|": "*" is any
 // argument, "@adapters", "@countries", ... are values that the daemon knows. A "+" after the last slot repeats it.
@@ -13,13 +13,13 @@ namespace completions {
 using Rule = std::vector<std::string>;
 using Rules = std::vector<Rule>;
 
-/// The rules of a usage text.
+/// Returns the rules of a usage text.
 Rules rulesOf(std::string_view usage);
 
-/// The slots of a rule's line.
+/// Returns the slots of a rule's line.
 Rule slotsOf(const std::string& line);
 
-/// The words that a slot offers, without the mark of repetition.
+/// Returns the alternatives of a slot, without the mark of repetition.
 std::vector<std::string> wordsOf(const std::string& slot);
 
 }  // namespace completions
