@@ -162,7 +162,7 @@ need_packages() {
   {
     echo "These tools were not found:"
     sort -u <<<"$missing" | sed 's/^\([^ ]*\) \(.*\)/  \1 (Debian: \2)/; s/|/ or /g'
-    echo "Install them, or set ZEPHCTL_INSTALL=1 to install them with apt."
+    echo "Install them, or set ZEPHCTL_INSTALL=1 to have this done by apt."
   } >&2
   exit 1
 }
