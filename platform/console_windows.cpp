@@ -4,12 +4,12 @@
 // These headers require windows.h first.
 #include <fcntl.h>
 #include <io.h>
-#include <shellapi.h>
 
 #include <string>
 #include <vector>
 
 #include "platform/console.h"
+#include "platform/console_arguments.h"
 
 namespace zephlinksdk {
 
@@ -22,11 +22,11 @@ std::wstring toUtf16(std::string_view text) {
   return wide;
 }
 
-std::string toUtf8(const wchar_t* wide) {
-  const int size = ::WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
+std::string toUtf8(const std::wstring& wide) {
+  const int length = static_cast<int>(wide.size());
+  const int size = ::WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
   std::string text(static_cast<std::size_t>(size), '\0');
-  ::WideCharToMultiByte(CP_UTF8, 0, wide, -1, text.data(), size, nullptr, nullptr);
-  text.resize(text.size() - 1);
+  ::WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, text.data(), size, nullptr, nullptr);
   return text;
 }
 
@@ -43,14 +43,11 @@ void prepareConsole(int& argc, char**& argv) {
   ::_setmode(::_fileno(stderr), _O_BINARY);
   static std::vector<std::string> words;
   static std::vector<char*> pointers;
-  int count = 0;
-  wchar_t** wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-  if (wide == nullptr) return;
-  for (int i = 0; i < count; ++i) words.push_back(toUtf8(wide[i]));
-  ::LocalFree(wide);
+  for (const std::wstring& argument : splitCommandLine(::GetCommandLineW())) words.push_back(toUtf8(argument));
+  if (words.empty()) return;
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
-  argc = count;
+  argc = static_cast<int>(words.size());
   argv = pointers.data();
 }
 
