@@ -1,5 +1,9 @@
 // Failures of single system calls that only the caller can detect: this program replaces the C library's recv() and
 // tcsetattr().
+
+// With it, the C library defines recv() inline, and clang refuses a second definition.
+#undef _FORTIFY_SOURCE
+
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <pty.h>
