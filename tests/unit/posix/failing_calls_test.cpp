@@ -13,7 +13,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <optional>
 #include <string>
 
 #include "platform/terminal.h"
@@ -22,8 +21,9 @@
 
 namespace {
 
-/// The result of this thread's next recv() that consumes bytes; -1 sets `errno` to EIO.
-thread_local std::optional<ssize_t> nextReceived;
+/// Whether this thread's next recv() that consumes bytes is replaced, and its result; -1 sets `errno` to EIO.
+thread_local bool replacesReceive = false;
+thread_local ssize_t nextReceived = 0;
 
 /// The number of tcsetattr() calls that fail with EINTR.
 int interruptions = 0;
@@ -38,11 +38,10 @@ Function* realFunction(const char* name) {
 extern "C" {
 ssize_t recv(int descriptor, void* data, std::size_t size, int flags) {
   static auto* const real = realFunction<ssize_t(int, void*, std::size_t, int)>("recv");
-  if ((flags & MSG_PEEK) != 0 || !nextReceived) return real(descriptor, data, size, flags);
-  const ssize_t result = *nextReceived;
-  nextReceived.reset();
+  if ((flags & MSG_PEEK) != 0 || !replacesReceive) return real(descriptor, data, size, flags);
+  replacesReceive = false;
   errno = EIO;
-  return result;
+  return nextReceived;
 }
 
 int tcsetattr(int descriptor, int actions, const termios* mode) noexcept {
@@ -66,10 +65,11 @@ bool echoes(int terminal) {
 TEST(FailingCalls, EndAHandshakeWhoseBytesCannotBeRead) {
   for (const ssize_t result : {ssize_t{-1}, ssize_t{0}}) {
     ScriptedDaemon daemon;
+    replacesReceive = true;
     nextReceived = result;
     const std::string url = "ws://127.0.0.1:" + std::to_string(daemon.port()) + "/";
     EXPECT_EQ(zephlinksdk::WebSocketClient::fromUrl(url, ""), nullptr) << result;
-    EXPECT_FALSE(nextReceived) << "recv() was not called";
+    EXPECT_FALSE(replacesReceive) << "recv() was not called";
   }
 }
 
