@@ -5,10 +5,12 @@
 #include <boost/interprocess/sync/file_lock.hpp>
 #include <boost/interprocess/sync/scoped_lock.hpp>
 #include <fstream>
+#include <functional>
 #include <iomanip>
 #include <locale>
 #include <mutex>
 #include <stdexcept>
+#include <string_view>
 
 namespace tests {
 
@@ -16,6 +18,12 @@ namespace {
 
 constexpr int kFirst = 10000;
 constexpr int kLast = 29999;
+
+/// Returns a number that differs between builds, so that a client that outlives a run of one build does not meet the
+/// servers of another.
+int firstNumber() {
+  return kFirst + static_cast<int>(std::hash<std::string_view>()(PORTS_FILE) % (kLast - kFirst));
+}
 
 /// Returns the next number, unique in the run across processes. The file contains the previous one.
 int nextNumber() {
@@ -28,7 +36,8 @@ int nextNumber() {
   const boost::interprocess::scoped_lock lock(shared);
   int number = 0;
   file >> number;
-  number = number < kFirst || number >= kLast ? kFirst : number + 1;
+  if (number == 0) number = firstNumber();
+  number = number >= kLast ? kFirst : number + 1;
   file.clear();
   file.seekp(0);
   // Of fixed length, to overwrite the previous number completely.
