@@ -21,9 +21,7 @@ constexpr int kLast = 29999;
 
 /// Returns a number that differs between builds, so that a client that outlives a run of one build does not meet the
 /// servers of another.
-int firstNumber() {
-  return kFirst + static_cast<int>(std::hash<std::string_view>()(PORTS_FILE) % (kLast - kFirst));
-}
+int firstNumber() { return kFirst + static_cast<int>(std::hash<std::string_view>()(PORTS_FILE) % (kLast - kFirst)); }
 
 /// Returns the next number, unique in the run across processes. The file contains the previous one.
 int nextNumber() {
