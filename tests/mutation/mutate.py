@@ -82,7 +82,7 @@ class Tree:
         listed = subprocess.run(["git", "ls-files", "-z"], cwd=root, capture_output=True, check=True).stdout.decode()
         for name in listed.strip("\0").split("\0"):
             (copy / name).parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy(root / name, copy / name)
+            shutil.copy(root / name, copy / name, follow_symlinks=False)
         subprocess.run(["cmake", "-G", "Ninja", "-S", copy, "-B", self.build, "-DCMAKE_BUILD_TYPE=Debug",
                         "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DZEPHCTL_BENCH=OFF", "-DZEPHCTL_EXAMPLES=OFF",
                         "-DZEPHCTL_STATIC_DEPS=" + str(root / "build" / "static-deps"),
