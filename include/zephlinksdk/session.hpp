@@ -185,7 +185,7 @@ class Session {
   /// returns, the handler no longer runs. The handler object may be destroyed later, by the session's thread. Ignores
   /// an unknown id.
   ///
-  /// REQUIRES: the caller holds no mutex that the handler locks.
+  /// REQUIRES: the caller has not locked a mutex that the handler locks.
   void unsubscribe(SubscriptionId id) {
     std::shared_ptr<Subscription> found;
     {

@@ -195,7 +195,7 @@ void ZephlinkSDK_finish(ZephlinkSDK* sdk);
 /// Handles are counted from 0 across the process. The record of a refused call has handle 0 too: never pass the handle
 /// of a record with `hasError` true, or of a function without a callback.
 ///
-/// REQUIRES: the caller holds no mutex that the callback locks.
+/// REQUIRES: the caller has not locked a mutex that the callback locks.
 void ZephlinkSDK_removeListener(ZephlinkSDK* sdk, uint64_t handle);
 
 // ---- State and version ---------------------------------------------------------------------------------------------
